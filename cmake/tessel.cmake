@@ -1,0 +1,30 @@
+# Flags that every target of the project is built with, and one function per kind of target.
+
+find_package(Threads REQUIRED)
+
+add_library(tessel_flags INTERFACE)
+target_include_directories(tessel_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_options(tessel_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                       -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+if(TESSEL_SANITIZE)
+  target_compile_options(tessel_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                         -fno-omit-frame-pointer -O1)
+  target_link_options(tessel_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+# tessel_layer(NAME SOURCES ... DEPENDS ...): one static library a folder. DEPENDS names the layers and
+# libraries that the folder may see; the link list is the architecture.
+function(tessel_layer name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS;PRIVATE" ${ARGN})
+  add_library(tessel_${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(tessel_${name} PUBLIC tessel_flags ${ARG_DEPENDS} PRIVATE ${ARG_PRIVATE})
+endfunction()
+
+# tessel_test(NAME SOURCES ... DEPENDS ...): one test program, its cases known to CTest one by one.
+function(tessel_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(${name} PRIVATE tessel_flags ${ARG_DEPENDS} GTest::gtest GTest::gtest_main)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60)
+endfunction()

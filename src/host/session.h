@@ -1,0 +1,86 @@
+// PcSession: a logged-in connection of a user, handed to every hook.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/metadata.h"
+#include "host/object.h"
+#include "host/object_store.h"
+#include "host/value.h"
+
+namespace tessel {
+
+class PcEngine;
+
+// Named values that live as long as the session.
+class PcGlobalData {
+ public:
+  virtual ~PcGlobalData() = default;
+  // Null when the value was never set.
+  [[nodiscard]] virtual Value Get(std::string_view name) const = 0;
+  virtual void Set(const std::string& name, const Value& value) = 0;
+  // Position from 1, 0 when absent.
+  [[nodiscard]] virtual int Position(std::string_view name) const = 0;
+  // Nothing happens when the value is absent.
+  virtual void Remove(std::string_view name) = 0;
+};
+
+class PcUser {
+ public:
+  virtual ~PcUser() = default;
+  [[nodiscard]] virtual int Id() const = 0;
+  [[nodiscard]] virtual std::string LoginName() const = 0;
+  // The user's own object in the database.
+  [[nodiscard]] virtual PcObjectPtr UserObject() const = 0;
+  [[nodiscard]] virtual std::vector<std::string> Roles() const = 0;
+  // Set for users who may administer everybody's data; the unlock right looks at it.
+  [[nodiscard]] virtual bool IsAdministrator() const = 0;
+};
+using PcUserPtr = std::shared_ptr<const PcUser>;
+
+// The number sequence behind an identifying attribute.
+class PcSequence {
+ public:
+  virtual ~PcSequence() = default;
+  [[nodiscard]] virtual std::string AttributeName() const = 0;
+};
+using PcSequencePtr = std::shared_ptr<PcSequence>;
+
+// Base of what PcSession::CreateService returns; callers ask for the interface they know.
+class PcService {
+ public:
+  virtual ~PcService() = default;
+};
+
+class PcSession : public std::enable_shared_from_this<PcSession> {
+ public:
+  virtual ~PcSession() = default;
+
+  [[nodiscard]] virtual PcUserPtr CurrentUser() const = 0;
+  [[nodiscard]] virtual std::vector<PcUserPtr> Users() const = 0;
+  [[nodiscard]] virtual std::string DatabaseAlias() const = 0;
+  [[nodiscard]] virtual std::string Identifier() const = 0;
+  // Suffix of the catalogue files, for example "GER".
+  [[nodiscard]] virtual std::string Language() const = 0;
+  // Configuration of the client, for example "$Local\Directory Structure\ICONS_DIR"; empty when unknown.
+  [[nodiscard]] virtual std::string ConfigurationValue(const std::string& key) const = 0;
+  virtual void SetConfigurationValue(const std::string& key, const std::string& value) = 0;
+
+  [[nodiscard]] virtual PcBehaviorPtr NewBehavior() = 0;
+  [[nodiscard]] virtual PcGlobalData& GlobalData() = 0;
+  [[nodiscard]] virtual PcMetaDataPtr MetaData() const = 0;
+  [[nodiscard]] virtual PcObjectStorePtr ObjectStore() = 0;
+  // The sequence that an attribute definition belongs to; nothing for an attribute that identifies nothing.
+  [[nodiscard]] virtual PcSequencePtr RelatedObject(const PcAttribute& attribute) const = 0;
+  // A service object by its ProgID. Error 429 when there is none of that name.
+  [[nodiscard]] virtual std::shared_ptr<PcService> CreateService(std::string_view progId) = 0;
+  // Nothing for a session that no engine manages.
+  [[nodiscard]] virtual std::shared_ptr<PcEngine> Engine() const = 0;
+  virtual void Close() = 0;
+};
+using PcSessionPtr = std::shared_ptr<PcSession>;
+
+}  // namespace tessel

@@ -1,0 +1,58 @@
+// The one place where procedures trap errors: a trace line with number and description, and the failure value.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+#include "messages/trace.h"
+
+namespace tessel {
+
+struct ErrorInfo {
+  int number = 0;
+  std::string description;
+};
+
+// Number and description of the exception being handled. Only inside a catch block.
+[[nodiscard]] ErrorInfo CurrentError();
+
+// Writes an error line; a failing trace writer is ignored.
+void TraceError(Trace& trace, const std::string& text, const ErrorInfo& error) noexcept;
+
+// Runs the body. On any exception: the error line, then the failure value.
+template <class Body>
+std::invoke_result_t<Body> Guarded(Trace& trace, const std::string& text,
+                                   std::invoke_result_t<Body> failureValue, Body&& body) {
+  try {
+    return std::forward<Body>(body)();
+  } catch (...) {
+    TraceError(trace, text, CurrentError());
+    return failureValue;
+  }
+}
+
+// The same for a body without result.
+template <class Body>
+void GuardedRun(Trace& trace, const std::string& text, Body&& body) {
+  static_assert(std::is_void_v<std::invoke_result_t<Body>>);
+  try {
+    std::forward<Body>(body)();
+  } catch (...) {
+    TraceError(trace, text, CurrentError());
+  }
+}
+
+// Runs one step whose errors are ignored. True when it raised none.
+template <class Body>
+bool IgnoringErrors(Body&& body) noexcept {
+  try {
+    std::forward<Body>(body)();
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
+}  // namespace tessel
