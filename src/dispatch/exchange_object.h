@@ -1,0 +1,36 @@
+// Kestrix_ExObj: the data exchange object that records an export in the database.
+#pragma once
+
+#include <string>
+
+#include "config/services.h"
+#include "host/object.h"
+#include "host/record_list.h"
+
+namespace tessel {
+
+// Attributes of the data exchange object.
+namespace exchange_attribute {
+inline constexpr const char* kProcessPhase = "VRKX_DX_PROCESS_PHASE";
+inline constexpr const char* kStatusInfo = "VRKX_DX_STATUS_INFO";
+inline constexpr const char* kExchangeType = "VRKX_DX_EXCHANGE_TYPE";
+inline constexpr const char* kProtocol = "VRKX_DX_EXCH_PROTOCOL";
+inline constexpr const char* kRootDirectory = "VRKX_DX_EXCHANGE_ROOT_DIR";
+inline constexpr const char* kSendToCompany = "VRKX_DX_SEND_TO_COMPANY";
+inline constexpr const char* kSendToContact = "VRKX_DX_SEND_TO_CONT_PERS";
+inline constexpr const char* kTargetFolder = "VRKX_DX_TARGET_FOLDER";
+}  // namespace exchange_attribute
+
+namespace Kestrix_ExObj {
+
+// Creates the object, links the exported objects, the company and the contact person to it. `objectId` and
+// `idValue` are set as far as the creation came; errors are traced, never raised. `exported` holds the columns
+// "CLASS_ID", "OBJECT_ID" and "ROOT_OBJ"; it, company and contact may be nothing.
+void CreateExchangeObject(Services& services, const PcSessionPtr& session, ClassId classId, ObjectId& objectId,
+                          const std::string& protocolText, bool exportSwitch,
+                          const std::string& exchangeTypeAttribute, std::string& idValue,
+                          std::int16_t rootLinkSwitch, const PcObjectPtr& company, const PcObjectPtr& contact,
+                          const PcRecordListPtr& exported);
+
+}  // namespace Kestrix_ExObj
+}  // namespace tessel

@@ -1,0 +1,57 @@
+// The record lists that the host hands over after a copy, with the indexes that the structure file needs.
+#pragma once
+
+#include <unordered_map>
+#include <vector>
+
+#include "host/object_key.h"
+#include "host/record_list.h"
+
+namespace tessel {
+
+// A row of the copied-links list.
+struct CopiedLink {
+  ClassId linkClass = 0;
+  ObjectKey first;
+  ObjectKey second;
+  std::int32_t direction = 0;  // "VRK_DIRECTION"
+};
+
+// "OPERATION_ID" of a row whose file was copied.
+inline constexpr int kFileCopied = 6;
+
+class CopiedRows {
+ public:
+  // The lists of the last copy; either may be nothing. Set rebuilds the indexes at the next look-up.
+  [[nodiscard]] const PcRecordListPtr& Files() const { return files_; }
+  [[nodiscard]] const PcRecordListPtr& Links() const { return links_; }
+  void SetFiles(PcRecordListPtr files);
+  void SetLinks(PcRecordListPtr links);
+
+  // First row of the files list with the key, -1 when there is none. Error 91 without a list.
+  [[nodiscard]] int FindFileRow(const ObjectKey& key) const;
+  // Number of rows of the key whose file was copied.
+  [[nodiscard]] int CopiedCount(const ObjectKey& key) const;
+  // Every link, in list order. Errors as the list raises them; empty without a list.
+  [[nodiscard]] const std::vector<CopiedLink>& AllLinks() const;
+  // Positions in AllLinks of the links whose first end is the key, ascending.
+  [[nodiscard]] const std::vector<int>& LinksFrom(const ObjectKey& key) const;
+
+ private:
+  void IndexFiles() const;
+  void IndexLinks() const;
+
+  struct FileEntry {
+    int firstRow = -1;
+    int copied = 0;
+  };
+  PcRecordListPtr files_;
+  PcRecordListPtr links_;
+  mutable bool filesIndexed_ = false;
+  mutable bool linksIndexed_ = false;
+  mutable std::unordered_map<ObjectKey, FileEntry> fileEntries_;
+  mutable std::vector<CopiedLink> allLinks_;
+  mutable std::unordered_map<ObjectKey, std::vector<int>> linksFrom_;
+};
+
+}  // namespace tessel

@@ -1,0 +1,50 @@
+// CommonXFunctions: the structure file of an export, from its skeleton to the nodes of each copied root.
+#pragma once
+
+#include <string>
+
+#include "config/services.h"
+#include "exchange/exchange.h"
+#include "structure/xml_document.h"
+
+namespace tessel {
+
+// Module state while one export runs.
+struct StructureState {
+  XmlDocumentPtr document;
+  XmlNode root;
+  XmlNode contentList;
+  XmlNode hierarchicalStructure;  // empty without "GenerateStructureFile"
+  XmlNode dependencyList;         // likewise
+  XmlNode currentRootNode;        // the "_STOBJECT_" that CreateStructure found last
+  ClassId defaultHierarchicalLinkClassId = 0;
+  std::string defaultHierarchicalLinkClassName;
+  // Copied-files rows of all roots of this export; nothing before the first.
+  PcRecordListPtr exportCopiedFiles;
+};
+
+namespace CommonXFunctions {
+
+// A new document with declaration, root, attributes and the empty lists; drops any earlier one and the rows
+// collected for it.
+void StartStructureDocument(Services& services, StructureState& state);
+// Adds the nodes of one selected object and returns its "_STOBJECT_" and "_H_STOBJECT_" (empty when not made).
+struct SelectedObjectNodes {
+  XmlNode content;
+  XmlNode hierarchical;
+};
+SelectedObjectNodes AddSelectedObject(Services& services, StructureState& state, const PcObject& object);
+
+// Completes the document for one copied root, named by its tag (class id, "_", object id). False when it or
+// its row is missing, or when a list could not be built.
+bool CreateStructure(Services& services, ExchangeState& exchange, StructureState& state, bool& generate,
+                     const std::string& nodeTag);
+bool BuildHierarchicalStructure(Services& services, const ExchangeState& exchange, StructureState& state,
+                                XmlNode element, std::int16_t level);
+bool BuildDependencyList(Services& services, const ExchangeState& exchange, StructureState& state,
+                         XmlNode list);
+// 1 when a class mechanism makes the object's class one of another Draxa kind, else 0.
+[[nodiscard]] std::int16_t GetIsDraxaObj(const PcObject& object);
+
+}  // namespace CommonXFunctions
+}  // namespace tessel
