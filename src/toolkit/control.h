@@ -4,7 +4,7 @@
 
 #include <functional>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "toolkit/geometry.h"
 

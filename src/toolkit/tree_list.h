@@ -49,6 +49,7 @@ class TreeList : public Control {
 
   [[nodiscard]] bool HasCheckBoxes() const { return checkBoxes_; }
   [[nodiscard]] int NodeCount() const { return static_cast<int>(nodes_.size()); }
+  [[nodiscard]] bool HasNode(int node) const { return node >= 0 && node < NodeCount(); }
   // Error 9 outside.
   [[nodiscard]] const Node& NodeAt(int node) const;
   // Position of the first node with the tag, in constant time; -1 when there is none.
@@ -60,6 +61,7 @@ class TreeList : public Control {
 
   // -1 when nothing is selected.
   [[nodiscard]] int Selected() const { return selected_; }
+  // A position outside the list selects nothing.
   void Select(int node);
   // Marks set by the program raise no event.
   void SetChecked(int node, bool checked);
@@ -69,10 +71,10 @@ class TreeList : public Control {
   [[nodiscard]] const ImageList* Images() const { return images_; }
 
   // Events, in the order in which one gesture raises them.
-  std::function<void(char32_t key)> OnKeyDown;      // before the list's own handling of the key
-  std::function<void(int node)> OnNodeCheck;        // the user changed a mark
-  std::function<void(int node)> OnNodeClick;        // the user clicked a node
-  std::function<void()> OnClick;                    // after any click in the list
+  std::function<void(char32_t key)> OnKeyDown;  // before the list's own handling of the key
+  std::function<void(int node)> OnNodeCheck;    // the user changed a mark
+  std::function<void(int node)> OnNodeClick;    // the user clicked a node
+  std::function<void()> OnClick;                // after any click in the list
   std::function<void(MouseButton button)> OnMouseUp;
 
   // Gestures. A click on a node selects it and raises NodeClick, Click and MouseUp; a click on a check box

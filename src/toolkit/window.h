@@ -1,10 +1,12 @@
-// The window model: a top-level window with its controls, its life (load, activate, hide, unload) and geometry.
+// The window model: a top-level window with its controls, its life (load, activate, hide, unload) and
+// geometry.
 #pragma once
 
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "toolkit/control.h"
@@ -80,6 +82,9 @@ class Window {
   [[nodiscard]] bool Visible() const { return visible_; }
   // For toolkits alone: keeps the model's state true.
   void SetVisible(bool visible) { visible_ = visible; }
+  // Set once by the toolkit that unloaded the window.
+  [[nodiscard]] bool Unloaded() const { return unloaded_; }
+  void SetUnloaded() { unloaded_ = true; }
 
   void SetListener(WindowListener* listener) { listener_ = listener; }
   [[nodiscard]] WindowListener* Listener() const { return listener_; }
@@ -103,6 +108,7 @@ class Window {
   Rect rect_;
   bool placed_ = false;
   bool visible_ = false;
+  bool unloaded_ = false;
   std::vector<std::unique_ptr<Control>> controls_;
   WindowListener* listener_ = nullptr;
 };
