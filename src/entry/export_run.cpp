@@ -1,0 +1,93 @@
+#include "entry/export_run.h"
+
+#include "entry/hook_trace.h"
+#include "entry/program.h"
+#include "hostlib/my_common_functions.h"
+#include "selection/selection.h"
+
+namespace tessel {
+namespace {
+
+constexpr std::int16_t kDone = 0;
+constexpr std::int16_t kNotDone = 1;
+
+void ShowCatalogueMessage(Program& program, const char* code, MessageIcon icon) {
+  program.services.toolkit.ShowMessage({program.errors.ErrorHandle(code), "Kestrix", icon});
+}
+
+void ResetFlags(Program& program) {
+  program.declarations.startup.FolderStructureMode = false;
+  WizardState& state = program.wizard.state;
+  state.UseFolderStructure = false;
+  state.ExportCancelled = false;
+  state.KeepSelection = false;
+  state.ExportFinished = false;
+  // The directory of an earlier export is none of this one's.
+  program.exchange.directoryPath.clear();
+}
+
+void DeleteExchangeDirectory(Program& program) {
+  program.trace.Write("Delete exchange folder if exist");
+  const std::string directory = program.exchange.directoryPath;
+  FileSystem& files = program.platform.files;
+  if (!directory.empty() && files.FolderExists(directory)) files.DeleteFolder(directory);
+  program.exchange.directoryPath.clear();
+}
+
+void CleanUp(Program& program, PcSession& session) {
+  const WizardState& state = program.wizard.state;
+  if (!state.KeepSelection) {
+    program.trace.Write("delete selected elements in global data variable");
+    CommonXFunctions::RemoveSelection(session.GlobalData());
+    CommonXFunctions::RemoveIfPresent(session.GlobalData(), global_data::kCopyRunning);
+  }
+  program.trace.Write("Terminate all existing objects and windows");
+  CommonXFunctions::TerminateObjs(program.services, program);
+  if (state.ExportCancelled) DeleteExchangeDirectory(program);
+}
+
+}  // namespace
+
+std::int16_t RunExport(Program& program, const PcSessionPtr& session, const std::string& operation) {
+  ResetFlags(program);
+  WizardState& state = program.wizard.state;
+  bool& folderStructureMode = program.declarations.startup.FolderStructureMode;
+
+  StartHookTrace(program, "_Client_GUI");
+  if (!myCommonFunctions::CheckDBMechanismExists(program.trace, *Required(session.get(), "PcSession"),
+                                                 "Supplier Exchange")) {
+    ShowCatalogueMessage(program, "e9010", MessageIcon::kCritical);
+    return kNotDone;
+  }
+  if (operation == "StructureMode") folderStructureMode = true;
+  program.trace.Write(std::string("Folder structure mode is: ") + BooleanText(folderStructureMode));
+  if (!CommonXFunctions::Init(program.services, program.startUp, session)) return kNotDone;
+
+  program.trace.Write("Check whether there are objects selected for transmitting!");
+  const Value count = session->GlobalData().Get(global_data::kCount);
+  if (count.IsNull()) {
+    ShowCatalogueMessage(program, "e0010", MessageIcon::kInformation);
+    return kNotDone;
+  }
+  if (folderStructureMode) {
+    if (count.AsInt32() != 1) {
+      ShowCatalogueMessage(program, "e0120", MessageIcon::kInformation);
+      CleanUp(program, *session);
+      return kNotDone;
+    }
+    state.UseFolderStructure = true;
+  }
+  program.errors.WriteProtocolString("p0001");
+  const PcUserPtr user = Required(session->CurrentUser(), "current user");
+  program.errors.WriteProtocolString("p0002", FileTimeText(program.platform.clock.Now()), user->LoginName());
+  program.wizard.Show();
+  CleanUp(program, *session);
+  return state.ExportCancelled ? kNotDone : kDone;
+}
+
+void ShowExportFailure(Program& program) {
+  program.services.toolkit.ShowMessage(
+      {"could not read ini values for Kestrix", "Kestrix Error", MessageIcon::kCritical});
+}
+
+}  // namespace tessel

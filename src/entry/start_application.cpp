@@ -1,0 +1,113 @@
+#include "entry/start_application.h"
+
+#include "dispatch/server_monitor.h"
+#include "entry/export_run.h"
+#include "entry/hook_trace.h"
+#include "entry/program.h"
+#include "locking/batch_continuation.h"
+#include "locking/latest_exchange_object.h"
+#include "locking/object_locking.h"
+#include "messages/guard.h"
+#include "selection/selection.h"
+
+namespace tessel {
+namespace {
+
+constexpr std::int16_t kDone = 0;
+
+// The last line of defence of a hook whose own routine traps its errors.
+template <class Work>
+void RunHook(Program& program, const char* hook, Work&& work) noexcept {
+  IgnoringErrors([&] {
+    GuardedRun(program.trace, std::string("Fehlerabbruch im Modul (") + hook + "/StartApplication)",
+               std::forward<Work>(work));
+  });
+}
+
+}  // namespace
+
+std::int16_t StartApplication::StartExport(const PcSessionPtr& PcSession, const std::string& activeOperation,
+                                           const PcRecordListPtr&, const PcRecordListPtr&,
+                                           PcRecordListPtr&) noexcept {
+  std::int16_t status = 1;
+  try {
+    status = RunExport(program_, PcSession, activeOperation);
+  } catch (...) {
+    TraceError(program_.trace, "Fehlerabbruch im Modul (StartExport/StartApplication)", CurrentError());
+    IgnoringErrors([&] { ShowExportFailure(program_); });
+  }
+  return status;
+}
+
+std::int16_t StartApplication::CollectSelObjs(const PcSessionPtr& PcSession, const std::string&,
+                                              const PcRecordListPtr& FirstRec,
+                                              const PcRecordListPtr& SecondRec, PcRecordListPtr&) noexcept {
+  int status = kDone;
+  RunHook(program_, "CollectSelObjs", [&] {
+    StartHookTrace(program_, "_Client_SelectObjects");
+    status = CommonXFunctions::PutSelection2PcGlobalData(program_.services, PcSession, FirstRec, SecondRec);
+  });
+  return static_cast<std::int16_t>(status);
+}
+
+std::int16_t StartApplication::LFCStage2(const PcSessionPtr&, const std::string&,
+                                         const PcRecordListPtr& FirstRec, const PcRecordListPtr& SecondRec,
+                                         PcRecordListPtr&) noexcept {
+  RunHook(program_, "LFCStage2", [&] {
+    program_.trace.Write("Hook 'LFCStage2' has been called");
+    CommonXFunctions::AllCopiedFiles(program_.services, program_.exchange, FirstRec, SecondRec);
+  });
+  return kDone;
+}
+
+std::int16_t StartApplication::LockObject(const PcSessionPtr& PcSession, const std::string&,
+                                          const PcRecordListPtr& FirstRec, const PcRecordListPtr& SecondRec,
+                                          PcRecordListPtr& thirdRec) noexcept {
+  RunHook(program_, "LockObject", [&] {
+    StartHookTrace(program_, "_Client_LockObjects");
+    CommonXFunctions::LockObject(program_.services, program_.startUp, PcSession, FirstRec, SecondRec,
+                                 thirdRec);
+  });
+  return kDone;
+}
+
+std::int16_t StartApplication::UnlockObject(const PcSessionPtr& PcSession, const std::string&,
+                                            const PcRecordListPtr& FirstRec, const PcRecordListPtr& SecondRec,
+                                            PcRecordListPtr& thirdRec) noexcept {
+  RunHook(program_, "UnlockObject", [&] {
+    StartHookTrace(program_, "_Client_UnlockObjects");
+    CommonXFunctions::UnlockObject(program_.services, program_.startUp, PcSession, FirstRec, SecondRec,
+                                   thirdRec);
+  });
+  return kDone;
+}
+
+std::int16_t StartApplication::GetLatestDataExObj(const PcSessionPtr& PcSession, const std::string&,
+                                                  const PcRecordListPtr& FirstRec) noexcept {
+  RunHook(program_, "GetLatestDataExObj", [&] {
+    CommonXFunctions::GetLatestDataExObj(program_.services, program_.startUp, PcSession, FirstRec);
+  });
+  return kDone;
+}
+
+std::int16_t StartApplication::ContinueBatchMode(const PcSessionPtr& PcSession, const std::string&,
+                                                 const PcRecordListPtr& FirstRec, const PcRecordListPtr&,
+                                                 PcRecordListPtr&) noexcept {
+  RunHook(program_, "ContinueBatchMode", [&] {
+    StartHookTrace(program_, "_Client_Continue_Batch_Process");
+    CommonXFunctions::ContinueBatchMode(program_.services, program_.startUp, PcSession, FirstRec);
+  });
+  return kDone;
+}
+
+bool StartApplication::StartServerMon(const std::string& directory, const PcSessionPtr& PcSession,
+                                      ObjectId objectId, ClassId classId, const std::string& idValue) noexcept {
+  bool started = false;
+  RunHook(program_, "StartServerMon", [&] {
+    started = tessel::StartServerMon(program_.services, directory,
+                                     *Required(PcSession.get(), "PcSession"), objectId, classId, idValue);
+  });
+  return started;
+}
+
+}  // namespace tessel
