@@ -1,6 +1,7 @@
 // The record lists that the host hands over after a copy, with the indexes that the structure file needs.
 #pragma once
 
+#include <exception>
 #include <unordered_map>
 #include <vector>
 
@@ -28,9 +29,10 @@ class CopiedRows {
   void SetFiles(PcRecordListPtr files);
   void SetLinks(PcRecordListPtr links);
 
-  // First row of the files list with the key, -1 when there is none. Error 91 without a list.
+  // First row of the files list with the key, -1 when there is none. Error 91 without a list; a row whose ids
+  // cannot be read raises its error for keys that do not stand above it.
   [[nodiscard]] int FindFileRow(const ObjectKey& key) const;
-  // Number of rows of the key whose file was copied.
+  // Number of rows of the key whose file was copied. Errors as the list raises them; 0 without a list.
   [[nodiscard]] int CopiedCount(const ObjectKey& key) const;
   // Every link, in list order. Errors as the list raises them; empty without a list.
   [[nodiscard]] const std::vector<CopiedLink>& AllLinks() const;
@@ -50,6 +52,7 @@ class CopiedRows {
   mutable bool filesIndexed_ = false;
   mutable bool linksIndexed_ = false;
   mutable std::unordered_map<ObjectKey, FileEntry> fileEntries_;
+  mutable std::exception_ptr fileError_;  // what ended the indexing of the files
   mutable std::vector<CopiedLink> allLinks_;
   mutable std::unordered_map<ObjectKey, std::vector<int>> linksFrom_;
 };
