@@ -158,6 +158,11 @@ Refusal UserActions::Type(const std::string& control, const std::string& text) {
   });
 }
 
+Rect UserActions::WindowBounds() const {
+  const auto window = toolkit_.TopWindow();
+  return window ? window->Bounds() : Rect{};
+}
+
 Refusal UserActions::SetBounds(const Rect& bounds) {
   return OnWindow([&](Window& window) -> Refusal {
     if (!IsReachable(bounds)) return "no window can be dragged there";

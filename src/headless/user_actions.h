@@ -41,6 +41,8 @@ class UserActions {
   [[nodiscard]] Refusal PressEscape();
   // Replaces the text of a text box.
   [[nodiscard]] Refusal Type(const std::string& control, const std::string& text);
+  // Position and size of the window on top; all zero when there is none.
+  [[nodiscard]] Rect WindowBounds() const;
   // Drags the window to a place and size, in twips.
   [[nodiscard]] Refusal SetBounds(const Rect& bounds);
   // Closes the window through its frame. That the window refuses to close is no refusal of the action.

@@ -1,0 +1,72 @@
+// The drive protocol: one JSON object a line in for what a person does, one JSON object a line out for what a
+// person would see. docs/drive-protocol.md describes the lines.
+#pragma once
+
+#include <iosfwd>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "headless/driver.h"
+#include "host/value.h"
+
+namespace tessel {
+
+// Records as a caller writes them: named cells, in the order in which they were given.
+using PlainRow = std::vector<std::pair<std::string, Value>>;
+using PlainRecords = std::vector<PlainRow>;
+
+struct HookCall {
+  std::string hook;
+  std::string operation;
+  // Nothing: the hook gets no record list.
+  std::optional<PlainRecords> first;
+  std::optional<PlainRecords> second;
+  std::optional<PlainRecords> third;
+};
+
+// The driven program as the protocol sees it.
+class HookCaller {
+ public:
+  virtual ~HookCaller() = default;
+  [[nodiscard]] virtual std::vector<std::string> HookNames() const = 0;
+  // The hook's status. The name is one of HookNames.
+  [[nodiscard]] virtual int Call(const HookCall& call) = 0;
+  // A value of the session's global data; Null when it was never set.
+  [[nodiscard]] virtual Value GlobalValue(const std::string& name) const = 0;
+};
+
+class DriveProtocol : public Driver {
+ public:
+  DriveProtocol(std::istream& input, std::ostream& output);
+  ~DriveProtocol() override;
+
+  // Performs commands until the input ends; then open windows are closed as at a system shutdown, boxes get
+  // their safe answer and dialogs are cancelled. A bad line is answered by an error and passed over. Returns
+  // the number of errors written.
+  int Run(HookCaller& hooks, HeadlessToolkit& toolkit);
+
+  void Act(HeadlessToolkit& toolkit) override;
+  [[nodiscard]] MessageAnswer Answer(const MessageRequest& request) override;
+  [[nodiscard]] int ChooseMenuItem(const Window& window, const PopupMenu& menu) override;
+  void WindowShown(const Window& window) override;
+  void WindowHidden(const Window& window) override;
+  void WindowRedrawn(const Window& window) override;
+  void EventsPumped(HeadlessToolkit& toolkit) override;
+  void ProcessStarted(const std::string& program, const std::vector<std::string>& arguments,
+                      std::int32_t processId) override;
+  int ConfirmLifeCycle(const embedded::LifeCycleRequest& request) override;
+  int ShowObject(const embedded::ObjectDialogRequest& request) override;
+  std::vector<std::size_t> SelectObjects(const embedded::SelectionDialogRequest& request) override;
+  embedded::LoginAnswer Login() override;
+  void ShowSystemMessage(const std::vector<std::string>& texts) override;
+  void RefreshObject(const ObjectKey& key, int mode) override;
+
+ private:
+  class Conversation;
+  std::unique_ptr<Conversation> conversation_;
+};
+
+}  // namespace tessel
