@@ -58,6 +58,11 @@ class PcObject {
   // and 13 as in Value.
   virtual void SetValue(std::string_view name, const Value& value) = 0;
 
+  // Prepare an unsaved object: its data without any value, then the defaults of its class. A host whose store
+  // hands out new objects ready for use leaves both as they are.
+  virtual void ClearData() {}
+  virtual void SetDefaults() {}
+
   // Database writes: 0 on success, else the host's error code.
   [[nodiscard]] virtual int Add(const PcBehavior& behavior) = 0;
   [[nodiscard]] virtual int Update(const PcBehavior& behavior) = 0;

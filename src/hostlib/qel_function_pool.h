@@ -12,7 +12,6 @@
 #include "host/object_store.h"
 #include "host/record_list.h"
 #include "host/session.h"
-#include "messages/library_trace.h"
 #include "platform/operating_system.h"
 
 namespace tessel {
@@ -56,7 +55,8 @@ class QelFunctionPool {
   // Closes the session when it is set, then shuts the engine down when it has no session left.
   void StopPelicore(const PcEnginePtr& engine, const PcSessionPtr& session);
   // A behaviour object with its four settings in order.
-  [[nodiscard]] PcBehaviorPtr Behavior(PcSession& session, int first, int second, int third, int fourth) const;
+  [[nodiscard]] PcBehaviorPtr Behavior(PcSession& session, int first, int second, int third,
+                                       int fourth) const;
   // 0 when there is no such class.
   [[nodiscard]] ClassId GetClassId(PcSession& session, const std::string& className) const;
   // The user's directories for viewing and for work.
@@ -75,8 +75,8 @@ class QelFunctionPool {
   // number goes to IncrementSequences. Nothing when no class is named.
   PcObjectPtr NewObject(PcSession& session, const ClassArgument& classArgument, int number,
                         PcObjectPtr& object) const;
-  // Gives every attribute with a sequence, but for "REVISION", the sequence's next value. The host's sequences
-  // count in steps of their own and have no use for the number.
+  // Gives every attribute with a sequence, but for "REVISION", the sequence's next value. The host's
+  // sequences count in steps of their own and have no use for the number.
   void IncrementSequences(PcObject& object, int number) const;
   // Links the object to the target with a link behaviour whose first setting is the number, when the object's
   // class may be put on a desktop. Then the windows that the switches name show link and object anew. False
@@ -91,9 +91,9 @@ class QelFunctionPool {
                                                const ClassArgument& linkClass) const;
 
   // --- retrieval: one row an object with "OBJECT_ID", "CLASS_ID" and all attributes of the class ---
-  // The mode is the first setting of the retrieval's behaviour. The result is also put into the last argument;
-  // both are nothing when no class is named. The forms with links add the columns of the link class: of the
-  // one given, else of the hierarchical link class between the object and the class.
+  // The mode is the first setting of the retrieval's behaviour. The result is also put into the last
+  // argument; both are nothing when no class is named. The forms with links add the columns of the link
+  // class: of the one given, else of the hierarchical link class between the object and the class.
 
   PcRecordListPtr RetrieveChildren(const PcObject& object, const ClassArgument& childClass, int mode,
                                    PcRecordListPtr& records) const;
@@ -127,8 +127,8 @@ class QelFunctionPool {
   // attribute is empty or no reference. Error: HostError when the class has no such attribute.
   [[nodiscard]] PcObjectPtr ReferencedObject(const PcObject& object, const std::string& attribute,
                                              std::int16_t option) const;
-  // The attribute as display text: empty times are empty, references show the login, state or lookup value that
-  // they point to. "REF.NAME" is the attribute NAME of the object that REF points to.
+  // The attribute as display text: empty times are empty, references show the login, state or lookup value
+  // that they point to. "REF.NAME" is the attribute NAME of the object that REF points to.
   [[nodiscard]] std::string AttributeValue(const PcObject& object, const std::string& attribute) const;
   // Whether a mandatory attribute has a value. "FILE_TYPE" has one only together with "FILE_NAME".
   [[nodiscard]] bool MandatoryAttributeHasValue(const PcAttribute& attribute, const PcObject& object) const;
@@ -158,9 +158,10 @@ class QelFunctionPool {
   [[nodiscard]] PcRecordListPtr SelectCompositeObjects(PcSession& session, const ClassArgument& classArgument,
                                                        const std::string& title) const;
   PcObjectPtr SelectSingleObjectFromQuery(PcSession& session, PcObjectPtr& object) const;
-  // Runs a life-cycle operation on one object or on all objects of a list. Interactive: in the client's window,
-  // True when the user went through with it; a name that the window does not know counts as "CHECKIN". Else
-  // silently, "CHECKIN" and "RELEASE" alone; any other name gives False. `option` not 0 sets the window's flag.
+  // Runs a life-cycle operation on one object or on all objects of a list. Interactive: in the client's
+  // window, True when the user went through with it; a name that the window does not know counts as
+  // "CHECKIN". Else silently, "CHECKIN" and "RELEASE" alone; any other name gives False. `option` not 0 sets
+  // the window's flag.
   bool LifeCycleOperation(PcSession& session, const PcObjectPtr& object, const std::string& operation,
                           const std::string& comment, bool interactive, int option) const;
   bool LifeCycleOperation1(PcSession& session, const PcRecordList& objects, const std::string& operation,

@@ -1,0 +1,143 @@
+// Retrieval of related objects.
+#include <set>
+
+#include "host/error.h"
+#include "hostlib/qel_function_pool.h"
+
+namespace tessel {
+namespace {
+
+constexpr const char* kAllAttributes = "*";
+constexpr const char* kRelatedCode = "S";
+constexpr const char* kLinkCode = "L";
+constexpr const char* kStartCode = "F";
+
+using Retrieve = PcRecordListPtr (PcObject::*)(const PcAttributeList&, const PcBehavior&) const;
+
+// Hierarchical link class of a class that may tie it, as the upper end, to the other; 0 when there is none.
+ClassId HierarchicalLink(PcSession& session, ClassId upper, ClassId lower) {
+  const PcMetaDataPtr metaData = session.MetaData();
+  const PcClassPtr upperClass = metaData->ClassById(upper);
+  if (!upperClass) return 0;
+  const ClassId hierarchical = upperClass->DefaultHierarchicalLinkClassId();
+  if (hierarchical == 0) return 0;
+  for (const PcClassPtr& linkClass : metaData->LinkClassesBetween(upper, lower)) {
+    if (linkClass->Id() == hierarchical) return hierarchical;
+  }
+  return 0;
+}
+
+// The steps that all forms share. A link class of 0 leaves the choice of links to the host.
+PcRecordListPtr RetrieveBy(Retrieve retrieve, const PcObject& object, ClassId related, ClassId linkClass,
+                           int mode, PcRecordListPtr& records) {
+  const PcSessionPtr session = Required(object.Session(), "session of the object");
+  const PcAttributeListPtr attributes =
+      Required(session->ObjectStore()->NewAttributeList(), "attribute list");
+  attributes->Add(related, kAllAttributes, kRelatedCode);
+  if (linkClass >= 1) attributes->Add(linkClass, kAllAttributes, kLinkCode);
+  const PcBehaviorPtr behavior = Required(session->NewBehavior(), "behaviour");
+  behavior->Set(1, mode);
+  records = (object.*retrieve)(*attributes, *behavior);
+  return records;
+}
+
+ClassId Resolve(const PcObject& object, const ClassArgument& argument) {
+  return argument.Resolve(*Required(object.Session(), "session of the object"));
+}
+
+// The first object right above another by a hierarchical link; nothing at the top.
+PcObjectPtr FirstParent(const PcObject& object) {
+  const PcSessionPtr session = Required(object.Session(), "session of the object");
+  const PcMetaDataPtr metaData = session->MetaData();
+  for (int i = 0; i < metaData->ClassCount(); ++i) {
+    const ClassId parentClass = metaData->ClassAt(i)->Id();
+    const ClassId linkClass = HierarchicalLink(*session, parentClass, object.GetClassId());
+    if (linkClass == 0) continue;
+    const PcAttributeListPtr attributes =
+        Required(session->ObjectStore()->NewAttributeList(), "attribute list");
+    attributes->Add(object.GetClassId(), kAllAttributes, kStartCode);
+    attributes->Add(parentClass, kAllAttributes, kRelatedCode);
+    attributes->Add(linkClass, kAllAttributes, kLinkCode);
+    const PcRecordListPtr parents =
+        object.Parents(*attributes, *Required(session->NewBehavior(), "behaviour"));
+    if (parents && parents->RowCount() > 0) return session->ObjectStore()->Object(parents->KeyOfRow(0));
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+PcRecordListPtr QelFunctionPool::RetrieveChildren(const PcObject& object, const ClassArgument& childClass,
+                                                  int mode, PcRecordListPtr& records) const {
+  records = nullptr;
+  const ClassId related = Resolve(object, childClass);
+  if (related == 0) return records;
+  return RetrieveBy(&PcObject::Children, object, related, 0, mode, records);
+}
+
+PcRecordListPtr QelFunctionPool::RetrieveChildrenAndLinks(const PcObject& object,
+                                                          const ClassArgument& childClass, int mode,
+                                                          PcRecordListPtr& records) const {
+  records = nullptr;
+  const ClassId related = Resolve(object, childClass);
+  if (related == 0) return records;
+  const ClassId linkClass = HierarchicalLink(*object.Session(), object.GetClassId(), related);
+  return RetrieveBy(&PcObject::Children, object, related, linkClass, mode, records);
+}
+
+PcRecordListPtr QelFunctionPool::RetrieveParents(const PcObject& object, const ClassArgument& parentClass,
+                                                 int mode, PcRecordListPtr& records) const {
+  records = nullptr;
+  const ClassId related = Resolve(object, parentClass);
+  if (related == 0) return records;
+  return RetrieveBy(&PcObject::Parents, object, related, 0, mode, records);
+}
+
+PcRecordListPtr QelFunctionPool::RetrieveParentsAndLinks(const PcObject& object,
+                                                         const ClassArgument& parentClass, int mode,
+                                                         PcRecordListPtr& records) const {
+  records = nullptr;
+  const ClassId related = Resolve(object, parentClass);
+  if (related == 0) return records;
+  const ClassId linkClass = HierarchicalLink(*object.Session(), related, object.GetClassId());
+  return RetrieveBy(&PcObject::Parents, object, related, linkClass, mode, records);
+}
+
+PcRecordListPtr QelFunctionPool::RetrieveRelations(const PcObject& object, const ClassArgument& relatedClass,
+                                                   const ClassArgument& linkClass, int mode,
+                                                   PcRecordListPtr& records) const {
+  records = nullptr;
+  const ClassId related = Resolve(object, relatedClass);
+  if (related == 0) return records;
+  return RetrieveBy(&PcObject::Relations, object, related, Resolve(object, linkClass), mode, records);
+}
+
+PcRecordListPtr QelFunctionPool::RetrieveRelationsAndLinks(const PcObject& object,
+                                                           const ClassArgument& relatedClass,
+                                                           const ClassArgument& linkClass, int mode,
+                                                           PcRecordListPtr& records) const {
+  records = nullptr;
+  const ClassId related = Resolve(object, relatedClass);
+  if (related == 0) return records;
+  return RetrieveBy(&PcObject::Relations, object, related, Resolve(object, linkClass), mode, records);
+}
+
+PcObjectPtr QelFunctionPool::RetrieveMainObject(const PcObjectPtr& object, std::int16_t steps) const {
+  PcObjectPtr main = Required(object, "object");
+  std::set<ObjectKey> onTheWay = {main->Key()};
+  for (int step = 0; steps < 1 || step < steps; ++step) {
+    const PcObjectPtr parent = FirstParent(*main);
+    if (!parent || !onTheWay.insert(parent->Key()).second) break;
+    main = parent;
+  }
+  if (main != object) main->ReadData();
+  return main;
+}
+
+PcRecordListPtr QelFunctionPool::SelectObjectsSQL(PcSession&, PcQuery& query,
+                                                  PcRecordListPtr& records) const {
+  records = query.Run();
+  return records;
+}
+
+}  // namespace tessel
