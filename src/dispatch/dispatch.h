@@ -1,5 +1,5 @@
-// The dispatch: for each recipient a directory, the structure file, the data exchange object and the data file;
-// then the start of the server monitor.
+// The dispatch: for each recipient a directory, the structure file, the data exchange object and the data
+// file; then the start of the server monitor.
 #pragma once
 
 #include <string>
@@ -30,8 +30,8 @@ struct DispatchRequest {
   PcRecordListPtr recipients;
   std::vector<MailRecord> mails;  // one a recipient in the mail modes, else empty
   bool useFolderStructure = false;
-  std::string selectedFolderStructure;    // tag of the chosen node
-  std::vector<std::string> customTexts;   // texts of the custom input page, in field order
+  std::string selectedFolderStructure;   // tag of the chosen node
+  std::vector<std::string> customTexts;  // texts of the custom input page, in field order
 };
 
 // What the dispatch tells the wizard, which implements it.
@@ -49,8 +49,8 @@ struct DispatchParts {
   AdditionalValuesFactory additionalValues;
 };
 
-// Runs the dispatch. False after an error, which was traced; what was final by then stays. The caller hides its
-// page when the result is true.
+// Runs the dispatch. False after an error, which was traced; what was final by then stays. The caller hides
+// its page when the result is true.
 bool RunDispatch(DispatchParts& parts, const DispatchRequest& request, DispatchListener& listener);
 
 }  // namespace tessel
