@@ -1,5 +1,5 @@
-// Paths as texts. Both "/" and "\" separate; a path is kept as given and becomes a native one only in the
-// adapters of this folder.
+// Paths as texts. Both "/" and "\" separate, but in a path that begins with "/", which is native, "/" alone
+// does. A path is kept as given and becomes a native one only in the adapters of this folder.
 #pragma once
 
 #include <string>

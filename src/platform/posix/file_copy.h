@@ -1,0 +1,36 @@
+// Copies of files and folder trees, as cheap as the kernel can do them: a reflink where the file system has
+// it, else a copy inside the kernel, else through a buffer. Small files go through the buffer at once, which
+// is the fastest way for them.
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace tessel::posix {
+
+class FileCopier {
+ public:
+  FileCopier();
+  ~FileCopier();
+
+  // Copies a file's content, permission bits and modification time. Folders are open descriptors or AT_FDCWD;
+  // `path` and `targetPath` are what errors show. A link in place of the source is followed.
+  void CopyFile(int fromFolder, const char* fromName, const std::string& path, int toFolder,
+                const std::string& toName, const std::string& targetPath, bool replace);
+
+  // Copies everything below an open folder into another. Links are copied as links. Error 75 for entries that
+  // are neither file, folder nor link.
+  void CopyTree(int from, const std::string& path, int to, const std::string& targetPath);
+
+ private:
+  void CopyContent(int from, int to, long long size, const std::string& targetPath);
+  void CopyThroughBuffer(int from, int to, const std::string& targetPath);
+
+  static constexpr std::size_t kBufferSize = 128 * 1024;
+  std::unique_ptr<char[]> buffer_;
+  // Cleared at the first refusal: within one copy the file systems stay the same as a rule.
+  bool canReflink_ = true;
+  bool canCopyInKernel_ = true;
+};
+
+}  // namespace tessel::posix

@@ -1,0 +1,289 @@
+#include "platform/posix/iconv_encodings.h"
+
+#include <iconv.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <optional>
+#include <unordered_map>
+
+#include "host/error.h"
+
+namespace tessel::posix {
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+constexpr const char* kScalars = "UTF-32LE";
+constexpr std::size_t kMaxBytes = 32;  // of one character with its shift sequences
+
+// One direction of a conversion.
+class Converter {
+ public:
+  Converter(const std::string& to, const std::string& from)
+      : handle_(::iconv_open(to.c_str(), from.c_str())) {}
+  ~Converter() {
+    if (IsOpen()) ::iconv_close(handle_);
+  }
+  Converter(const Converter&) = delete;
+  Converter& operator=(const Converter&) = delete;
+
+  [[nodiscard]] bool IsOpen() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+
+  // Converts one piece from the initial state and back to it. 0, or the errno of the failure.
+  int Convert(std::string_view bytes, std::string& result) {
+    ::iconv(handle_, nullptr, nullptr, nullptr, nullptr);
+    std::array<char, kMaxBytes> buffer{};
+    char* in = const_cast<char*>(bytes.data());  // iconv leaves its input alone
+    std::size_t inLeft = bytes.size();
+    char* out = buffer.data();
+    std::size_t outLeft = buffer.size();
+    if (::iconv(handle_, &in, &inLeft, &out, &outLeft) != 0) return errno == 0 ? EILSEQ : errno;
+    if (::iconv(handle_, nullptr, nullptr, &out, &outLeft) != 0) return errno;
+    result.assign(buffer.data(), buffer.size() - outLeft);
+    return 0;
+  }
+
+  // Converts a whole text, `replacement` in place of each byte that stands for nothing.
+  std::string ConvertAll(std::string_view bytes, std::string_view replacement) {
+    ::iconv(handle_, nullptr, nullptr, nullptr, nullptr);
+    std::string result;
+    std::array<char, 4096> buffer{};
+    char* in = const_cast<char*>(bytes.data());
+    std::size_t inLeft = bytes.size();
+    while (inLeft > 0) {
+      char* out = buffer.data();
+      std::size_t outLeft = buffer.size();
+      const std::size_t converted = ::iconv(handle_, &in, &inLeft, &out, &outLeft);
+      const int error = converted == static_cast<std::size_t>(-1) ? errno : 0;
+      result.append(buffer.data(), buffer.size() - outLeft);
+      if (error == EILSEQ || error == EINVAL) {
+        result.append(replacement);
+        ++in;
+        --inLeft;
+      }
+    }
+    return result;
+  }
+
+ private:
+  iconv_t handle_;
+};
+
+std::string ScalarBytes(char32_t codePoint) {
+  return {static_cast<char>(codePoint & 0xFF), static_cast<char>((codePoint >> 8) & 0xFF),
+          static_cast<char>((codePoint >> 16) & 0xFF), static_cast<char>((codePoint >> 24) & 0xFF)};
+}
+
+// The one code point in four bytes; nothing for any other number of them.
+std::optional<char32_t> Scalar(std::string_view bytes) {
+  if (bytes.size() != 4) return std::nullopt;
+  char32_t codePoint = 0;
+  for (std::size_t i = 4; i-- > 0;) {
+    codePoint = (codePoint << 8) | static_cast<unsigned char>(bytes[i]);
+  }
+  return codePoint;
+}
+
+class Utf8Encoding : public TextEncoding {
+ public:
+  explicit Utf8Encoding(std::string name) : name_(std::move(name)) {}
+  [[nodiscard]] std::string Name() const override { return name_; }
+  [[nodiscard]] std::string Decode(std::string_view bytes) const override {
+    std::string text;
+    text.reserve(bytes.size());
+    bool malformed = false;
+    for (std::size_t position = 0; position < bytes.size();) {
+      AppendUtf8(NextCodePoint(bytes, position, malformed), text);
+    }
+    return text;
+  }
+  [[nodiscard]] bool AppendCodePoint(char32_t codePoint, std::string& bytes) const override {
+    AppendUtf8(codePoint, bytes);
+    return true;
+  }
+  [[nodiscard]] bool IsAsciiCompatible() const override { return true; }
+
+ private:
+  std::string name_;
+};
+
+class Utf16Encoding : public TextEncoding {
+ public:
+  Utf16Encoding(std::string name, bool bigEndian) : name_(std::move(name)), bigEndian_(bigEndian) {}
+  [[nodiscard]] std::string Name() const override { return name_; }
+
+  [[nodiscard]] std::string Decode(std::string_view bytes) const override {
+    bool bigEndian = bigEndian_;
+    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {
+      bigEndian = bytes.starts_with("\xFE");
+      bytes.remove_prefix(2);
+    }
+    std::string text;
+    std::size_t position = 0;
+    const auto unitAt = [&](std::size_t at) {
+      const auto first = static_cast<unsigned char>(bytes[at]);
+      const auto second = static_cast<unsigned char>(bytes[at + 1]);
+      return static_cast<char32_t>(bigEndian ? (first << 8) | second : (second << 8) | first);
+    };
+    while (position + 2 <= bytes.size()) {
+      const char32_t unit = unitAt(position);
+      position += 2;
+      const bool isHigh = unit >= 0xD800 && unit <= 0xDBFF;
+      const char32_t low = isHigh && position + 2 <= bytes.size() ? unitAt(position) : 0;
+      if (low >= 0xDC00 && low <= 0xDFFF) {
+        position += 2;
+        AppendUtf8(0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00), text);
+      } else {
+        AppendUtf8(unit >= 0xD800 && unit <= 0xDFFF ? kReplacement : unit, text);
+      }
+    }
+    if (position < bytes.size()) AppendUtf8(kReplacement, text);
+    return text;
+  }
+
+  [[nodiscard]] bool AppendCodePoint(char32_t codePoint, std::string& bytes) const override {
+    if (codePoint < 0x10000) {
+      AppendUnit(codePoint, bytes);
+    } else {
+      AppendUnit(0xD800 + ((codePoint - 0x10000) >> 10), bytes);
+      AppendUnit(0xDC00 + ((codePoint - 0x10000) & 0x3FF), bytes);
+    }
+    return true;
+  }
+  [[nodiscard]] bool IsAsciiCompatible() const override { return false; }
+
+ private:
+  void AppendUnit(char32_t unit, std::string& bytes) const {
+    const auto high = static_cast<char>(unit >> 8);
+    const auto low = static_cast<char>(unit & 0xFF);
+    bytes += bigEndian_ ? high : low;
+    bytes += bigEndian_ ? low : high;
+  }
+
+  std::string name_;
+  bool bigEndian_;
+};
+
+// A page in which every byte is one character or none.
+class SingleByteEncoding : public TextEncoding {
+ public:
+  SingleByteEncoding(std::string name, const std::array<char32_t, 256>& characters)
+      : name_(std::move(name)), characters_(characters) {
+    for (std::size_t byte = 0; byte < characters.size(); ++byte) {
+      if (characters[byte] != kReplacement) bytes_.try_emplace(characters[byte], static_cast<char>(byte));
+      if (byte < 0x80 && characters[byte] != byte) isAsciiCompatible_ = false;
+    }
+  }
+  [[nodiscard]] std::string Name() const override { return name_; }
+  [[nodiscard]] std::string Decode(std::string_view bytes) const override {
+    std::string text;
+    text.reserve(bytes.size());
+    for (const char byte : bytes) {
+      AppendUtf8(characters_[static_cast<unsigned char>(byte)], text);
+    }
+    return text;
+  }
+  [[nodiscard]] bool AppendCodePoint(char32_t codePoint, std::string& bytes) const override {
+    if (codePoint < 0x80 && isAsciiCompatible_) {
+      bytes += static_cast<char>(codePoint);
+      return true;
+    }
+    const auto found = bytes_.find(codePoint);
+    if (found == bytes_.end()) return false;
+    bytes += found->second;
+    return true;
+  }
+  [[nodiscard]] bool IsAsciiCompatible() const override { return isAsciiCompatible_; }
+
+ private:
+  std::string name_;
+  std::array<char32_t, 256> characters_;
+  std::unordered_map<char32_t, char> bytes_;
+  bool isAsciiCompatible_ = true;
+};
+
+class MultiByteEncoding : public TextEncoding {
+ public:
+  explicit MultiByteEncoding(const std::string& name)
+      : name_(name), toUtf8_("UTF-8", name), fromScalar_(name, kScalars) {
+    for (char32_t c = 0; c < 0x80 && isAsciiCompatible_; ++c) {
+      const std::optional<std::string> bytes = BytesOf(c);
+      isAsciiCompatible_ = bytes && *bytes == std::string(1, static_cast<char>(c));
+    }
+  }
+  [[nodiscard]] std::string Name() const override { return name_; }
+  [[nodiscard]] std::string Decode(std::string_view bytes) const override {
+    return toUtf8_.ConvertAll(bytes, "\xEF\xBF\xBD");
+  }
+  [[nodiscard]] bool AppendCodePoint(char32_t codePoint, std::string& bytes) const override {
+    const auto [entry, isNew] = known_.try_emplace(codePoint);
+    if (isNew) entry->second = BytesOf(codePoint);
+    if (!entry->second) return false;
+    bytes += *entry->second;
+    return true;
+  }
+  [[nodiscard]] bool IsAsciiCompatible() const override { return isAsciiCompatible_; }
+
+ private:
+  [[nodiscard]] std::optional<std::string> BytesOf(char32_t codePoint) const {
+    std::string bytes;
+    if (fromScalar_.Convert(ScalarBytes(codePoint), bytes) != 0) return std::nullopt;
+    return bytes;
+  }
+
+  std::string name_;
+  mutable Converter toUtf8_;
+  mutable Converter fromScalar_;
+  mutable std::unordered_map<char32_t, std::optional<std::string>> known_;
+  bool isAsciiCompatible_ = true;
+};
+
+// The table of a single-byte page; nothing when some byte only begins a character.
+std::optional<std::array<char32_t, 256>> SingleByteTable(Converter& toScalar) {
+  std::array<char32_t, 256> characters{};
+  for (std::size_t byte = 0; byte < characters.size(); ++byte) {
+    const char text = static_cast<char>(byte);
+    std::string scalar;
+    const int error = toScalar.Convert({&text, 1}, scalar);
+    if (error == EINVAL || (error == 0 && scalar.size() != 4)) return std::nullopt;
+    characters[byte] = error == 0 ? Scalar(scalar).value_or(kReplacement) : kReplacement;
+  }
+  return characters;
+}
+
+// iconv reads more into a name than an encoding ("//IGNORE"), so only the characters of names are let
+// through.
+bool IsName(const std::string& name) {
+  const auto isNameCharacter = [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+           std::string_view("-_.:+()").find(c) != std::string_view::npos;
+  };
+  return !name.empty() && std::all_of(name.begin(), name.end(), isNameCharacter);
+}
+
+std::shared_ptr<const TextEncoding> Make(const std::string& name, const std::string& lowerName) {
+  if (lowerName == "utf-8" || lowerName == "utf8") return std::make_shared<Utf8Encoding>(name);
+  if (lowerName == "utf-16" || lowerName == "utf-16le") return std::make_shared<Utf16Encoding>(name, false);
+  if (lowerName == "utf-16be") return std::make_shared<Utf16Encoding>(name, true);
+  Converter toScalar(kScalars, IsName(name) ? name : "no such encoding");
+  if (!toScalar.IsOpen()) {
+    throw RuntimeError(error_number::kInvalidCall, "Cannot open the encoding \"" + name + "\": not known");
+  }
+  if (const auto table = SingleByteTable(toScalar)) return std::make_shared<SingleByteEncoding>(name, *table);
+  return std::make_shared<MultiByteEncoding>(name);
+}
+
+}  // namespace
+
+std::shared_ptr<const TextEncoding> IconvEncodings::Open(const std::string& name) const {
+  std::string lowerName = name;
+  for (char& c : lowerName) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  auto& encoding = opened_[lowerName];
+  if (!encoding) encoding = Make(name, lowerName);
+  return encoding;
+}
+
+}  // namespace tessel::posix

@@ -1,0 +1,50 @@
+// The file system on POSIX.
+#pragma once
+
+#include <sys/types.h>
+
+#include "platform/file_system.h"
+#include "platform/posix/native_paths.h"
+#include "platform/posix/staged_file.h"
+
+namespace tessel::posix {
+
+class PosixFileSystem : public FileSystem {
+ public:
+  // The drives directory is a native path; it and the drives in it come into being with the first write.
+  explicit PosixFileSystem(std::string drivesDirectory) : paths_(std::move(drivesDirectory)) {}
+
+  [[nodiscard]] bool FileExists(const std::string& path) const override;
+  [[nodiscard]] bool FolderExists(const std::string& path) const override;
+  void CreateFolder(const std::string& path) override;
+  void CreateFolders(const std::string& path) override;
+  void DeleteFolder(const std::string& path) override;
+  void Move(const std::string& from, const std::string& to) override;
+  void DeleteFile(const std::string& path) override;
+  void CopyFile(const std::string& from, const std::string& to, bool overwrite) override;
+  // Error 75 when the target lies in the source.
+  void CopyFolderContents(const std::string& from, const std::string& to) override;
+  [[nodiscard]] std::vector<std::string> ListFiles(const std::string& folder) const override;
+  [[nodiscard]] std::vector<std::string> ListFolders(const std::string& folder) const override;
+  [[nodiscard]] bool IsReadOnly(const std::string& path) const override;
+  void SetReadOnly(const std::string& path, bool readOnly) override;
+  [[nodiscard]] std::string ReadBytes(const std::string& path) const override;
+  void ReadLines(const std::string& path,
+                 const std::function<bool(std::string_view line)>& line) const override;
+  void WriteBytes(const std::string& path, std::string_view bytes) override;
+  void WriteStream(const std::string& path,
+                   const std::function<void(const ByteSink& sink)>& produce) override;
+  void AppendBytes(const std::string& path, std::string_view bytes) override;
+  [[nodiscard]] std::string NativePath(const std::string& path) const override;
+
+ private:
+  // Native path without separators at its end.
+  [[nodiscard]] std::string Native(const std::string& path) const;
+  // The same for a path that is about to come into being: its drive is made when missing.
+  [[nodiscard]] std::string NativeForWriting(const std::string& path);
+  [[nodiscard]] std::vector<std::string> List(const std::string& folder, bool folders) const;
+
+  NativePaths paths_;
+};
+
+}  // namespace tessel::posix
