@@ -17,6 +17,8 @@ class TraceWriter {
   // Error: RuntimeError when the line could not be stored and the writer wants the caller to know.
   virtual void WriteEntry(const std::string& text, std::int16_t number, const std::string& description,
                           const std::string& directory, const std::string& name, bool on) = 0;
+  // Stores the lines that the writer still holds back. For writers that hold none, nothing.
+  virtual void Flush() {}
 };
 
 // Holds the writer: made on first use, dropped by Release.
@@ -31,6 +33,9 @@ class Trace {
   // The start-up call of a hook.
   void Start(const std::string& text, const std::string& directory, const std::string& name, bool on);
   void Release() { writer_.reset(); }
+  // At the end of a hook and before the user is waited for: the file then shows every line so far. Errors are
+  // ignored; nothing happens while there is no writer.
+  void Flush() noexcept;
   // The writer itself, for the outside components that take it.
   [[nodiscard]] std::shared_ptr<TraceWriter> Writer();
 
