@@ -86,8 +86,9 @@ class Dispatch {
     CheckFileNames(services_.Settings());
     const PcRecordList& recipients = *Required(request_.recipients.get(), "recipient list");
     const int count = recipients.RowCount();
-    for (int row = 0; row < count; ++row)
-      SendTo(RecipientOfRow(recipients, row), row, row == count - 1);
+    for (int row = 0; row < count; ++row) {
+      listener.DirectoryFinished(SendTo(RecipientOfRow(recipients, row), row, row == count - 1));
+    }
     listener.ExportFinished();
     backup_.Delete();
     if (services_.Settings().UseServerMonitor) StartMonitor();
@@ -101,7 +102,8 @@ class Dispatch {
     }
   }
 
-  void SendTo(const Recipient& recipient, int row, bool last) {
+  // The final directory.
+  std::string SendTo(const Recipient& recipient, int row, bool last) {
     const Partner company = ReadPartner(recipient.customer);
     const Partner contact = ReadPartner(recipient.contact);
     TracePartner(company, recipient.customer, "CustomerobjClassID: ", "   CustomerObjObjectId: ",
@@ -116,7 +118,7 @@ class Dispatch {
       Pause(milliseconds{200});
     }
     ApplyAdditionalValues(recipient);
-    Finalise(recipient.directory, row == 0 && !last);
+    return Finalise(recipient.directory, row == 0 && !last);
   }
 
   Partner ReadPartner(const ObjectKey& key) {
@@ -172,13 +174,15 @@ class Dispatch {
   }
 
   // The backup is made only where a later recipient starts from it.
-  void Finalise(const std::string& directory, bool backUp) {
+  std::string Finalise(const std::string& directory, bool backUp) {
     if (backUp) {
       backup_.FillFrom(directory);
       Pause(milliseconds{250});
     }
-    services_.platform.files.Move(directory, FinalDirectory(directory, services_.Settings().ExportPrefix));
+    const std::string finalDirectory = FinalDirectory(directory, services_.Settings().ExportPrefix);
+    services_.platform.files.Move(directory, finalDirectory);
     Pause(milliseconds{500});
+    return finalDirectory;
   }
 
   void StartMonitor() {

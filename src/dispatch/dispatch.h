@@ -40,6 +40,8 @@ class DispatchListener {
   virtual ~DispatchListener() = default;
   // The directories are final and the exchange objects made: closing a page is no cancel from here on.
   virtual void ExportFinished() = 0;
+  // A recipient's directory stands under its final name.
+  virtual void DirectoryFinished(const std::string& path) = 0;
 };
 
 struct DispatchParts {

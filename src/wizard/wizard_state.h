@@ -27,6 +27,10 @@ struct WizardState {
   bool ExportCancelled = false;
   bool KeepSelection = false;
   bool UseFolderStructure = false;
+  // The last dispatch ended with an error. The wizard's show clears it.
+  bool DispatchFailed = false;
+  // Final directories of the last dispatch, in recipient order. The wizard's show clears it.
+  std::vector<std::string> finishedDirectories;
 
   PcRecordListPtr recipients;
   std::string SelectedFolderStructure;  // keeps the last pick
