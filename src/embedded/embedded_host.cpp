@@ -1,0 +1,103 @@
+#include "embedded/embedded_host.h"
+
+#include "embedded/engine.h"
+#include "embedded/host_core.h"
+#include "embedded/model_file.h"
+#include "embedded/schema.h"
+#include "host/error.h"
+
+namespace tessel::embedded {
+namespace {
+
+class Application final : public PcApplication {
+ public:
+  Application(std::shared_ptr<HostCore> core, PcEnginePtr engine)
+      : core_(std::move(core)), engine_(std::move(engine)) {}
+  [[nodiscard]] PcRecordListPtr NewRecordList() override { return core_->NewRecordList(); }
+  [[nodiscard]] PcEnginePtr Engine() override { return engine_; }
+
+ private:
+  std::shared_ptr<HostCore> core_;
+  PcEnginePtr engine_;
+};
+
+}  // namespace
+
+EmbeddedHost::EmbeddedHost(const std::string& databasePath, HostOptions options)
+    : core_(std::make_shared<HostCore>()) {
+  core_->options = std::move(options);
+  core_->databasePath = databasePath;
+  core_->vaultPath = VaultPath(databasePath);
+  if (!core_->Files().FileExists(databasePath)) {
+    throw HostError("There is no database " + databasePath, error_number::kFileNotFound);
+  }
+  core_->catalog = LoadCatalog(*core_->Connect());
+  Start();
+}
+
+EmbeddedHost::EmbeddedHost(const std::string& modelText, const std::string& modelDirectory,
+                           HostOptions options)
+    : core_(std::make_shared<HostCore>()) {
+  core_->options = std::move(options);
+  core_->databasePath = kInMemory;
+  core_->vaultPath = core_->options.vaultPath;
+  core_->memory = std::make_shared<Database>(kInMemory);
+  core_->catalog =
+      FillDatabase(*core_->memory, {modelText, "model", modelDirectory}, core_->Files(), core_->vaultPath);
+  Start();
+}
+
+EmbeddedHost::~EmbeddedHost() = default;
+
+void EmbeddedHost::Start() {
+  engine_ = CreateEngine();
+  application_ = std::make_shared<Application>(core_, engine_);
+}
+
+PcSessionPtr EmbeddedHost::OpenSession(const std::string& loginName, const std::string& password,
+                                       const std::string& language) {
+  const auto session = std::static_pointer_cast<EmbeddedSession>(engine_->NewSession(core_->catalog->alias));
+  try {
+    session->Connect();
+    if (session->Login(loginName, password, language)) return session;
+  } catch (const RuntimeError&) {
+    session->Close();
+    throw;
+  }
+  session->Close();
+  throw HostError("The login name \"" + loginName + "\" is unknown or the password is wrong");
+}
+
+void EmbeddedHost::SetLfcStage2(LifeCycleHook hook) {
+  core_->options.lfcStage2 = std::move(hook);
+}
+
+void EmbeddedHost::FailNext(const PlannedFailure& failure) {
+  core_->failures.Add(failure);
+}
+
+void EmbeddedHost::ClearFailures() {
+  core_->failures.Clear();
+}
+
+std::string EmbeddedHost::Alias() const {
+  return core_->catalog->alias;
+}
+
+PcMetaDataPtr EmbeddedHost::MetaData() const {
+  return core_->catalog;
+}
+
+PcApplicationPtr EmbeddedHost::RunningApplication() {
+  return core_->options.clientRuns ? application_ : nullptr;
+}
+
+PcRecordListPtr EmbeddedHost::CreateRecordList() {
+  return core_->NewRecordList();
+}
+
+PcEnginePtr EmbeddedHost::CreateEngine() {
+  return std::make_shared<EmbeddedEngine>(core_);
+}
+
+}  // namespace tessel::embedded

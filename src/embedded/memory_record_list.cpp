@@ -1,0 +1,116 @@
+#include "embedded/memory_record_list.h"
+
+#include "host/error.h"
+#include "platform/paths.h"
+
+namespace tessel::embedded {
+namespace {
+
+struct TypeDefault {
+  ColumnType type;
+  int length;
+};
+constexpr TypeDefault kLengths[] = {{ColumnType::kText, 255},
+                                    {ColumnType::kInteger, 2},
+                                    {ColumnType::kLong, 4},
+                                    {ColumnType::kDouble, 8},
+                                    {ColumnType::kBoolean, 2}};
+
+Value Converted(const Value& value, int typeCode) {
+  if (value.IsNull()) return value;
+  switch (static_cast<ColumnType>(typeCode)) {
+    case ColumnType::kText:
+      return value.IsText() ? value : Value(value.AsText());
+    case ColumnType::kInteger:
+      return Value(value.AsInt16());
+    case ColumnType::kLong:
+      return Value(value.AsInt32());
+    case ColumnType::kDouble:
+      return Value(value.AsDouble());
+    case ColumnType::kBoolean:
+      return Value(value.AsBoolean());
+  }
+  return value;
+}
+
+[[noreturn]] void ThrowOutside() {
+  throw RuntimeError(error_number::kSubscriptOutOfRange, "Subscript out of range in a record list");
+}
+
+}  // namespace
+
+void MemoryRecordList::AddColumn(const std::string& name, int length, int typeCode) {
+  if (!positions_.emplace(name, ColumnCount()).second) {
+    throw HostError("The record list has a column \"" + name + "\" already");
+  }
+  columns_.push_back({name, length, typeCode});
+}
+
+void MemoryRecordList::AddColumn(const std::string& name, ColumnType type) {
+  for (const TypeDefault& entry : kLengths) {
+    if (entry.type == type) AddColumn(name, entry.length, static_cast<int>(type));
+  }
+}
+
+const MemoryRecordList::Column& MemoryRecordList::ColumnAt(int column) const {
+  if (column < 0 || column >= ColumnCount()) ThrowOutside();
+  return columns_[static_cast<std::size_t>(column)];
+}
+
+std::string MemoryRecordList::ColumnName(int column) const {
+  return ColumnAt(column).name;
+}
+
+int MemoryRecordList::ColumnLength(int column) const {
+  return ColumnAt(column).length;
+}
+
+int MemoryRecordList::ColumnTypeCode(int column) const {
+  return ColumnAt(column).typeCode;
+}
+
+int MemoryRecordList::FindColumn(std::string_view name) const {
+  const auto found = positions_.find(name);
+  return found == positions_.end() ? -1 : found->second;
+}
+
+Value MemoryRecordList::GetValue(int column, int row) const {
+  if (column < 0 || column >= ColumnCount() || row < 0 || row >= RowCount()) ThrowOutside();
+  const auto& cells = rows_[static_cast<std::size_t>(row)];
+  const auto position = static_cast<std::size_t>(column);
+  return position < cells.size() ? cells[position] : Value();
+}
+
+void MemoryRecordList::SetValue(int column, int row, const Value& value) {
+  if (row < 0) ThrowOutside();
+  Value converted = Converted(value, ColumnAt(column).typeCode);
+  const auto rowPosition = static_cast<std::size_t>(row);
+  const auto position = static_cast<std::size_t>(column);
+  if (rowPosition >= rows_.size()) rows_.resize(rowPosition + 1);
+  auto& cells = rows_[rowPosition];
+  if (position >= cells.size()) cells.resize(columns_.size());
+  cells[position] = std::move(converted);
+}
+
+void MemoryRecordList::AppendRow(const std::vector<Value>& cells) {
+  const int row = RowCount();
+  rows_.emplace_back();
+  for (std::size_t i = 0; i < cells.size(); ++i)
+    SetValue(static_cast<int>(i), row, cells[i]);
+}
+
+void MemoryRecordList::WriteToFile(const std::string& title, const std::string& path) const {
+  if (const std::string folder = paths::Parent(path); !folder.empty()) files_.CreateFolders(folder);
+  files_.WriteStream(path, [&](const FileSystem::ByteSink& sink) {
+    sink(title + "\r\n");
+    for (int row = 0; row < RowCount(); ++row) {
+      std::string lines = "     ------------\r\n";
+      for (int column = 0; column < ColumnCount(); ++column) {
+        lines += ColumnName(column) + ":   " + GetValue(column, row).AsText() + "\r\n";
+      }
+      sink(lines);
+    }
+  });
+}
+
+}  // namespace tessel::embedded
