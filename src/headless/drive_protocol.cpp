@@ -14,6 +14,14 @@
 
 namespace tessel {
 
+namespace {
+
+bool IsKnown(const std::string& verb) {
+  return IsUserAction(verb) || verb == "call" || verb == "answer" || verb == "menu";
+}
+
+}  // namespace
+
 // Reads commands and answers questions until the one comes that the program waits for.
 class DriveProtocol::Conversation {
  public:
@@ -83,7 +91,8 @@ bool DriveProtocol::Conversation::TakeLine(const Take& take) {
     const std::string verb = TextMember(*command, "do");
     if (AnswerQuestion(verb, *command)) return false;
     if (take(verb, *command)) return true;
-    throw CommandError("\"" + verb + "\" is not possible here");
+    throw CommandError(IsKnown(verb) ? "\"" + verb + "\" is not possible now"
+                                     : "there is no command " + verb);
   } catch (const CommandError& error) {
     lines_.WriteError(line > 0 ? line : lines_.LineNumber(), error.what());
     return false;
@@ -154,6 +163,7 @@ void DriveProtocol::Conversation::CallHook(const HookCall& call) {
   const int line = lines_.LineNumber();
   try {
     const int status = hooks_->Call(call);
+    DropHeldActions();
     Write({{"event", "result"}, {"hook", call.hook}, {"result", status}});
   } catch (const RuntimeError& error) {
     lines_.WriteError(
