@@ -1,5 +1,7 @@
 #include "platform/posix/posix_platform.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
 
@@ -52,6 +54,8 @@ std::string DefaultDrivesDirectory() {
   if (drives.empty()) return HomeDataFolder() + "/tessel/drives";
   return std::filesystem::absolute(drives).lexically_normal().string();
 }
+
+bool StandardErrorIsTerminal() { return isatty(STDERR_FILENO) != 0; }
 
 ProgramLocation RunningProgram() {
   std::error_code error;

@@ -25,6 +25,9 @@ struct PosixPlatformOptions {
 // Folder and name of the running program's file.
 [[nodiscard]] ProgramLocation RunningProgram();
 
+// Whether a person looks at standard error.
+[[nodiscard]] bool StandardErrorIsTerminal();
+
 class PosixPlatform {
  public:
   // Error 5 for an ANSI code page that the machine does not know.

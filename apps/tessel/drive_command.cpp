@@ -1,0 +1,13 @@
+#include "headless/drive_protocol.h"
+#include "tessel/commands.h"
+#include "tessel/workbench.h"
+
+namespace tessel::cli {
+
+int RunDrive(const Drive& command, Streams& streams) {
+  DriveProtocol protocol(streams.in, streams.out);
+  Workbench workbench(command.login, protocol);
+  return protocol.Run(workbench, workbench.Windows()) == 0 ? kDone : kRefused;
+}
+
+}  // namespace tessel::cli
