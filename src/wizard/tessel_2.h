@@ -1,0 +1,77 @@
+// Tessel_2, the send-data page: the selection as a list, and the copy of its objects into the exchange
+// directory.
+#pragma once
+
+#include "wizard/page.h"
+
+namespace tessel {
+
+class Tessel_2 : public Page, public SendDataView {
+ public:
+  explicit Tessel_2(const PageContext& context) : Page(context, "Tessel_2") {}
+
+  // SendDataView
+  [[nodiscard]] bool CopyAll() const override { return check1_->Checked(); }
+  void HideForHostWindow() override { Hide(); }
+
+ protected:
+  void Build() override;
+  void Load() override;
+  void Activate() override;
+  void Layout() override;
+
+ private:
+  // One press of the process button while objects are left to copy.
+  struct CopyRun {
+    bool single = false;  // the object last copied was the selected one alone
+    bool copied = false;  // files reached the exchange directory
+  };
+
+  void BuildProgress();
+  void BuildButtons();
+  void SetCaptions();
+  void ListSelection();
+  void ListObject(int number);
+  void ClickCopyAll();
+  void SetForwardCaption();
+
+  // The user's gestures on check marks, which belong to the program.
+  void KeyDown(char32_t key);
+  void NodeCheck(int node);
+  void TreeClick();
+
+  // Command1.
+  void Process();
+  void RunCopy(CopyRun& run);
+  [[nodiscard]] bool PrepareDirectory();
+  // False ends the run.
+  [[nodiscard]] bool CopyNode(int node, CopyRun& run);
+  void MarkNode(int node);
+  void ShowProgress(int copied);
+  void Complete();
+  void ClearReadOnlyFlags();
+  void LetEventsRun();
+  void WaitABit();
+  void Leave();
+  void LeaveInCustomMode();
+  void StartWithoutRecipient();
+  [[nodiscard]] bool CopyComplete() const;
+  // The user cancelled or closed the page.
+  [[nodiscard]] bool Left() const { return State().ExportCancelled || !Loaded(); }
+
+  Frame* frame3_ = nullptr;
+  TreeList* treeView2_ = nullptr;
+  ImageList imageList1_;
+  CheckBox* check1_ = nullptr;
+  Label* label1_ = nullptr;
+  ProgressBar* progressBar1_ = nullptr;
+  Label* label2_ = nullptr;
+  Button* command1_ = nullptr;
+  Button* command2_ = nullptr;
+  Button* command3_ = nullptr;
+  int clickedNode_ = -1;
+  bool spacePressed_ = false;
+  bool running_ = false;
+};
+
+}  // namespace tessel

@@ -1,0 +1,203 @@
+// The process button of the send-data page: the copy run, and the way on from it.
+#include <chrono>
+
+#include "dispatch/recipients.h"
+#include "host/error.h"
+#include "messages/guard.h"
+#include "platform/file_system.h"
+#include "platform/paths.h"
+#include "selection/selection.h"
+#include "wizard/tessel_2.h"
+
+namespace tessel {
+namespace {
+
+constexpr const char* kCompleteMark = "2";
+constexpr std::chrono::milliseconds kPause{50};
+constexpr const char* kProcessError = "Fehler beim Bearbeiten der Rootobjekte (Command1_Click/Tessel_2)";
+
+// Sets a flag as long as it lives.
+class FlagScope {
+ public:
+  explicit FlagScope(bool& flag) : flag_(flag) { flag_ = true; }
+  ~FlagScope() { flag_ = false; }
+  FlagScope(const FlagScope&) = delete;
+  FlagScope& operator=(const FlagScope&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace
+
+bool Tessel_2::CopyComplete() const {
+  return command1_->Tag == kCompleteMark;
+}
+
+void Tessel_2::Process() {
+  // Events run during a copy; a press among them is ignored.
+  if (running_) return;
+  if (CopyComplete()) {
+    GuardedRun(GetServices().trace, kProcessError, [this] { Leave(); });
+    return;
+  }
+  // The user may close the window during the run.
+  const std::shared_ptr<Window> kept = SharedWindow();
+  CopyRun run;
+  {
+    const FlagScope scope(running_);
+    GuardedRun(GetServices().trace, kProcessError, [&] { RunCopy(run); });
+    if (run.copied) GuardedRun(GetServices().trace, kProcessError, [this] { ClearReadOnlyFlags(); });
+  }
+  // The host's copy window took the page's place.
+  if (run.single && !Left() && !kept->Visible()) Show();
+}
+
+void Tessel_2::RunCopy(CopyRun& run) {
+  const int selected = treeView2_->Selected();
+  if (selected < 0) ThrowObjectNotSet("selected node");
+  if (treeView2_->NodeAt(selected).checked) return;
+  const int count = treeView2_->NodeCount();
+  if (check1_->Checked()) {
+    progressBar1_->SetMaximum(count);
+    progressBar1_->SetVisible(true);
+  }
+  if (!PrepareDirectory()) return;
+  progressBar1_->SetValue(0);
+  int done = 0;
+  do {
+    const bool copyAll = check1_->Checked();
+    if (!copyAll) check1_->SetEnabled(false);
+    run.single = !copyAll;
+    if (!CopyNode(copyAll ? done : selected, run)) return;
+    ShowProgress(++done);
+  } while (!Left() && check1_->Checked() && done < count);
+}
+
+// A directory that could not be made leaves no name behind: the next press tries another one, and the
+// clean-up of a cancelled export does not take somebody else's directory for this one's.
+bool Tessel_2::PrepareDirectory() {
+  Services& services = GetServices();
+  ExchangeState& exchange = Context().exchange;
+  if (exchange.directoryName.empty()) {
+    std::string name;
+    std::string path;
+    if (!CommonXFunctions::CreateExDirName(services, name)) return false;
+    TraceLine("Name des temp. Austauschverzeichnisses(Command1_Click/Tessel_2): " + name);
+    if (!CommonXFunctions::CreateNewExDir(services, Settings().ExchangeDirectory, name, path)) return false;
+    TraceLine("Austauschverzeichnisses erstellt(Command1_Click/Tessel_2): " + path);
+    exchange.directoryName = name;
+    exchange.directoryPath = path;
+  }
+  services.Session().GlobalData().Set(global_data::kExchangeDirectory, exchange.directoryPath);
+  TraceLine("Austauschverzeichnis fuer LFC Fenster gesetzt(Command1_Click/Tessel_2): " +
+            exchange.directoryPath);
+  services.errors.WriteProtocolString("p0003", exchange.directoryPath);
+  return true;
+}
+
+bool Tessel_2::CopyNode(int node, CopyRun& run) {
+  const std::string tag = treeView2_->NodeAt(node).tag;
+  const CopyResult result = CommonXFunctions::copyFile2ExDir(GetServices(), Context().exchange, *this, tag);
+  TraceLine("Result of CopyFile Window (1=ok; 2=abord): " + std::to_string(static_cast<int>(result)));
+  if (result == CopyResult::kFailed) return false;
+  if (result != CopyResult::kCopied) return true;
+  run.copied = true;
+  bool generate = Settings().GenStrucFile;
+  if (!CommonXFunctions::CreateStructure(GetServices(), Context().exchange, Context().structure, generate,
+                                         tag)) {
+    TraceLine("Error during creation of structure file");
+    return false;
+  }
+  MarkNode(node);
+  if (Left()) return false;
+  if (treeView2_->CheckedCount() == treeView2_->NodeCount()) Complete();
+  return true;
+}
+
+void Tessel_2::MarkNode(int node) {
+  WaitABit();
+  LetEventsRun();
+  treeView2_->SetChecked(node, true);
+  LetEventsRun();
+  WaitABit();
+}
+
+void Tessel_2::ShowProgress(int copied) {
+  WaitABit();
+  LetEventsRun();
+  progressBar1_->SetValue(copied);
+  label1_->SetCaption(std::to_string(copied) + " / " + std::to_string(treeView2_->NodeCount()));
+  LetEventsRun();
+  WaitABit();
+}
+
+void Tessel_2::Complete() {
+  command1_->Tag = kCompleteMark;
+  progressBar1_->SetVisible(false);
+  label2_->SetVisible(true);
+  label2_->SetCaption(Caption("c0025", "Kopiervorgang erfolgreich"));
+  SetForwardCaption();
+  PcGlobalData& globalData = GetServices().Session().GlobalData();
+  CommonXFunctions::RemoveSelection(globalData);
+  CommonXFunctions::RemoveIfPresent(globalData, global_data::kCopyRunning);
+}
+
+// Once at the end of a press, not after each object: listing the directory each time would cost the square of
+// the number of files.
+void Tessel_2::ClearReadOnlyFlags() {
+  FileSystem& files = GetServices().platform.files;
+  const std::string& directory = Context().exchange.directoryPath;
+  for (const std::string& name : files.ListFiles(directory)) {
+    const std::string path = paths::Join(directory, name);
+    if (files.IsReadOnly(path)) files.SetReadOnly(path, false);
+  }
+}
+
+void Tessel_2::LetEventsRun() {
+  GetServices().toolkit.PumpEvents();
+  if (Loaded()) GetServices().toolkit.Redraw(PageWindow());
+}
+
+void Tessel_2::WaitABit() {
+  GetServices().platform.pauser.Sleep(kPause);
+}
+
+void Tessel_2::Leave() {
+  State().NavigatedFrom = navigated_from::kSendDataPage;
+  check1_->SetEnabled(true);
+  Hide();
+  switch (Mode()) {
+    case SendMode::kNoSend:
+      StartWithoutRecipient();
+      DispatchAndFinish();
+      return;
+    case SendMode::kCustom:
+      LeaveInCustomMode();
+      return;
+    default:
+      Flow().ShowPage(PageId::kRecipient);
+      return;
+  }
+}
+
+void Tessel_2::LeaveInCustomMode() {
+  if (Settings().b_UsePartnerList) {
+    Flow().ShowPage(PageId::kRecipient);
+    return;
+  }
+  StartWithoutRecipient();
+  if (Settings().b_UseCustomForm) {
+    Flow().ShowPage(PageId::kCustomInput);
+  } else {
+    DispatchAndFinish();
+  }
+}
+
+// The export is finalised and recorded like any other, and no recipient of an earlier one leaks into it.
+void Tessel_2::StartWithoutRecipient() {
+  State().recipients = NewRecipientList(GetServices().runtime);
+  AppendRecipient(*State().recipients, {{}, {}, Context().exchange.directoryPath});
+}
+
+}  // namespace tessel
