@@ -90,6 +90,23 @@ void EmbeddedObject::Assign(std::string_view name, const Value& value) {
   changed_[position] = true;
 }
 
+void EmbeddedObject::RequireUnsaved() const {
+  if (id_ != 0) throw HostError("The object " + KeyText(Key()) + " is in the database");
+}
+
+void EmbeddedObject::ClearData() {
+  RequireUnsaved();
+  values_.assign(values_.size(), Value());
+  Assign("CLASS_ID", Value(definition_->id));
+}
+
+void EmbeddedObject::SetDefaults() {
+  RequireUnsaved();
+  for (std::size_t i = 0; i < values_.size(); ++i) {
+    if (values_[i].IsNull()) values_[i] = definition_->Attributes()[i]->defaultValue;
+  }
+}
+
 int EmbeddedObject::Add(const PcBehavior&) {
   if (const int code = Failures().Code(HostCall::kInsert, definition_->id)) return code;
   return Insert();

@@ -30,6 +30,9 @@ class EmbeddedObject final : public PcObject {
   [[nodiscard]] Value GetValue(std::string_view name) const override;
   // OBJECT_ID and CLASS_ID cannot be set, nor the ends of a link that exists.
   void SetValue(std::string_view name, const Value& value) override;
+  // Errors: HostError for an object that is in the database.
+  void ClearData() override;
+  void SetDefaults() override;
   [[nodiscard]] int Add(const PcBehavior& behavior) override;
   // Writes the attributes that were set since the object was read, added or updated.
   [[nodiscard]] int Update(const PcBehavior& behavior) override;
@@ -52,6 +55,7 @@ class EmbeddedObject final : public PcObject {
   [[nodiscard]] std::size_t RequiredPosition(std::string_view name) const;
   void Assign(std::string_view name, const Value& value);
   [[nodiscard]] int Insert();
+  void RequireUnsaved() const;
   [[nodiscard]] bool Exists(const ObjectKey& key) const;
   [[nodiscard]] FailurePlan& Failures() const { return session_->Core().failures; }
 

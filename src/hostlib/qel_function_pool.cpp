@@ -4,8 +4,6 @@
 #include "host/error.h"
 #include "host/services.h"
 #include "messages/guard.h"
-#include "platform/file_system.h"
-#include "platform/text_encoding.h"
 
 namespace tessel {
 namespace {
@@ -63,7 +61,10 @@ PcClassPtr ClassArgument::ResolveClass(PcSession& session) const {
 }
 
 QelFunctionPool::QelFunctionPool(const Platform& platform, HostRuntime& runtime)
-    : runtime_(runtime), profiles_(platform.profiles) {}
+    : runtime_(runtime),
+      profiles_(platform.profiles),
+      ansi_(platform.encodings.Open(platform.ansiCodePage)),
+      trace_(platform.files, *ansi_) {}
 
 bool QelFunctionPool::StartPelicore(PcEnginePtr& engine, PcSessionPtr& session, const std::string& userName,
                                     const std::string& password, std::int16_t useCurrentLogin) {
@@ -129,6 +130,14 @@ std::string QelFunctionPool::ReadSetting(const std::string& section, const std::
 void QelFunctionPool::WriteSetting(const std::string& section, const std::string& key,
                                    const std::string& value) const {
   profiles_.Write(iniFile_, section, key, value);
+}
+
+void QelFunctionPool::PutTraceObject(const PcObjectPtr& object, const std::string& title) const {
+  trace_.PutTraceObject(object, title);
+}
+
+void QelFunctionPool::PutTraceRecList(const PcRecordListPtr& records, const std::string& title) const {
+  trace_.PutTraceRecList(records, title);
 }
 
 }  // namespace tessel

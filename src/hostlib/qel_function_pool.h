@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "host/application.h"
@@ -12,7 +13,9 @@
 #include "host/object_store.h"
 #include "host/record_list.h"
 #include "host/session.h"
+#include "messages/library_trace.h"
 #include "platform/operating_system.h"
+#include "platform/text_encoding.h"
 
 namespace tessel {
 
@@ -92,8 +95,8 @@ class QelFunctionPool {
 
   // --- retrieval: one row an object with "OBJECT_ID", "CLASS_ID" and all attributes of the class ---
   // The mode is the first setting of the retrieval's behaviour. The result is also put into the last
-  // argument; both are nothing when no class is named. The forms with links add the columns of the link
-  // class: of the one given, else of the hierarchical link class between the object and the class.
+  // argument; both are nothing when no class is named. The forms with links return the same objects and
+  // append the attributes of the links: of the link class given, else of all that may tie the two classes.
 
   PcRecordListPtr RetrieveChildren(const PcObject& object, const ClassArgument& childClass, int mode,
                                    PcRecordListPtr& records) const;
@@ -181,9 +184,22 @@ class QelFunctionPool {
                                         const std::string& defaultText) const;
   void WriteSetting(const std::string& section, const std::string& key, const std::string& value) const;
 
+  // --- library trace, written while its file exists ---
+
+  void TraceFile(const std::string& path) { trace_.SetTraceFile(path); }
+  // One to ten pairs of text and value; never fails.
+  template <class... Pairs>
+  void PutTrace(const TracePair& first, const Pairs&... others) const {
+    trace_.PutTrace(first, others...);
+  }
+  void PutTraceObject(const PcObjectPtr& object, const std::string& title) const;
+  void PutTraceRecList(const PcRecordListPtr& records, const std::string& title) const;
+
  private:
   HostRuntime& runtime_;
   ProfileStrings& profiles_;
+  std::shared_ptr<const TextEncoding> ansi_;
+  LibraryTrace trace_;
   std::string iniFile_;
 };
 

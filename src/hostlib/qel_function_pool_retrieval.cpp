@@ -1,5 +1,7 @@
 // Retrieval of related objects.
+#include <algorithm>
 #include <set>
+#include <vector>
 
 #include "host/error.h"
 #include "hostlib/qel_function_pool.h"
@@ -27,18 +29,27 @@ ClassId HierarchicalLink(PcSession& session, ClassId upper, ClassId lower) {
   return 0;
 }
 
-// The steps that all forms share. A link class of 0 leaves the choice of links to the host.
-PcRecordListPtr RetrieveBy(Retrieve retrieve, const PcObject& object, ClassId related, ClassId linkClass,
-                           int mode, PcRecordListPtr& records) {
+// The steps that all forms share. Without link classes the choice of links is the host's.
+PcRecordListPtr RetrieveBy(Retrieve retrieve, const PcObject& object, ClassId related,
+                           const std::vector<ClassId>& linkClasses, int mode) {
   const PcSessionPtr session = Required(object.Session(), "session of the object");
   const PcAttributeListPtr attributes =
       Required(session->ObjectStore()->NewAttributeList(), "attribute list");
   attributes->Add(related, kAllAttributes, kRelatedCode);
-  if (linkClass >= 1) attributes->Add(linkClass, kAllAttributes, kLinkCode);
+  for (const ClassId linkClass : linkClasses)
+    attributes->Add(linkClass, kAllAttributes, kLinkCode);
   const PcBehaviorPtr behavior = Required(session->NewBehavior(), "behaviour");
   behavior->Set(1, mode);
-  records = (object.*retrieve)(*attributes, *behavior);
-  return records;
+  return (object.*retrieve)(*attributes, *behavior);
+}
+
+// Adds the link classes that may tie two classes in this order.
+void AddLinkClasses(const PcObject& object, ClassId first, ClassId second,
+                    std::vector<ClassId>& linkClasses) {
+  for (const PcClassPtr& linkClass : object.Session()->MetaData()->LinkClassesBetween(first, second)) {
+    const ClassId id = linkClass->Id();
+    if (std::find(linkClasses.begin(), linkClasses.end(), id) == linkClasses.end()) linkClasses.push_back(id);
+  }
 }
 
 ClassId Resolve(const PcObject& object, const ClassArgument& argument) {
@@ -72,7 +83,8 @@ PcRecordListPtr QelFunctionPool::RetrieveChildren(const PcObject& object, const 
   records = nullptr;
   const ClassId related = Resolve(object, childClass);
   if (related == 0) return records;
-  return RetrieveBy(&PcObject::Children, object, related, 0, mode, records);
+  records = RetrieveBy(&PcObject::Children, object, related, {}, mode);
+  return records;
 }
 
 PcRecordListPtr QelFunctionPool::RetrieveChildrenAndLinks(const PcObject& object,
@@ -81,8 +93,10 @@ PcRecordListPtr QelFunctionPool::RetrieveChildrenAndLinks(const PcObject& object
   records = nullptr;
   const ClassId related = Resolve(object, childClass);
   if (related == 0) return records;
-  const ClassId linkClass = HierarchicalLink(*object.Session(), object.GetClassId(), related);
-  return RetrieveBy(&PcObject::Children, object, related, linkClass, mode, records);
+  std::vector<ClassId> links;
+  AddLinkClasses(object, object.GetClassId(), related, links);
+  records = RetrieveBy(&PcObject::Children, object, related, links, mode);
+  return records;
 }
 
 PcRecordListPtr QelFunctionPool::RetrieveParents(const PcObject& object, const ClassArgument& parentClass,
@@ -90,7 +104,8 @@ PcRecordListPtr QelFunctionPool::RetrieveParents(const PcObject& object, const C
   records = nullptr;
   const ClassId related = Resolve(object, parentClass);
   if (related == 0) return records;
-  return RetrieveBy(&PcObject::Parents, object, related, 0, mode, records);
+  records = RetrieveBy(&PcObject::Parents, object, related, {}, mode);
+  return records;
 }
 
 PcRecordListPtr QelFunctionPool::RetrieveParentsAndLinks(const PcObject& object,
@@ -99,8 +114,10 @@ PcRecordListPtr QelFunctionPool::RetrieveParentsAndLinks(const PcObject& object,
   records = nullptr;
   const ClassId related = Resolve(object, parentClass);
   if (related == 0) return records;
-  const ClassId linkClass = HierarchicalLink(*object.Session(), related, object.GetClassId());
-  return RetrieveBy(&PcObject::Parents, object, related, linkClass, mode, records);
+  std::vector<ClassId> links;
+  AddLinkClasses(object, related, object.GetClassId(), links);
+  records = RetrieveBy(&PcObject::Parents, object, related, links, mode);
+  return records;
 }
 
 PcRecordListPtr QelFunctionPool::RetrieveRelations(const PcObject& object, const ClassArgument& relatedClass,
@@ -109,7 +126,10 @@ PcRecordListPtr QelFunctionPool::RetrieveRelations(const PcObject& object, const
   records = nullptr;
   const ClassId related = Resolve(object, relatedClass);
   if (related == 0) return records;
-  return RetrieveBy(&PcObject::Relations, object, related, Resolve(object, linkClass), mode, records);
+  std::vector<ClassId> links;
+  if (const ClassId given = Resolve(object, linkClass); given >= 1) links.push_back(given);
+  records = RetrieveBy(&PcObject::Relations, object, related, links, mode);
+  return records;
 }
 
 PcRecordListPtr QelFunctionPool::RetrieveRelationsAndLinks(const PcObject& object,
@@ -119,7 +139,14 @@ PcRecordListPtr QelFunctionPool::RetrieveRelationsAndLinks(const PcObject& objec
   records = nullptr;
   const ClassId related = Resolve(object, relatedClass);
   if (related == 0) return records;
-  return RetrieveBy(&PcObject::Relations, object, related, Resolve(object, linkClass), mode, records);
+  std::vector<ClassId> links;
+  if (const ClassId given = Resolve(object, linkClass); given >= 1) links.push_back(given);
+  if (links.empty()) {
+    AddLinkClasses(object, object.GetClassId(), related, links);
+    AddLinkClasses(object, related, object.GetClassId(), links);
+  }
+  records = RetrieveBy(&PcObject::Relations, object, related, links, mode);
+  return records;
 }
 
 PcObjectPtr QelFunctionPool::RetrieveMainObject(const PcObjectPtr& object, std::int16_t steps) const {
