@@ -28,7 +28,8 @@ namespace CommonXFunctions {
 // A new document with declaration, root, attributes and the empty lists; drops any earlier one and the rows
 // collected for it.
 void StartStructureDocument(Services& services, StructureState& state);
-// Adds the nodes of one selected object and returns its "_STOBJECT_" and "_H_STOBJECT_" (empty when not made).
+// Adds the nodes of one selected object and returns its "_STOBJECT_" and "_H_STOBJECT_" (empty when not
+// made).
 struct SelectedObjectNodes {
   XmlNode content;
   XmlNode hierarchical;

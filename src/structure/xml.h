@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "messages/trace.h"
+#include "platform/file_system.h"
+#include "platform/text_encoding.h"
 #include "structure/xml_document.h"
 
 namespace tessel::XML {
@@ -16,16 +18,19 @@ namespace tessel::XML {
 void InstructGerman(XmlDocument& document, const std::string& rootName, const std::string& encoding);
 XmlNode CreateRootElement(XmlDocument& document, const std::string& name, const std::string& text);
 // Without parent the element stays detached.
-XmlNode CreateElement(XmlDocument& document, const std::string& name, const std::string& text, XmlNode parent);
+XmlNode CreateElement(XmlDocument& document, const std::string& name, const std::string& text,
+                      XmlNode parent);
 // Blanks of the name become "_". Returns the value set.
-std::string CreateAttribute(XmlDocument& document, const std::string& name, XmlNode element,
-                            const std::string& value);
+std::string CreateAttribute(XmlDocument& document, std::string_view name, XmlNode element,
+                            std::string_view value);
 // Errors of the file system and of the encoding go to the caller. Characters that XML does not allow are
 // replaced and traced.
 void SaveXMLFile(const XmlDocument& document, FileSystem& files, const TextEncodings& encodings, Trace& trace,
                  const std::string& path);
 // Ends the use of the document; the caller then releases it.
 void TerminateXMLDoc(XmlDocumentPtr& document);
+// An element with identity whose value is plain text. Never raises; after another failure than that of its
+// name the element is as far as it was built.
 XmlNode CreateSaveModeElement(XmlDocument& document, const std::string& name, const std::string& text,
                               XmlNode parent, const std::string& identifier);
 

@@ -53,27 +53,34 @@ class XmlDocument {
   // A detached element. Error: RuntimeError whose description holds "-->" and the offending character when
   // the name is no XML 1.0 (fourth edition) name; an empty name is refused too.
   [[nodiscard]] XmlNode NewElement(std::string_view name);
-  // Moves a detached node below a parent.
+  // The same as the last child of a parent; cheaper, and as fast at any depth.
+  XmlNode AppendElement(XmlNode parent, std::string_view name);
+  // Moves a node below a parent. Error 5 below itself, for a second top element, and for a parent that is no
+  // element.
   void Append(XmlNode parent, XmlNode child);
-  void InsertProcessingInstruction(std::string_view target, std::string_view data);  // before all else
+  // Before all else. A new declaration (target "xml") takes the place of the old.
+  void InsertProcessingInstruction(std::string_view target, std::string_view data);
   void SetText(XmlNode element, std::string_view text);  // replaces the element's content
   void AppendCData(XmlNode element, std::string_view text);
   // Adds or replaces an attribute. Error as NewElement for a name that XML does not accept.
   void SetAttribute(XmlNode element, std::string_view name, std::string_view value);
+  // Detaches a node with all that it holds.
   void Remove(XmlNode node);
 
   // Elements of the document with a tag name in document order; detached ones are not among them.
   [[nodiscard]] std::vector<XmlNode> ElementsByTagName(std::string_view name) const;
 
-  // Look-ups in constant time, true under every change: elements of a name whose attribute "Identifier" has a
-  // value, and the first of them whose "Instance" has a number.
+  // Look-ups, true under every change: elements of a name whose attribute "Identifier" has a value, and the
+  // first of them whose "Instance" has a number. In constant time while instances are numbered in the order
+  // in which they join the document.
   [[nodiscard]] int CountIdentified(std::string_view name, std::string_view identifier) const;
-  [[nodiscard]] XmlNode FindIdentified(std::string_view name, std::string_view identifier, int instance) const;
+  [[nodiscard]] XmlNode FindIdentified(std::string_view name, std::string_view identifier,
+                                       int instance) const;
 
-  // Writes the document in the encoding of its declaration (UTF-8 without one): no white space added, what the
-  // encoding lacks as numeric references. `replaced` counts characters that XML does not allow and that were
-  // written as U+FFFD or "?". Errors: 5 unknown encoding, and those of the file system; an existing file is
-  // replaced as one step.
+  // Writes the document in the encoding of its declaration (UTF-8 without one): no white space added, what
+  // the encoding lacks as numeric references. `replaced` counts characters that XML does not allow and that
+  // were written as U+FFFD or "?". Errors: 5 unknown encoding, and those of the file system; an existing file
+  // is replaced as one step.
   void Save(FileSystem& files, const TextEncodings& encodings, const std::string& path, int& replaced) const;
 
  private:

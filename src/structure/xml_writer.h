@@ -1,0 +1,54 @@
+// Writes a document tree as bytes of an encoding.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/file_system.h"
+#include "platform/text_encoding.h"
+
+namespace pugi {
+class xml_node;
+}
+
+namespace tessel {
+
+class XmlWriter {
+ public:
+  // Both outlive the writer. The sink gets pieces of some 64 KB.
+  XmlWriter(const TextEncoding& encoding, const FileSystem::ByteSink& sink);
+
+  // U+FEFF, as the encoding has it.
+  void WriteByteOrderMark();
+  // Everything below a node, in document order, however deep.
+  void WriteContent(const pugi::xml_node& top);
+  // Hands the rest to the sink.
+  void Finish();
+  // Characters written as something else, because XML does not allow them or, in names, the encoding lacks
+  // them.
+  [[nodiscard]] int Replaced() const { return replaced_; }
+
+ private:
+  enum class Place : unsigned char { kText = 1, kAttribute = 2, kCData = 4 };
+
+  bool Open(const pugi::xml_node& node);
+  void Close(const pugi::xml_node& element);
+  void WriteMarkup(std::string_view ascii);
+  void WriteName(std::string_view name);
+  void WriteInstruction(std::string_view target, std::string_view data);
+  void WriteEscaped(std::string_view text, Place place);
+  void WriteCData(std::string_view text);
+  // Number of characters written; 0 when the next one needs a closer look.
+  std::size_t WritePlainRun(std::string_view rest, Place place);
+  void WriteReference(char32_t codePoint);
+  // U+FFFD, or "?" when the encoding lacks it.
+  void WriteReplacement();
+
+  const TextEncoding& encoding_;
+  const FileSystem::ByteSink& sink_;
+  const bool asciiCompatible_;
+  std::string buffer_;
+  int replaced_ = 0;
+};
+
+}  // namespace tessel
