@@ -77,7 +77,9 @@ class Dispatch {
         session_(Required(services_.declarations.startup.session, "stored session")),
         store_(Required(session_->ObjectStore(), "object store")),
         adminTool_(trace_),
-        backup_(services_, parts.exchange.directoryPath + "_temp") {}
+        backup_(services_, parts.exchange.directoryPath + "_temp") {
+    adminTool_.DefaultBehavior = services_.declarations.startup.DefaultBehavior;
+  }
 
   void Run(DispatchListener& listener) {
     trace_.Write("Hole die KlassenID fuer das Datenaustauschobjekt");

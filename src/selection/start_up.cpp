@@ -12,8 +12,10 @@ bool StartUp(Services& services, StartUpState& state, const PcSessionPtr& sessio
       !declarations.SetIconDirectory()) {
     return false;
   }
-  const auto settings = state.adminTool->adm_GetLinkedAdmObj(session, admin_setting::kSetName, nullptr);
-  if (!settings || !declarations.ReadConfiguration(services.errors)) return false;
+  PelicoreAdminTool& adminTool = *state.adminTool;
+  adminTool.DefaultBehavior = declarations.startup.DefaultBehavior;
+  adminTool.AdminObject = adminTool.adm_GetLinkedAdmObj(session, admin_setting::kSetName, nullptr);
+  if (!adminTool.AdminObject || !declarations.ReadConfiguration(services.errors)) return false;
   declarations.startup.databaseAlias = session->DatabaseAlias();
   return true;
 }
