@@ -83,7 +83,7 @@ void Tessel_2::ListObject(int number) {
   treeView2_->AddNode(
       CommonXFunctions::RetrieveDisplayVal(nameAttribute, Settings().DisplayAttribute2, object), tag,
       "Class" + classText);
-  if (object->GetText(nameAttribute).empty()) {
+  if (!object->HasAttribute(nameAttribute) || object->GetText(nameAttribute).empty()) {
     TraceLine("!! NODE NAME (DESCRIPTION1: '" + nameAttribute + "') IS EMPTY FOR OBJECT: '" + tag + "' !!!");
   }
   const auto nodes = CommonXFunctions::AddSelectedObject(GetServices(), Context().structure, *object);
