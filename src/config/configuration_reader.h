@@ -41,6 +41,23 @@ class ConfigurationReader {
                                                               const std::string& className,
                                                               const std::string& attributeName,
                                                               const PcObjectPtr& settings) = 0;
+
+  // Around a row of readings of one moment, within which a reader may keep what it found. Readers that keep
+  // nothing do nothing.
+  virtual void BeginReading() {}
+  virtual void EndReading() {}
+};
+
+// One such row.
+class ConfigurationReading {
+ public:
+  explicit ConfigurationReading(ConfigurationReader& reader) : reader_(reader) { reader_.BeginReading(); }
+  ~ConfigurationReading() { reader_.EndReading(); }
+  ConfigurationReading(const ConfigurationReading&) = delete;
+  ConfigurationReading& operator=(const ConfigurationReading&) = delete;
+
+ private:
+  ConfigurationReader& reader_;
 };
 
 }  // namespace tessel

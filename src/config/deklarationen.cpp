@@ -1,0 +1,110 @@
+#include "config/deklarationen.h"
+
+#include "config/supported_classes.h"
+#include "host/error.h"
+#include "messages/guard.h"
+
+namespace tessel {
+namespace {
+
+constexpr const char* kIconDirectoryKey = "$Local\\Directory Structure\\ICONS_DIR";
+// The four settings of the default behaviour, the first to the fourth.
+constexpr int kBehaviorSettings[] = {2, 0, 0, 0};
+
+void TraceQuietly(Trace& trace, const std::string& text) {
+  IgnoringErrors([&] { trace.Write(text); });
+}
+
+// Stores the text of one key, converted by the type of its member, and gives it back as the trace shows it.
+struct StoreText {
+  Configuration& configuration;
+  const std::string& text;
+
+  std::string operator()(std::string Configuration::*member) const { return configuration.*member = text; }
+  std::string operator()(bool Configuration::*member) const {
+    return BooleanText(configuration.*member = ParseBoolean(text));
+  }
+  std::string operator()(std::int16_t Configuration::*member) const {
+    return std::to_string(configuration.*member = ParseInt16(text));
+  }
+};
+
+void ReadValues(ConfigurationReader& reader, StartupValues& startup, Configuration& configuration,
+                const std::string& programDirectory, Trace& trace) {
+  const ConfigurationReading reading(reader);
+  for (const ConfigurationKey& key : ConfigurationKeys()) {
+    const std::string defaultText = key.defaultText == nullptr ? programDirectory : key.defaultText;
+    const std::string text =
+        reader.ReadValue(startup.session, key.section, key.key, defaultText, admin_setting::kSetName,
+                         admin_setting::kClassName, admin_setting::kTextAttribute, nullptr);
+    trace.Write(key.label + std::visit(StoreText{configuration, text}, key.member));
+  }
+}
+
+}  // namespace
+
+Deklarationen::Deklarationen(Trace& trace, Toolkit& toolkit, std::string programDirectory,
+                             ReaderFactory makeReader)
+    : trace_(trace),
+      toolkit_(toolkit),
+      programDirectory_(std::move(programDirectory)),
+      makeReader_(std::move(makeReader)) {}
+
+bool Deklarationen::SetSessionGlobal(const PcSessionPtr& session) {
+  TraceQuietly(trace_, "Set PcSession as global variable");
+  startup.session = session;
+  TraceQuietly(trace_, std::string("  session has been set globally with result: ") + BooleanText(true));
+  return true;
+}
+
+bool Deklarationen::SetDefaultBehavior() {
+  TraceQuietly(trace_, "set default Behavior for Pelicore operations");
+  bool done = IgnoringErrors(
+      [&] { startup.DefaultBehavior = Required(startup.session.get(), "stored session")->NewBehavior(); });
+  for (int number = 1; number <= static_cast<int>(std::size(kBehaviorSettings)); ++number) {
+    done &= IgnoringErrors([&] {
+      Required(startup.DefaultBehavior.get(), "default behavior")->Set(number, kBehaviorSettings[number - 1]);
+    });
+  }
+  const bool result = done || startup.DefaultBehavior != nullptr;
+  TraceQuietly(trace_, std::string("  Behavior has been set with result: ") + BooleanText(result));
+  return result;
+}
+
+bool Deklarationen::SetIconDirectory() {
+  TraceQuietly(trace_, "Set Icon directory");
+  const bool done = IgnoringErrors([&] {
+    startup.IconDirectory =
+        Required(startup.session.get(), "stored session")->ConfigurationValue(kIconDirectoryKey);
+  });
+  TraceQuietly(trace_, "  Icon directory has been set with result: " + startup.IconDirectory);
+  return done;
+}
+
+bool Deklarationen::ReadConfiguration(const ErrorHandling& errors) {
+  try {
+    trace_.Write("begin value initialization");
+    const auto metaData = Required(startup.session.get(), "stored session")->MetaData();
+    if (!FixSupportedClasses(*metaData, startup, trace_)) return false;
+    if (!pciniAdminTool) pciniAdminTool = makeReader_();
+    trace_.Write(pciniAdminTool ? "pciniAdminTool is not nothing" : "pciniAdminTool is nothing");
+    ReadValues(*Required(pciniAdminTool.get(), "pciniAdminTool"), startup, configuration, programDirectory_,
+               trace_);
+    startup.TracePath = configuration.TracePath;
+    return true;
+  } catch (...) {
+    TraceError(trace_, "Stop on error: Could not initiate Variables!", CurrentError());
+  }
+  toolkit_.ShowMessage({errors.ErrorHandle("e9020"), "Kestrix Error", MessageIcon::kCritical});
+  return false;
+}
+
+std::string Deklarationen::Folder() const {
+  return configuration.LanguageFilePath.empty() ? programDirectory_ : configuration.LanguageFilePath;
+}
+
+std::string Deklarationen::Language() const {
+  return Required(startup.session.get(), "stored session")->Language();
+}
+
+}  // namespace tessel
