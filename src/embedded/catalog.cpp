@@ -81,7 +81,7 @@ bool ClassDefinition::MayTie(ClassId first, ClassId second) const {
 }
 
 std::string ClassDefinition::DescriptionAttribute() const {
-  for (const char* attribute : {"VRK_DESCRIPTION", "CN_DESCRIPTION"}) {
+  for (const char* attribute : {"VRK_DESCRIPTION", "CN_DESCRIPTION", "DESCRIPTION"}) {
     if (Has(attribute)) return attribute;
   }
   for (const auto& attribute : attributes_) {

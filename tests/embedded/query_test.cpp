@@ -1,0 +1,85 @@
+#include <gtest/gtest.h>
+
+#include "embedded/small_world.h"
+
+namespace tessel::test {
+namespace {
+
+constexpr ClassId kPart = 1202;
+
+std::string Documents() {
+  return Document("Part", 1, "", R"("VRK_DESCRIPTION": "O'Shea \" -- ; %", "LOCKED": true, "WEIGHT": 1.5)") +
+         "," + Document("Part", 2, "", R"("VRK_DESCRIPTION": "plain", "LOCKED": false, "WEIGHT": 2)") + "," +
+         Document("Part", 3);
+}
+
+class QueryTest : public ::testing::Test {
+ protected:
+  // VRK_ID of the parts that meet one condition.
+  std::string Find(const std::string& attribute, const std::string& op, const Value& value) {
+    const PcQueryPtr query = world.session->ObjectStore()->NewQuery();
+    query->SetClass(kPart);
+    query->AddSelect("VRK_ID");
+    query->AddCondition(attribute, op, value);
+    return RowsText(*query->Run(), {"VRK_ID"});
+  }
+  SmallWorld world{Documents()};
+};
+
+TEST_F(QueryTest, ConditionsAreBoundAndTyped) {
+  struct Case {
+    const char* attribute;
+    const char* op;
+    Value value;
+    const char* found;
+  };
+  const Case cases[] = {
+      {"VRK_DESCRIPTION", "=", Value("O'Shea \" -- ; %"), "D-1"},
+      {"VRK_DESCRIPTION", "=", Value("' OR '1'='1"), ""},
+      {"VRK_DESCRIPTION", "=", Value(), "D-3"},
+      {"VRK_DESCRIPTION", "<>", Value(), "D-1; D-2"},
+      {"VRK_DESCRIPTION", "LIKE", Value("pl%"), "D-2"},
+      {"OBJECT_ID", ">=", Value("2"), "D-2; D-3"},
+      {"OBJECT_ID", "<", Value(2.0), "D-1"},
+      {"WEIGHT", ">", Value("1.75"), "D-2"},
+      {"CLASS_ID", "=", Value(std::int16_t{1202}), "D-1; D-2; D-3"},
+      {"LOCKED", "=", Value("FALSE"), "D-2; D-3"},
+      {"LOCKED", "=", Value("TRUE"), "D-1"},
+      {"LOCKED", "<>", Value(true), "D-2; D-3"},
+      {"LOCKED", "=", Value(), "D-2; D-3"},
+  };
+  for (const Case& each : cases) {
+    EXPECT_EQ(Find(each.attribute, each.op, each.value), each.found) << each.attribute << each.op;
+  }
+}
+
+TEST_F(QueryTest, RefusesWhatTheMetadataDoesNotKnow) {
+  EXPECT_EQ(ErrorOf([&] { Find("NOPE", "=", Value(1)); }), "440 Class \"Part\" has no attribute \"NOPE\"");
+  EXPECT_EQ(ErrorOf([&] { Find("VRK_ID", "= 1 OR 1 =", Value(1)); }).substr(0, 4), "440 ");
+  EXPECT_EQ(ErrorOf([&] { Find("OBJECT_ID", "=", Value("1 OR 1=1")); }).substr(0, 3), "13 ");
+  const PcQueryPtr query = world.session->ObjectStore()->NewQuery();
+  EXPECT_NE(ErrorOf([&] { query->SetClass(4711); }), "");
+  EXPECT_NE(ErrorOf([&] { query->AddSelect("VRK_ID"); }), "");
+  EXPECT_NE(ErrorOf([&] { static_cast<void>(query->Run()); }), "");
+}
+
+TEST_F(QueryTest, SelectListGivesTypedColumnsEachOnce) {
+  const PcQueryPtr query = world.session->ObjectStore()->NewQuery();
+  query->SetClass(kPart);
+  for (const char* name : {"OBJECT_ID", "CLASS_ID", "LOCKED", "LOCKED"})
+    query->AddSelect(name);
+  const PcRecordListPtr list = query->Run();
+  EXPECT_EQ(list->ColumnCount(), 3);
+  EXPECT_EQ(list->GetValue("LOCKED", 0), Value(true));
+  EXPECT_EQ(list->KeyOfRow(2), (ObjectKey{kPart, 3}));
+}
+
+TEST_F(QueryTest, FreeSqlComparesIdsAsQuotedText) {
+  EXPECT_EQ(world.Select("select VRK_ID from PART where OBJECT_ID='2' AND CLASS_ID = '1202'"), "D-2");
+  EXPECT_EQ(world.Select("select * from VRK_STATE order by value_order desc"),
+            "3|11|3|Released; 2|11|2|Checked Out; 1|11|1|Checked In");
+  EXPECT_NE(ErrorOf([&] { static_cast<void>(world.Select("select * from NO_TABLE")); }), "");
+}
+
+}  // namespace
+}  // namespace tessel::test
