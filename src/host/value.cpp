@@ -51,14 +51,19 @@ Integer ToInteger(double value) {
   return static_cast<Integer>(rounded);
 }
 
+// The number's characters without blanks around them and without a plus sign, which from_chars does not take.
+std::string_view Digits(std::string_view text) {
+  const std::string_view digits = Trimmed(text);
+  const bool hasPlus = digits.size() > 1 && digits[0] == '+' && digits[1] != '-';
+  return hasPlus ? digits.substr(1) : digits;
+}
+
 template <class Integer>
 Integer ParseInteger(std::string_view text) {
-  const std::string_view digits = Trimmed(text);
-  const std::string_view unsignedDigits =
-      !digits.empty() && digits.front() == '+' ? digits.substr(1) : digits;
+  const std::string_view digits = Digits(text);
   Integer value{};
-  const char* end = unsignedDigits.data() + unsignedDigits.size();
-  const auto [rest, error] = std::from_chars(unsignedDigits.data(), end, value);
+  const char* end = digits.data() + digits.size();
+  const auto [rest, error] = std::from_chars(digits.data(), end, value);
   if (error == std::errc() && rest == end) return value;
   return ToInteger<Integer>(ParseDouble(text));
 }
@@ -66,8 +71,7 @@ Integer ParseInteger(std::string_view text) {
 }  // namespace
 
 double ParseDouble(std::string_view text) {
-  std::string_view digits = Trimmed(text);
-  if (!digits.empty() && digits.front() == '+') digits.remove_prefix(1);
+  const std::string_view digits = Digits(text);
   double value = 0;
   const char* end = digits.data() + digits.size();
   const auto [rest, error] = std::from_chars(digits.data(), end, value);
@@ -76,9 +80,13 @@ double ParseDouble(std::string_view text) {
   return value;
 }
 
-std::int16_t ParseInt16(std::string_view text) { return ParseInteger<std::int16_t>(text); }
+std::int16_t ParseInt16(std::string_view text) {
+  return ParseInteger<std::int16_t>(text);
+}
 
-std::int32_t ParseInt32(std::string_view text) { return ParseInteger<std::int32_t>(text); }
+std::int32_t ParseInt32(std::string_view text) {
+  return ParseInteger<std::int32_t>(text);
+}
 
 bool ParseBoolean(std::string_view text) {
   const std::string_view word = Trimmed(text);
@@ -87,7 +95,9 @@ bool ParseBoolean(std::string_view text) {
   return ParseDouble(text) != 0;
 }
 
-const char* BooleanText(bool value) { return value ? "True" : "False"; }
+const char* BooleanText(bool value) {
+  return value ? "True" : "False";
+}
 
 std::string Value::AsText() const {
   if (const auto* text = std::get_if<std::string>(&data_)) return *text;
@@ -96,7 +106,7 @@ std::string Value::AsText() const {
   if (const auto* large = std::get_if<std::int32_t>(&data_)) return std::to_string(*large);
   if (const auto* number = std::get_if<double>(&data_)) {
     char buffer[400];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, *number);
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, *number, std::chars_format::fixed);
     return std::string(buffer, result.ptr);
   }
   return {};
