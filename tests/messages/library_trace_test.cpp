@@ -1,0 +1,67 @@
+#include "messages/library_trace.h"
+
+#include <gtest/gtest.h>
+
+#include "host/error.h"
+#include "platform/posix/iconv_encodings.h"
+#include "platform/posix/posix_file_system.h"
+#include "support/temporary_folder.h"
+
+namespace tessel {
+namespace {
+
+class Items : public TraceCollection {
+ public:
+  explicit Items(std::vector<Value> items) : items_(std::move(items)) {}
+  [[nodiscard]] int Count() const override { return static_cast<int>(items_.size()); }
+  // A text "!" stands for an item that cannot be read.
+  [[nodiscard]] Value Item(int position) const override {
+    const Value& item = items_.at(static_cast<std::size_t>(position) - 1);
+    if (item.AsText() == "!") throw HostError("no such item");
+    return item;
+  }
+
+ private:
+  std::vector<Value> items_;
+};
+
+class LibraryTraceTest : public testing::Test {
+ protected:
+  LibraryTraceTest() { trace_.SetTraceFile(folder_.Path("lib.txt")); }
+
+  test::TemporaryFolder folder_;
+  posix::PosixFileSystem files_{folder_.Path("drives")};
+  posix::IconvEncodings encodings_;
+  std::shared_ptr<const TextEncoding> ansi_ = encodings_.Open("windows-1252");
+  LibraryTrace trace_{files_, *ansi_};
+};
+
+TEST_F(LibraryTraceTest, TheFileIsTheSwitch) {
+  trace_.PutTrace({"a", Value(1)});
+  EXPECT_EQ(folder_.Tree(), std::vector<std::string>{});
+  folder_.Write("lib.txt", "old\r\n");
+  trace_.PutTrace({"a", Value(1)});
+  EXPECT_EQ(folder_.Read("lib.txt"), "old\r\na: >>1<<\r\n");
+  trace_.SetTraceFile("");
+  trace_.PutTrace({"a", Value(1)});
+  trace_.PutTraceObject(nullptr, "title");
+  trace_.PutTraceRecList(nullptr, "title");
+}
+
+TEST_F(LibraryTraceTest, WritesEveryKindOfValue) {
+  folder_.Write("lib.txt", "");
+  trace_.PutTrace({"Ids", TraceArray{0, {"x", "y", "z"}}}, TracePair{"skipped", {}},
+                  TracePair{"Sparse", TraceArray{99, {true, 2}}},
+                  TracePair{"List", std::make_shared<Items>(std::vector<Value>{1.5, "!", Value()})},
+                  TracePair{"Empty list", std::make_shared<Items>(std::vector<Value>{})},
+                  TracePair{"Text", Value("ü")}, TracePair{"Empty", Value("")}, TracePair{"Null", Value()},
+                  TracePair{"Lines", Value("a\r\nb")}, TracePair{"Last", Value(10)});
+  EXPECT_EQ(folder_.Read("lib.txt"),
+            "Ids(00): >>x<<\r\nIds(01): >>y<<\r\nIds(02): >>z<<\r\n"
+            "Sparse(99): >>True<<\r\nSparse(100): >>2<<\r\n"
+            "List(01): >>1.5<<\r\nList(03): >><<\r\n"
+            "Text: >>\xFC<<\r\nEmpty: >><<\r\nNull: >><<\r\nLines: >>a<0D><0A>b<<\r\nLast: >>10<<\r\n");
+}
+
+}  // namespace
+}  // namespace tessel

@@ -1,0 +1,83 @@
+#include "platform/posix/iconv_encodings.h"
+
+#include <gtest/gtest.h>
+
+#include "support/expect_error.h"
+
+namespace tessel::posix {
+namespace {
+
+using namespace std::string_view_literals;
+
+TEST(Encodings, TextGoesThereAndBack) {
+  struct Case {
+    const char* encoding;
+    std::string_view bytes;
+    std::string_view text;
+    bool asciiCompatible = true;
+  };
+  const Case cases[] = {
+      {"windows-1252", "Gr\xFC\xDF\x65 \x80", "Grüße €"},
+      {"Windows-1252", "\x93x\x94", "\u201Cx\u201D"},
+      {"iso-8859-1", "\xE4\x80", "ä\u0080"},
+      {"ISO-8859-15", "\xA4", "€"},
+      {"iso-8859-7", "\xE1", "α"},
+      {"koi8-r", "\xC1", "а"},
+      {"IBM850", "\x84", "ä"},
+      {"utf-8", "\xC3\xA4\xE2\x82\xAC", "ä€"},
+      {"UTF-16", "a\0\x3D\xD8\x00\xDE"sv, "a\U0001F600", false},
+      {"utf-16be", "\0a\xD8\x3D\xDE\x00"sv, "a\U0001F600", false},
+      {"Shift_JIS", "\x93\xFA\x96\x7B z", "日本 z"},
+      {"euc-jp", "\xC6\xFC", "日"},
+      {"gb18030", "\xD6\xD0", "中"},
+      {"UTF-32LE", "a\0\0\0"sv, "a", false},
+  };
+  const IconvEncodings encodings;
+  for (const Case& each : cases) {
+    const auto encoding = encodings.Open(each.encoding);
+    EXPECT_EQ(encoding->Decode(each.bytes), each.text) << each.encoding;
+    EXPECT_EQ(encoding->Encode(each.text), each.bytes) << each.encoding;
+    EXPECT_EQ(encoding->IsAsciiCompatible(), each.asciiCompatible) << each.encoding;
+  }
+}
+
+TEST(Encodings, WhatIsMissingIsToldAndReplaced) {
+  const IconvEncodings encodings;
+  struct Case {
+    const char* encoding;
+    std::string_view text;
+    std::string_view bytes;
+  };
+  const Case cases[] = {{"iso-8859-1", "€1", "?1"},
+                        {"windows-1252", "日", "?"},
+                        {"windows-1252", "a\xFF", "a?"},
+                        {"Shift_JIS", "ä日", "?\x93\xFA"},
+                        {"UTF-16", "\xFF", "?\0"sv}};
+  for (const Case& each : cases) {
+    EXPECT_EQ(encodings.Open(each.encoding)->Encode(each.text), each.bytes) << each.text;
+  }
+  std::string bytes = "kept";
+  EXPECT_FALSE(encodings.Open("iso-8859-1")->AppendCodePoint(U'\u20AC', bytes));
+  EXPECT_EQ(bytes, "kept");
+}
+
+TEST(Encodings, BytesThatStandForNothingStayVisible) {
+  const IconvEncodings encodings;
+  EXPECT_EQ(encodings.Open("windows-1252")->Decode("a\x81z"), "a\uFFFDz");
+  EXPECT_EQ(encodings.Open("utf-8")->Decode("a\xFFz"), "a\uFFFDz");
+  EXPECT_EQ(encodings.Open("euc-jp")->Decode("a\xC6"), "a\uFFFD");
+  EXPECT_EQ(encodings.Open("utf-16")->Decode("\xFF\xFE"
+                                             "a\0\x00\xDC\x7A"sv),
+            "a\uFFFD\uFFFD");
+}
+
+TEST(Encodings, UnknownNamesAreRefused) {
+  const IconvEncodings encodings;
+  for (const char* name : {"", "no-such-page", "iso-8859-1//IGNORE", "../x", "utf-8 ", "//"}) {
+    EXPECT_EQ(test::ErrorNumberOf([&] { (void)encodings.Open(name); }), 5) << name;
+    EXPECT_EQ(test::ErrorNumberOf([&] { (void)encodings.Open(name); }), 5) << name;
+  }
+}
+
+}  // namespace
+}  // namespace tessel::posix

@@ -1,0 +1,168 @@
+#include "platform/posix/posix_file_system.h"
+
+#include <gtest/gtest.h>
+
+#include "support/expect_error.h"
+#include "support/temporary_folder.h"
+
+namespace tessel::posix {
+namespace {
+
+using test::ErrorNumberOf;
+using test::ErrorTextOf;
+using Names = std::vector<std::string>;
+namespace fs = std::filesystem;
+
+class PosixFileSystemTest : public testing::Test {
+ protected:
+  std::string In(std::string_view name) const { return folder_.Path(name); }
+
+  test::TemporaryFolder folder_;
+  PosixFileSystem files_{folder_.Path("drives")};
+};
+
+TEST_F(PosixFileSystemTest, DrivePathsWorkFromTheFirstWriteOn) {
+  EXPECT_FALSE(files_.FolderExists(R"(C:\temp)"));
+  files_.CreateFolders(R"(C:\temp\Exchange)");
+  files_.CreateFolder(R"(c:\logs)");
+  files_.AppendBytes(R"(D:\x.log)", "1");
+  files_.WriteBytes(R"(C:\temp/Exchange\a.xml)", "2");
+  EXPECT_EQ(folder_.Tree("drives"), (Names{"C/", "C/logs/", "C/temp/", "C/temp/Exchange/",
+                                           "C/temp/Exchange/a.xml", "D/", "D/x.log"}));
+  EXPECT_EQ(files_.NativePath(R"(C:\logs)"), In("drives/C/logs"));
+  EXPECT_EQ(files_.ListFolders(R"(C:\)"), (Names{"logs", "temp"}));
+}
+
+TEST_F(PosixFileSystemTest, FailuresCarryTheClassicNumbers) {
+  folder_.Write("file", "x");
+  folder_.MakeFolder("folder");
+  struct Case {
+    const char* what;
+    int number;
+    std::function<void()> action;
+  };
+  const Case cases[] = {
+      {"folder exists", 58, [&] { files_.CreateFolder(In("folder")); }},
+      {"file in its place", 58, [&] { files_.CreateFolder(In("file")); }},
+      {"file in the way", 58, [&] { files_.CreateFolders(In("file")); }},
+      {"no parent", 76, [&] { files_.CreateFolder(In("none/x")); }},
+      {"nothing to delete", 76, [&] { files_.DeleteFolder(In("none")); }},
+      {"delete a file as folder", 76, [&] { files_.DeleteFolder(In("file")); }},
+      {"no file to delete", 53, [&] { files_.DeleteFile(In("none")); }},
+      {"no folder of the file", 76, [&] { files_.DeleteFile(In("none/x")); }},
+      {"read nothing", 53, [&] { (void)files_.ReadBytes(In("none")); }},
+      {"read in no folder", 76, [&] { (void)files_.ReadBytes(In("none/x")); }},
+      {"read a folder", 75, [&] { (void)files_.ReadBytes(In("folder")); }},
+      {"write over a folder", 75, [&] { files_.WriteBytes(In("folder"), "x"); }},
+      {"write into nowhere", 76, [&] { files_.WriteBytes(In("none/x"), "x"); }},
+      {"append into nowhere", 76, [&] { files_.AppendBytes(In("none/x"), "x"); }},
+      {"list nothing", 76, [&] { (void)files_.ListFiles(In("none")); }},
+      {"list a file", 76, [&] { (void)files_.ListFiles(In("file")); }},
+      {"move onto something", 58, [&] { files_.Move(In("file"), In("folder")); }},
+      {"move nothing", 53, [&] { files_.Move(In("none"), In("new")); }},
+      {"copy nothing", 53, [&] { files_.CopyFile(In("none"), In("new"), true); }},
+      {"copy onto a file", 58, [&] { files_.CopyFile(In("file"), In("file"), false); }},
+      {"copy into nowhere", 76, [&] { files_.CopyFile(In("file"), In("none/x"), false); }},
+      {"copy a folder as file", 75, [&] { files_.CopyFile(In("folder"), In("new"), false); }},
+      {"attributes of nothing", 53, [&] { (void)files_.IsReadOnly(In("none")); }},
+      {"name too long", 75, [&] { files_.WriteBytes(In(std::string(300, 'x')), "x"); }},
+      {"NUL in the path", 75, [&] { files_.WriteBytes(In("a") + std::string(1, '\0'), "x"); }},
+  };
+  for (const Case& each : cases)
+    EXPECT_EQ(ErrorNumberOf(each.action), each.number) << each.what;
+  EXPECT_EQ(ErrorTextOf([&] { files_.CreateFolder(In("none/x")); }),
+            "Cannot create folder \"" + In("none/x") + "\": No such file or directory");
+  EXPECT_EQ(folder_.Tree(), (Names{"file", "folder/"}));
+}
+
+TEST_F(PosixFileSystemTest, AFailedWriteLeavesTheOldFileAlone) {
+  const std::string path = folder_.Write("a.xml", "old");
+  const auto fail = [](const FileSystem::ByteSink& sink) {
+    sink(std::string(200'000, 'x'));
+    throw RuntimeError(5, "refused");
+  };
+  EXPECT_EQ(ErrorTextOf([&] { files_.WriteStream(path, fail); }), "refused");
+  EXPECT_EQ(folder_.Read("a.xml"), "old");
+  EXPECT_EQ(folder_.Tree(), Names{"a.xml"});
+}
+
+TEST_F(PosixFileSystemTest, PiecesOfEverySizeArriveInOrder) {
+  std::string expected;
+  files_.WriteStream(In("out"), [&](const FileSystem::ByteSink& sink) {
+    for (const std::size_t size : {1UL, 65'535UL, 65'536UL, 65'537UL, 0UL, 200'000UL, 3UL}) {
+      const std::string piece(size, static_cast<char>('a' + size % 26));
+      expected += piece;
+      sink(piece);
+    }
+  });
+  EXPECT_EQ(files_.ReadBytes(In("out")), expected);
+}
+
+TEST_F(PosixFileSystemTest, AFullDiskLeavesNoFile) {
+  if (!files_.FileExists("/dev/full")) GTEST_SKIP() << "no device that is always full";
+  EXPECT_EQ(ErrorNumberOf([&] { files_.AppendBytes("/dev/full", "x"); }), 61);
+}
+
+TEST_F(PosixFileSystemTest, LinesEndWithLfOrCrLf) {
+  const std::string longLine(150'000, 'y');
+  folder_.Write("lines", "a\r\nb\n\n" + longLine + "\r\nlone\rcr\nlast");
+  Names lines;
+  files_.ReadLines(In("lines"), [&](std::string_view line) {
+    lines.emplace_back(line);
+    return true;
+  });
+  EXPECT_EQ(lines, (Names{"a", "b", "", longLine, "lone\rcr", "last"}));
+
+  lines.clear();
+  files_.ReadLines(In("lines"), [&](std::string_view line) {
+    lines.emplace_back(line);
+    return lines.size() < 2;
+  });
+  EXPECT_EQ(lines, (Names{"a", "b"}));
+  folder_.Write("empty", "");
+  files_.ReadLines(In("empty"), [](std::string_view) -> bool { throw RuntimeError(5, "no line expected"); });
+}
+
+TEST_F(PosixFileSystemTest, DeletesReadOnlyThingsAndNeverFollowsLinks) {
+  folder_.Write("outside/kept.txt", "x");
+  folder_.Write("tree/sub/deep/file", "x");
+  folder_.Write("tree/.hidden", "x");
+  fs::create_directory_symlink(In("outside"), In("tree/sub/link"));
+  fs::create_symlink(In("none"), In("tree/dangling"));
+  files_.SetReadOnly(In("tree/sub/deep/file"), true);
+  fs::permissions(In("tree/sub/deep"), fs::perms::owner_read | fs::perms::owner_exec);
+  fs::permissions(In("tree/sub"), fs::perms::none);
+  files_.DeleteFolder(In("tree") + "/");
+  EXPECT_EQ(folder_.Tree(), (Names{"outside/", "outside/kept.txt"}));
+
+  fs::create_directory_symlink(In("outside"), In("link"));
+  files_.DeleteFolder(In("link/"));
+  EXPECT_EQ(folder_.Tree(), (Names{"outside/", "outside/kept.txt"}));
+}
+
+TEST_F(PosixFileSystemTest, ListsFilesAndFoldersApartAndSorted) {
+  for (const char* name : {"b", "a", "C", ".h", "with blank"})
+    folder_.Write(name, "");
+  folder_.MakeFolder("z");
+  fs::create_symlink(In("a"), In("toFile"));
+  fs::create_directory_symlink(In("z"), In("toFolder"));
+  EXPECT_EQ(files_.ListFiles(In("")), (Names{".h", "C", "a", "b", "toFile", "with blank"}));
+  EXPECT_EQ(files_.ListFolders(In("")), (Names{"toFolder", "z"}));
+}
+
+TEST_F(PosixFileSystemTest, TheReadOnlyAttributeIsTheOwnersRightToWrite) {
+  const std::string path = folder_.Write("f", "x");
+  EXPECT_FALSE(files_.IsReadOnly(path));
+  files_.SetReadOnly(path, true);
+  EXPECT_TRUE(files_.IsReadOnly(path));
+  files_.SetReadOnly(path, false);
+  EXPECT_FALSE(files_.IsReadOnly(path));
+}
+
+TEST_F(PosixFileSystemTest, FilesWithoutASizeAreReadToTheirEnd) {
+  if (!files_.FileExists("/proc/self/status")) GTEST_SKIP() << "no process file system";
+  EXPECT_NE(files_.ReadBytes("/proc/self/status").find("Pid:"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace tessel::posix
