@@ -22,9 +22,9 @@ namespace tessel {
 // A class in one of three forms: the object counts when it is set, else the id when it is 1 or more, else the
 // name when it is not empty.
 struct ClassArgument {
-  PcClassPtr object;
+  PcClassPtr object = {};
   ClassId id = 0;
-  std::string name;
+  std::string name = {};
 
   // The class id; 0 when nothing is named or the metadata has no class of the name. The session is asked only
   // for a name.

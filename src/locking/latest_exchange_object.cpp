@@ -30,9 +30,8 @@ int NewestRow(const PcRecordList& rows) {
 void ShowNewest(Services& services, PcSession& session, const PcObject& document, ClassId linkClass) {
   const QelFunctionPool pool(services.platform, services.runtime);
   PcRecordListPtr related;
-  pool.RetrieveRelations(document,
-                         {.object = {}, .id = services.declarations.startup.TransmittalClassID, .name = {}},
-                         {.object = {}, .id = linkClass, .name = {}}, kRetrievalMode, related);
+  pool.RetrieveRelations(document, {.id = services.declarations.startup.TransmittalClassID},
+                         {.id = linkClass}, kRetrievalMode, related);
   const int newest = related ? NewestRow(*related) : -1;
   if (newest < 0) {
     services.toolkit.ShowMessage({.text = "no linked data exchange object to selected document!",
