@@ -1,0 +1,93 @@
+// The services of a program on the fake host, for building structure files.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "config/services.h"
+#include "exchange/exchange.h"
+#include "platform/posix/posix_platform.h"
+#include "structure/fake_host.h"
+#include "structure/structure.h"
+
+namespace tessel::test {
+
+class MorningClock : public Clock {
+ public:
+  [[nodiscard]] LocalTime Now() const override { return {2024, 1, 31, 15, 45, 2}; }
+};
+
+class StructureWorld {
+ public:
+  // Both outlive the world.
+  StructureWorld(ObjectSource& source, Trace& trace)
+      : session(std::make_shared<FakeSession>(source)),
+        declarations(trace, toolkit, "/nowhere", nullptr),
+        platform(MakePlatform()),
+        errors(platform.files, *ansi, declarations),
+        services{trace, errors, toolkit, declarations, platform, runtime} {
+    declarations.startup.session = session;
+    declarations.startup.DefaultBehavior = session->NewBehavior();
+    declarations.configuration.DisplayAttribute1 = "VRK_DESCRIPTION";
+    declarations.configuration.DisplayAttribute2 = "VRK_ID";
+    declarations.configuration.GenStrucFile = true;
+    declarations.configuration.XMLStructureEncoding = "iso-8859-1";
+  }
+
+  // The lists of a copy: files as key and operation, links as class, ends and direction.
+  struct File {
+    ObjectKey key;
+    int operation = kFileCopied;
+  };
+  std::shared_ptr<FakeList> SetCopy(const std::vector<File>& files, const std::vector<CopiedLink>& links) {
+    std::vector<std::vector<Value>> fileRows;
+    fileRows.reserve(files.size());
+    for (const File& file : files) {
+      fileRows.push_back({file.key.classId, file.key.objectId, file.operation, std::int16_t{0}});
+    }
+    std::vector<std::vector<Value>> linkRows;
+    linkRows.reserve(links.size());
+    for (const CopiedLink& link : links) {
+      linkRows.push_back({link.linkClass, link.first.classId, link.first.objectId, link.second.classId,
+                          link.second.objectId, link.direction});
+    }
+    auto list = std::make_shared<FakeList>(kFileColumns, std::move(fileRows));
+    exchange.copied.SetFiles(list);
+    exchange.copied.SetLinks(std::make_shared<FakeList>(kLinkColumns, std::move(linkRows)));
+    return list;
+  }
+
+  bool Create(const std::string& tag) {
+    return CommonXFunctions::CreateStructure(services, exchange, state,
+                                             declarations.configuration.GenStrucFile, tag);
+  }
+
+  inline static const std::vector<std::string> kFileColumns{"CLASS_ID", "OBJECT_ID", "OPERATION_ID",
+                                                            "ROOT_OBJ"};
+  inline static const std::vector<std::string> kLinkColumns{"CLASS_ID",  "CLASS_ID1",  "OBJECT_ID1",
+                                                            "CLASS_ID2", "OBJECT_ID2", "VRK_DIRECTION"};
+
+  NoToolkit toolkit;
+  MorningClock clock;
+  PosixPlatform posix;
+  std::shared_ptr<const TextEncoding> ansi = posix.Services().encodings.Open("windows-1252");
+  std::shared_ptr<FakeSession> session;
+  Deklarationen declarations;
+  Platform platform;
+  FakeRuntime runtime;
+  ErrorHandling errors;
+  Services services;
+  ExchangeState exchange;
+  StructureState state;
+
+ private:
+  Platform MakePlatform() {
+    const Platform& real = posix.Services();
+    return {real.files,     real.encodings, clock,       real.pauser,
+            real.processes, real.profiles,  real.system, real.program};
+  }
+};
+
+}  // namespace tessel::test
