@@ -302,6 +302,18 @@ TEST_F(DriveProtocolTest, HostDialogsAreShownAndAnswered) {
   EXPECT_EQ(dialogAnswers_, "7 1 1 picked1 picked0 mueller/geheim");
 }
 
+TEST_F(DriveProtocolTest, EndlessPageTurnsEndInAnErrorAndNotInACrash) {
+  std::string commands = kIntoSecondPage;
+  for (int turn = 0; turn < 400; ++turn) {
+    commands += R"({"do":"click","control":"Command2"})";
+    commands += "\n";
+    commands += R"({"do":"click","control":"Command1"})";
+    commands += "\n";
+  }
+  const std::string output = Drive(commands);
+  EXPECT_NE(output.find("StartExport failed with error 28: Out of stack space"), std::string::npos);
+}
+
 TEST_F(DriveProtocolTest, HeldBackActionsRunWhileTheProgramIsBusy) {
   const std::string output = Drive(R"j({"do":"call","hook":"StartExport"}
 {"do":"click","control":"Command1"}
