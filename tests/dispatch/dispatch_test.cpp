@@ -1,0 +1,351 @@
+#include "dispatch/dispatch.h"
+
+#include <gtest/gtest.h>
+
+#include "dispatch/recipients.h"
+#include "selection/start_up.h"
+#include "structure/dx_xml.h"
+#include "structure/xml.h"
+#include "support/export_world.h"
+
+namespace tessel {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+constexpr const char* kName = "@@_anna_20240131_154502";
+constexpr const char* kDispatchError = "Fehler beim Aufbauen der XML Dateien (Command1_Click/Tessel_4)";
+
+class RecordingValues : public AdditionalValues {
+ public:
+  explicit RecordingValues(Lines& calls) : calls_(calls) {}
+  int Edit(const AdditionalValuesRequest&) override { return 0; }
+  int Apply(const AdditionalValuesRequest& request) override {
+    calls_.push_back(ObjectKeyText(request.customer, '_') + " " + ObjectKeyText(request.contact, '_') + " " +
+                     request.directory.substr(request.directory.rfind('/') + 1) +
+                     (request.traceWriter ? "" : " no trace"));
+    return 1;
+  }
+
+ private:
+  Lines& calls_;
+};
+
+class RecordingListener : public DispatchListener {
+ public:
+  void ExportFinished() override { ++finished; }
+  void DirectoryFinished(const std::string& path) override { directories.push_back(path); }
+  int finished = 0;
+  Lines directories;
+};
+
+// Elements of a data file that differ from test to test.
+struct Expected {
+  int sendMode = 5;
+  std::string recipient;
+  std::string mail = {};
+  std::string object = {};
+  std::string folderStructure = {};
+  std::string custom = {};
+};
+
+std::string DataFile(const Expected& expected) {
+  return "<?xml version=\"1.0\" encoding=\"iso-8859-1\"?><DataEx_Datas>20240131_154502_anna<Protocol/>"
+         "<UserSelected_Send_Mode>" +
+         std::to_string(expected.sendMode) + "</UserSelected_Send_Mode>" + expected.recipient +
+         expected.mail + "<DataExchangeClassID>900</DataExchangeClassID><DataExchangeObjID>" +
+         expected.object +
+         "</DataExchangeObjID><DataExObj_StatusAttrName>VRKX_DX_STATUS_INFO</DataExObj_StatusAttrName>"
+         "<ExImpAttrName>VRKX_DX_EXCHANGE_TYPE</ExImpAttrName>"
+         "<ProtocolAttrName>VRKX_DX_EXCH_PROTOCOL</ProtocolAttrName>"
+         "<URLAttrName>VRKX_DX_EXCHANGE_ROOT_DIR</URLAttrName>"
+         "<StructureFileName>Kestrix_Structure.xml</StructureFileName><SubExDir>SubDir</SubExDir>"
+         "<DBAlias>WORLD</DBAlias><ZipFileName>Kestrix.zip</ZipFileName>"
+         "<ContinueStatusAttr>VRKX_DX_PROCESS_PHASE</ContinueStatusAttr>" +
+         expected.folderStructure +
+         "<FolderStructureNameAttr>VRKX_DX_TARGET_FOLDER</FolderStructureNameAttr>"
+         "<FolderStrucClassID>0</FolderStrucClassID>" +
+         expected.custom + "</DataEx_Datas>";
+}
+
+std::string RecipientElements(const ObjectKey& customer, const ObjectKey& contact) {
+  return "<CustomerObjClassID>" + std::to_string(customer.classId) +
+         "</CustomerObjClassID><CustomerObjObjectId>" + std::to_string(customer.objectId) +
+         "</CustomerObjObjectId><ContactPersObjClassID>" + std::to_string(contact.classId) +
+         "</ContactPersObjClassID><ContactPersObjObjectId>" + std::to_string(contact.objectId) +
+         "</ContactPersObjObjectId>";
+}
+
+constexpr const char* kNoFolderStructure =
+    "<FolderStrucObjIDs>-1</FolderStrucObjIDs><UseFoldStruc>0</UseFoldStruc>";
+
+// An export after its copy: the exchange directory with one file, and a structure with two documents.
+class DispatchTest : public testing::Test {
+ protected:
+  void Prepare(Lines settings, Lines company = {}, Lines contact = {}) {
+    settings.insert(settings.begin(), "# settings");
+    world_ = std::make_unique<test::ExportWorld>(
+        test::WorldSettings{std::move(settings), std::move(company), std::move(contact)});
+    StartUpState startUp;
+    ASSERT_TRUE(CommonXFunctions::Init(world_->services, startUp, world_->session));
+    exchange_.directoryPath = world_->folder.Path(std::string("ex/") + kName);
+    world_->folder.Write(std::string("ex/") + kName + "/gearbox.stp", "gearbox");
+    structure_.document = XML::InitXMLDoc();
+    XML::InstructGerman(*structure_.document, "", "iso-8859-1");
+    structure_.root = XML::CreateRootElement(*structure_.document, "DataEx_Structure", "");
+    structure_.contentList = XML::CreateElement(*structure_.document, "Content_List", "", structure_.root);
+    const XmlNode gearbox = AddNode("Gearbox", structure_.contentList, "1201_1");
+    AddNode("Shaft", gearbox, "1202_2");
+    structure_.exportCopiedFiles = world_->ObjectList({{1201, 1}});
+    structure_.exportCopiedFiles->AddColumn("ROOT_OBJ", 2, 2);
+    structure_.exportCopiedFiles->SetValue("ROOT_OBJ", 0, Value(1));
+    request_.recipients = NewRecipientList(world_->host);
+    request_.sendMode = SendMode::kNoSend;
+    request_.selectedFolderStructure = "-1";
+    world_->trace.writer->Clear();
+  }
+  XmlNode AddNode(const std::string& value, XmlNode parent, const std::string& identifier) {
+    return DX_XML::CreateDXNodeElement(*structure_.document, "_STOBJECT_", value, parent, identifier);
+  }
+  void AddRecipient(const ObjectKey& customer, const ObjectKey& contact) {
+    const int row = request_.recipients->RowCount();
+    AppendRecipient(*request_.recipients,
+                    {customer, contact, RecipientDirectory(exchange_.directoryPath, row)});
+  }
+  void AddThreeRecipients() {
+    AddRecipient({901, 11}, {902, 21});
+    AddRecipient({901, 11}, {902, 22});
+    AddRecipient({901, 12}, {});
+  }
+  bool Run() {
+    DispatchParts parts{world_->services, exchange_, structure_,
+                        [this] { return std::make_unique<RecordingValues>(additional_); }};
+    return RunDispatch(parts, request_, listener_);
+  }
+  Lines Tree() { return world_->folder.Tree("ex"); }
+  std::string File(const std::string& path) { return world_->folder.Read("ex/" + path); }
+  // Ids of the data exchange objects in the database, in order.
+  Lines ExchangeObjects() {
+    const auto query = world_->session->ObjectStore()->NewQuery();
+    query->SetSql("select OBJECT_ID from DATA_EXCHANGE order by OBJECT_ID");
+    const auto rows = query->Run();
+    Lines ids;
+    for (int row = 0; row < rows->RowCount(); ++row)
+      ids.push_back(rows->GetValue(0, row).AsText());
+    return ids;
+  }
+
+  std::unique_ptr<test::ExportWorld> world_;
+  ExchangeState exchange_;
+  StructureState structure_;
+  DispatchRequest request_;
+  RecordingListener listener_;
+  Lines additional_;
+};
+
+TEST_F(DispatchTest, OneExportWithoutRecipient) {
+  Prepare({});
+  AddRecipient({}, {});
+  world_->errors.ProtocolText = "copied\r\n";
+  ASSERT_TRUE(Run());
+  const std::string name = "Export_anna_20240131_154502_New";
+  EXPECT_EQ(Tree(), (Lines{name + "/", name + "/Kestrix_Data.xml", name + "/Kestrix_Structure.xml",
+                           name + "/gearbox.stp"}));
+  const Lines objects = ExchangeObjects();
+  ASSERT_EQ(objects.size(), 1U);
+  EXPECT_EQ(File(name + "/Kestrix_Data.xml"), DataFile({.sendMode = 5,
+                                                        .recipient = RecipientElements({}, {}),
+                                                        .object = objects[0],
+                                                        .folderStructure = kNoFolderStructure}));
+  EXPECT_EQ(File(name + "/Kestrix_Structure.xml"),
+            "<?xml version=\"1.0\" encoding=\"iso-8859-1\"?><DataEx_Structure><Content_List>"
+            "<_STOBJECT_ Identifier=\"1201_1\" Instance=\"0\"><![CDATA[Gearbox]]>"
+            "<_STOBJECT_ Identifier=\"1202_2\" Instance=\"0\"><![CDATA[Shaft]]></_STOBJECT_></_STOBJECT_>"
+            "</Content_List></DataEx_Structure>");
+  const ObjectKey object{900, ParseInt32(objects[0])};
+  EXPECT_EQ(world_->Stored(object, "VRKX_DX_EXCH_PROTOCOL"), "copied\r\n");
+  EXPECT_EQ(world_->LinkedTo(object), Lines{"1201:1"});
+  EXPECT_EQ(additional_, Lines{std::string("0_0 0_0 ") + kName});
+  EXPECT_EQ(listener_.finished, 1);
+  EXPECT_EQ(listener_.directories, Lines{world_->folder.Path("ex/" + name)});
+  EXPECT_TRUE(world_->Traced("No custmerObjClassID and no CustomerObjObjectID"));
+  EXPECT_TRUE(world_->launcher.starts.empty());
+  EXPECT_TRUE(world_->toolkit.boxes.empty());
+  EXPECT_FALSE(structure_.document);
+}
+
+TEST_F(DispatchTest, ThreeMailsAndTheMonitorForTheLast) {
+  Prepare({"[Settings]", "UseServerMonitor=1"},
+          {"[Neutral_Formats]", "ProductDocument=STEP", "PartDocument=JT"},
+          {"[Neutral_Formats]", "PartDocument=STEP"});
+  AddThreeRecipients();
+  request_.sendMode = SendMode::kMail;
+  request_.mails = {{"anna@x", "jo@acme", "smtp.x", "One", "Text <1>"},
+                    {"other@x", "al@acme", "other.x", "Two", ""},
+                    {"", "", "", "Three", "Text 3"}};
+  world_->errors.ProtocolText = "protocol";
+  ASSERT_TRUE(Run());
+  const Lines names = {"Export_anna_20240131_154502_New", "Export_anna_20240131_15450a_New",
+                       "Export_anna_20240131_15450b_New"};
+  Lines tree;
+  for (const std::string& name : names) {
+    for (const char* file :
+         {"/", "/Kestrix_Data.xml", "/Kestrix_Structure.xml", "/NeutralFormats.xml", "/gearbox.stp"}) {
+      tree.push_back(name + file);
+    }
+  }
+  EXPECT_EQ(Tree(), tree);
+  EXPECT_EQ(File(names[0] + "/NeutralFormats.xml"),
+            "<?xml version=\"1.0\" encoding=\"iso-8859-1\"?><Neutral_Formats>"
+            "<ProductDocument>STEP</ProductDocument><PartDocument>STEP</PartDocument><DrawingDocument/>"
+            "</Neutral_Formats>");
+  const Lines objects = ExchangeObjects();
+  ASSERT_EQ(objects.size(), 3U);
+  const Lines mails = {
+      "<MailSender>anna@x</MailSender><MailContent>Text "
+      "&lt;1&gt;</MailContent><MailRecipient>jo@acme</MailRecipient>"
+      "<Mail_SMTP_Server>smtp.x</Mail_SMTP_Server><MailSubject>One</MailSubject>",
+      "<MailSender>anna@x</MailSender><MailContent/><MailRecipient>al@acme</MailRecipient>"
+      "<Mail_SMTP_Server>smtp.x</Mail_SMTP_Server><MailSubject>Two</MailSubject>",
+      "<MailSender>anna@x</MailSender><MailContent>Text 3</MailContent><MailRecipient/>"
+      "<Mail_SMTP_Server>smtp.x</Mail_SMTP_Server><MailSubject>Three</MailSubject>"};
+  for (std::size_t i = 0; i < 3; ++i) {
+    const Recipient recipient = RecipientOfRow(*request_.recipients, static_cast<int>(i));
+    EXPECT_EQ(File(names[i] + "/Kestrix_Data.xml"),
+              DataFile({.sendMode = 1,
+                        .recipient = RecipientElements(recipient.customer, recipient.contact),
+                        .mail = mails[i],
+                        .object = objects[i],
+                        .folderStructure = kNoFolderStructure}));
+  }
+  EXPECT_EQ(world_->Stored({900, ParseInt32(objects[0])}, "VRKX_DX_EXCH_PROTOCOL"), "protocol");
+  EXPECT_EQ(world_->Stored({900, ParseInt32(objects[1])}, "VRKX_DX_EXCH_PROTOCOL"), "");
+  EXPECT_EQ(world_->launcher.starts,
+            Lines{world_->folder.Path("program/KestrixServMon.exe") + " [" + world_->session->Identifier() +
+                  "@900@" + objects[2] + "@DX-009]"});
+  // Neutral formats 200 (the first two recipients have them), values 500, backup 250, move 500.
+  EXPECT_EQ(world_->pauser.pauses, (std::vector<int>{200, 500, 250, 500, 200, 500, 500, 500, 500}));
+}
+
+TEST_F(DispatchTest, CustomTextsAndFolderStructure) {
+  Prepare({"[CustomClient]", "UseCustomForm=True"});
+  AddRecipient({901, 12}, {902, 22});
+  request_.sendMode = SendMode::kCustom;
+  request_.customTexts = {"first", "", "two\nlines"};
+  request_.useFolderStructure = true;
+  request_.selectedFolderStructure = "910_5";
+  ASSERT_TRUE(Run());
+  EXPECT_EQ(File("Export_anna_20240131_154502_New/Kestrix_Data.xml"),
+            DataFile({.sendMode = 4,
+                      .recipient = RecipientElements({901, 12}, {902, 22}),
+                      .object = ExchangeObjects().at(0),
+                      .folderStructure =
+                          "<FolderStrucObjIDs>910_5</FolderStrucObjIDs><UseFoldStruc>-1</UseFoldStruc>",
+                      .custom = "<CustomText_1>first</CustomText_1><CustomText_2/>"
+                                "<CustomText_3>two\nlines</CustomText_3>"}));
+  EXPECT_TRUE(world_->Traced("Set the custom Textvalue in the XML data file: first"));
+}
+
+TEST_F(DispatchTest, MappedAttributesFailOnOneLevelAlone) {
+  const Lines mapping = {"[Mapping_XML_StructureFile]", "Part number||VRK_ID", "# no line",
+                         "Material||MATERIAL"};
+  Prepare({}, {"[Mapping_XML_StructureFile]", "City||NONE"}, mapping);
+  const XmlNode gearbox = structure_.contentList.FirstChild();
+  AddNode("Gone", gearbox, "1202_999");
+  AddNode("Never reached", gearbox, "1202_2");
+  AddNode("Shaft", structure_.contentList, "1202_2");
+  AddRecipient({901, 11}, {902, 21});
+  AddRecipient({901, 11}, {});  // the company's line names no attribute: nothing is added
+  ASSERT_TRUE(Run());
+  const std::string expected =
+      "<?xml version=\"1.0\" encoding=\"iso-8859-1\"?><DataEx_Structure><Content_List>"
+      "<_STOBJECT_ Identifier=\"1201_1\" Instance=\"0\" Part_number=\"A-1\" "
+      "Material=\"mixed\"><![CDATA[Gearbox]]>"
+      "<_STOBJECT_ Identifier=\"1202_2\" Instance=\"0\" Part_number=\"P-2\" Material=\"C45 "
+      "&quot;hard&quot;\">"
+      "<![CDATA[Shaft]]></_STOBJECT_>"
+      "<_STOBJECT_ Identifier=\"1202_999\" Instance=\"0\"><![CDATA[Gone]]></_STOBJECT_>"
+      "<_STOBJECT_ Identifier=\"1202_2\" Instance=\"1\"><![CDATA[Never reached]]></_STOBJECT_></_STOBJECT_>"
+      "<_STOBJECT_ Identifier=\"1202_2\" Instance=\"2\" Part_number=\"P-2\" Material=\"C45 "
+      "&quot;hard&quot;\">"
+      "<![CDATA[Shaft]]></_STOBJECT_>"
+      "</Content_List></DataEx_Structure>";
+  EXPECT_EQ(File("Export_anna_20240131_154502_New/Kestrix_Structure.xml"), expected);
+  EXPECT_EQ(File("Export_anna_20240131_15450a_New/Kestrix_Structure.xml"), expected);
+  EXPECT_TRUE(
+      world_->Traced("Error while creating the XML structure file (AdditionalXMLAttributes/Tessel_4)"));
+}
+
+TEST_F(DispatchTest, MappingLinesThatCannotBeUsed) {
+  for (const char* line : {"Material", "1st||MATERIAL", "Material||NONE", "||MATERIAL"}) {
+    exchange_ = {};
+    structure_ = {};
+    Prepare({}, {"[Mapping_XML_StructureFile]", line});
+    AddRecipient({901, 11}, {});
+    EXPECT_TRUE(Run()) << line;
+    EXPECT_EQ(File("Export_anna_20240131_154502_New/Kestrix_Structure.xml").find("Material="),
+              std::string::npos);
+    EXPECT_TRUE(
+        world_->Traced("Error while creating the XML structure file (AdditionalXMLAttributes/Tessel_4)"))
+        << line;
+  }
+}
+
+TEST_F(DispatchTest, AMonitorThatCannotBeStartedLeavesTheExportComplete) {
+  Prepare({"[Settings]", "UseServerMonitor=1"});
+  AddRecipient({901, 12}, {});
+  world_->launcher.processId = 0;
+  EXPECT_TRUE(Run());
+  EXPECT_EQ(world_->toolkit.boxes, Lines{"exclamation||Error while launching the 'Kestrix Server Monitor'"});
+  EXPECT_EQ(listener_.finished, 1);
+  EXPECT_TRUE(world_->folder.Exists("ex/Export_anna_20240131_154502_New/Kestrix_Data.xml"));
+}
+
+TEST_F(DispatchTest, AMoveThatFailsHalfWayKeepsWhatIsFinal) {
+  Prepare({"[Settings]", "UseServerMonitor=1"});
+  AddThreeRecipients();
+  world_->folder.MakeFolder("ex/Export_anna_20240131_15450a_New");
+  EXPECT_FALSE(Run());
+  EXPECT_TRUE(world_->folder.Exists("ex/Export_anna_20240131_154502_New/Kestrix_Data.xml"));
+  EXPECT_FALSE(world_->folder.Exists(std::string("ex/") + kName + "_temp"));
+  EXPECT_EQ(listener_.finished, 0);
+  EXPECT_EQ(listener_.directories.size(), 1U);
+  EXPECT_EQ(ExchangeObjects().size(), 2U);
+  EXPECT_TRUE(world_->launcher.starts.empty());
+  const test::TraceEntry& traced = world_->trace.writer->entries.back();
+  EXPECT_EQ(traced.text, kDispatchError);
+  EXPECT_EQ(traced.number, error_number::kFileAlreadyExists);
+}
+
+TEST_F(DispatchTest, EndsBeforeAnythingIsMade) {
+  struct Case {
+    Lines settings;
+    int error;
+  };
+  const Case cases[] = {
+      {{"[ini_xml]", "DataFileName=../data.xml"}, error_number::kPathFileAccess},
+      {{"[ini_xml]", "StructurFileName=/tmp/structure.xml"}, error_number::kPathFileAccess}};
+  for (const Case& test : cases) {
+    exchange_ = {};
+    structure_ = {};
+    Prepare(test.settings);
+    AddRecipient({}, {});
+    EXPECT_FALSE(Run());
+    EXPECT_EQ(world_->trace.writer->entries.back().text, kDispatchError);
+    EXPECT_EQ(world_->trace.writer->entries.back().number, test.error);
+    EXPECT_TRUE(ExchangeObjects().empty());
+    EXPECT_EQ(Tree(), (Lines{std::string(kName) + "/", std::string(kName) + "/gearbox.stp"}));
+  }
+}
+
+TEST_F(DispatchTest, WithoutDataExchangeObjectTheExportGoesOn) {
+  Prepare({"[Path]", "ExportPrefix=Out@@"});
+  AddRecipient({901, 11}, {902, 21});
+  world_->host.FailNext({.call = embedded::HostCall::kInsert, .classId = 900, .code = 19});
+  EXPECT_TRUE(Run());
+  EXPECT_NE(File("Out@@_anna_20240131_154502_New/Kestrix_Data.xml").find("<DataExchangeObjID>0<"),
+            std::string::npos);
+}
+
+}  // namespace
+}  // namespace tessel

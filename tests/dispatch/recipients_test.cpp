@@ -1,0 +1,51 @@
+#include "dispatch/recipients.h"
+
+#include <gtest/gtest.h>
+
+#include "dispatch/server_monitor.h"
+#include "support/export_world.h"
+
+namespace tessel {
+namespace {
+
+TEST(Recipients, DirectoriesDifferInTheirLastCharacter) {
+  struct Case {
+    const char* path;
+    int row;
+    const char* directory;
+  };
+  const Case cases[] = {{"C:\\ex\\@@_a_154502", 0, "C:\\ex\\@@_a_154502"},
+                        {"C:\\ex\\@@_a_154502", 1, "C:\\ex\\@@_a_15450a"},
+                        {"C:\\ex\\@@_a_154502", 26, "C:\\ex\\@@_a_15450z"},
+                        {"/ex/\xc3\xbc", 2, "/ex/b"}};
+  for (const Case& test : cases)
+    EXPECT_EQ(RecipientDirectory(test.path, test.row), test.directory);
+}
+
+TEST(Recipients, RowsComeBackAsTheyWereAppended) {
+  test::ExportWorld world;
+  const auto list = NewRecipientList(world.host);
+  AppendRecipient(*list, {{901, 11}, {902, 21}, "one"});
+  AppendRecipient(*list, {{901, 12}, {}, "two"});
+  const Recipient second = RecipientOfRow(*list, 1);
+  EXPECT_EQ(second.customer, (ObjectKey{901, 12}));
+  EXPECT_EQ(second.contact, ObjectKey());
+  EXPECT_EQ(second.directory, "two");
+  EXPECT_THROW(static_cast<void>(RecipientOfRow(*list, 2)), RuntimeError);
+}
+
+TEST(ServerMonitor, IsStartedWithOneArgumentAndChecked) {
+  test::ExportWorld world;
+  const std::string session = world.session->Identifier();
+  EXPECT_TRUE(StartServerMon(world.services, "C:\\prog", *world.session, 77, 900, "DX 1\" & x"));
+  EXPECT_EQ(world.launcher.starts,
+            std::vector<std::string>{"C:\\prog\\KestrixServMon.exe [" + session + "@900@77@DX 1\" & x]"});
+  EXPECT_TRUE(world.pauser.pauses.empty());
+  world.launcher.processId = 0;
+  EXPECT_FALSE(StartServerMon(world.services, "C:\\prog", *world.session, 77, 900, "DX-1"));
+  EXPECT_EQ(world.pauser.pauses, std::vector<int>(50, 100));
+  EXPECT_TRUE(world.Traced(" ==> Server Monitor NOT started!!"));
+}
+
+}  // namespace
+}  // namespace tessel

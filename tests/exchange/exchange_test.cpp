@@ -1,0 +1,137 @@
+#include "exchange/exchange.h"
+
+#include <gtest/gtest.h>
+
+#include "support/export_world.h"
+
+namespace tessel {
+namespace {
+
+using namespace CommonXFunctions;
+
+class FakePage : public SendDataView {
+ public:
+  [[nodiscard]] bool CopyAll() const override { return copyAll; }
+  void HideForHostWindow() override { hidden = true; }
+  bool copyAll = true;
+  bool hidden = false;
+};
+
+class AnsweringDialogs : public embedded::UnattendedDialogs {
+ public:
+  int ConfirmLifeCycle(const embedded::LifeCycleRequest&) override { return answer; }
+  int answer = 1;
+};
+
+class Exchange : public testing::Test {
+ protected:
+  Exchange() {
+    world_.declarations.startup.session = world_.session;
+    world_.host.SetLfcStage2([this](const PcSessionPtr& session, const std::string&,
+                                    const PcRecordListPtr& first, const PcRecordListPtr& second,
+                                    const PcRecordListPtr&) {
+      flagDuringCopy_ = session->GlobalData().Get("isKestrix").AsText();
+      AllCopiedFiles(world_.services, state_, first, second);
+    });
+  }
+  void MakeDirectory() {
+    ASSERT_TRUE(CreateExDirName(world_.services, state_.directoryName));
+    ASSERT_TRUE(CreateNewExDir(world_.services, world_.folder.Path("new/base"), state_.directoryName,
+                               state_.directoryPath));
+    world_.session->GlobalData().Set("ExDir", Value(state_.directoryPath));
+  }
+  CopyResult Copy(const std::string& tag) { return copyFile2ExDir(world_.services, state_, page_, tag); }
+  bool FlagIsSet() { return world_.session->GlobalData().Position("isKestrix") > 0; }
+
+  test::ExportWorld world_;
+  ExchangeState state_;
+  FakePage page_;
+  std::string flagDuringCopy_;
+};
+
+TEST_F(Exchange, DirectoriesAreMadeOnceBelowTheirBase) {
+  MakeDirectory();
+  EXPECT_EQ(state_.directoryName, "@@_anna_20240131_154502");
+  EXPECT_EQ(state_.directoryPath, world_.folder.Path("new/base/@@_anna_20240131_154502"));
+  EXPECT_TRUE(world_.platform.files.FolderExists(state_.directoryPath));
+
+  struct Case {
+    std::string base;
+    const char* name;
+    int error;
+  };
+  const Case cases[] = {{world_.folder.Path("new/base/"), "@@_anna_20240131_154502", 58},
+                        {world_.folder.Path("new"), "@@_DOMAIN\\anna", 75},
+                        {world_.folder.Path("new"), "..", 75},
+                        {world_.folder.Write("file", ""), "sub", 58}};
+  for (const Case& test : cases) {
+    std::string path;
+    EXPECT_FALSE(CreateNewExDir(world_.services, test.base, test.name, path)) << test.name;
+    const test::TraceEntry& traced = world_.trace.writer->entries.back();
+    EXPECT_EQ(traced.text,
+              "Fehler beim Erzeugen des temp. Austauschverzeichnisses (CreateNewExDir/CommonXFunctions");
+    EXPECT_EQ(traced.number, test.error) << test.name;
+  }
+  EXPECT_EQ(world_.folder.Tree("new"), (std::vector<std::string>{"base/", "base/@@_anna_20240131_154502/"}));
+}
+
+TEST_F(Exchange, SilentCopyKeepsTheListsOfTheHook) {
+  MakeDirectory();
+  EXPECT_EQ(Copy("1201_1"), CopyResult::kCopied);
+  EXPECT_EQ(world_.folder.Tree("new/base/" + state_.directoryName),
+            (std::vector<std::string>{"gearbox.stp", "shaft.stp"}));
+  EXPECT_EQ(flagDuringCopy_, "True");
+  EXPECT_FALSE(FlagIsSet());
+  EXPECT_FALSE(page_.hidden);
+  EXPECT_EQ(state_.copied.CopiedCount({1201, 1}), 1);
+  EXPECT_EQ(state_.copied.CopiedCount({1202, 2}), 1);
+  EXPECT_EQ(state_.copied.LinksFrom({1201, 1}).size(), 1U);
+  EXPECT_EQ(state_.copied.Files()->GetValue("ROOT_OBJ", 0).AsInt16(), 0);
+}
+
+TEST_F(Exchange, FailedCopiesGiveNoResult) {
+  MakeDirectory();
+  EXPECT_EQ(Copy("1202_999"), CopyResult::kFailed);
+  EXPECT_TRUE(world_.Traced("Could not retrieve selected object"));
+  EXPECT_TRUE(FlagIsSet());  // this one failure leaves it
+  EXPECT_EQ(Copy("nothing"), CopyResult::kFailed);
+  EXPECT_FALSE(FlagIsSet());
+  world_.host.FailNext({.call = embedded::HostCall::kOperation, .code = 1234});
+  EXPECT_EQ(Copy("1201_1"), CopyResult::kFailed);
+  EXPECT_FALSE(FlagIsSet());
+  EXPECT_TRUE(world_.toolkit.boxes.empty());
+  world_.platform.files.DeleteFolder(state_.directoryPath);
+  state_.directoryPath += "\n";
+  page_.copyAll = false;
+  EXPECT_EQ(Copy("1201_1"), CopyResult::kFailed);
+}
+
+TEST_F(Exchange, AHookWithoutListsLeavesTheEarlierOnes) {
+  auto files = world_.ObjectList({{1201, 1}});
+  EXPECT_EQ(AllCopiedFiles(world_.services, state_, files, nullptr), 0);
+  state_.copied.Files()->SetValue("ROOT_OBJ", 0, Value(1));
+  EXPECT_FALSE(files->HasColumn("ROOT_OBJ"));
+  EXPECT_EQ(AllCopiedFiles(world_.services, state_, nullptr, world_.ObjectList({})), 0);
+  EXPECT_TRUE(world_.Traced("FirstRec of Hook 'LFCStage2' is empty"));
+  EXPECT_EQ(state_.copied.FindFileRow({1201, 1}), 0);
+  EXPECT_EQ(state_.copied.Files()->GetValue("ROOT_OBJ", 0).AsInt16(), 0);
+  EXPECT_TRUE(state_.copied.Links());
+  ExchangeState fresh;
+  EXPECT_NE(AllCopiedFiles(world_.services, fresh, nullptr, nullptr), 0);
+}
+
+TEST_F(Exchange, AppendedRowsGoBelowAndAddOnlyMissingColumns) {
+  PcRecordListPtr all;
+  CopyRecList(world_.host, *world_.ObjectList({{1201, 1}, {1202, 2}, {1202, 3}}), all, false);
+  all->AddColumn("EXTRA", 2, 2);
+  CopyRecList(world_.host, *world_.ObjectList({{1203, 4}}, {Value()}), all, true);
+  EXPECT_EQ(all->ColumnCount(), 4);
+  EXPECT_EQ(all->RowCount(), 4);
+  EXPECT_EQ(all->KeyOfRow(3), (ObjectKey{1203, 4}));
+  EXPECT_TRUE(all->GetValue("STATE", 3).IsNull());
+  PcRecordListPtr none;
+  EXPECT_THROW(CopyRecList(world_.host, *all, none, true), RuntimeError);
+}
+
+}  // namespace
+}  // namespace tessel

@@ -1,0 +1,45 @@
+#include "selection/start_up.h"
+
+#include <gtest/gtest.h>
+
+#include "support/export_world.h"
+
+namespace tessel {
+namespace {
+
+TEST(StartUp, ReadsTheConfigurationOfTheUser) {
+  test::ExportWorld world({.initialization = {"[Path]", "ExportPrefix=Sent"}});
+  StartUpState state;
+  EXPECT_TRUE(CommonXFunctions::Init(world.services, state, world.session));
+  EXPECT_TRUE(state.adminTool);
+  EXPECT_EQ(world.declarations.configuration.ExportPrefix, "Sent");
+  EXPECT_EQ(world.declarations.startup.databaseAlias, "WORLD");
+  EXPECT_EQ(world.declarations.startup.TransmittalClassID, 900);
+  EXPECT_TRUE(world.toolkit.boxes.empty());
+}
+
+TEST(StartUp, WithoutSettingsOrSessionItFailsWithItsMessage) {
+  test::ExportWorld world;
+  StartUpState state;
+  EXPECT_FALSE(CommonXFunctions::Init(world.services, state, world.session));
+  EXPECT_FALSE(CommonXFunctions::Init(world.services, state, nullptr));
+  const std::vector<std::string> boxes(2, "critical|Kestrix Error|no Message found");
+  EXPECT_EQ(world.toolkit.boxes, boxes);
+}
+
+class FailingRun : public RunObjects {
+ public:
+  void UnloadPages() override { throw HostError("no page"); }
+  void ClearExchangeDirectoryName() override { cleared = true; }
+  bool cleared = false;
+};
+
+TEST(StartUp, TheNextExportGetsItsOwnDirectoryWhateverHappensToThePages) {
+  test::ExportWorld world;
+  FailingRun run;
+  CommonXFunctions::TerminateObjs(world.services, run);
+  EXPECT_TRUE(run.cleared);
+}
+
+}  // namespace
+}  // namespace tessel
