@@ -53,16 +53,29 @@ Platform WithLauncher(const Platform& services, ProcessLauncher& launcher) {
           services.profiles, services.system,    services.program, services.ansiCodePage};
 }
 
+PosixPlatformOptions WithoutPauses() {
+  PosixPlatformOptions options;
+  options.pauses = false;
+  return options;
+}
+
+embedded::HostOptions OptionsOf(const Platform& platform, Driver& driver) {
+  embedded::HostOptions options;
+  options.files = &platform.files;
+  options.dialogs = &driver;
+  return options;
+}
+
 }  // namespace
 
 Workbench::Workbench(const Login& login, Driver& driver)
-    : system_(PosixPlatformOptions{.pauses = false}),
+    : system_(WithoutPauses()),
       traceFile_(system_.Services().files,
                  system_.Services().encodings.Open(system_.Services().ansiCodePage)),
       toolkit_(driver),
       launcher_(system_.Services().processes, driver),
       platform_(WithLauncher(system_.Services(), launcher_)),
-      host_(login.database, embedded::HostOptions{.files = &platform_.files, .dialogs = &driver}),
+      host_(login.database, OptionsOf(platform_, driver)),
       program_(platform_, toolkit_, host_, traceFile_.Factory(), MakeTracingAdditionalValues),
       entry_(program_),
       session_(host_.OpenSession(login.user, login.password, login.language)) {

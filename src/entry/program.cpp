@@ -1,6 +1,6 @@
 #include "entry/program.h"
 
-#include "config/pelicore_admin_tool.h"
+#include "config/admin_configuration_reader.h"
 
 namespace tessel {
 
