@@ -1,0 +1,219 @@
+#include <gtest/gtest.h>
+
+#include "host/error.h"
+#include "locking/locking_world.h"
+
+namespace tessel::test {
+namespace {
+
+using embedded::HostCall;
+
+constexpr const char* kFresh = "- ASSEMBLY OBJECT_ID=1 CLASS_ID=1201 STATE=1 REVISION_STG=1 VRK_ID=A-1\n";
+constexpr const char* kLockedByAnna =
+    "ASSEMBLY OBJECT_ID=1 CLASS_ID=1201 STATE=1 REVISION_STG=1 VRKX_DX_LOCK_STATE=-1 "
+    "VRKX_DX_LOCK_DESCRIPTION=Objekt geblockt VRKX_DX_LOCKED_BY=51 VRKX_DX_FIRST_LOCK_USE=-1 VRK_ID=A-1\n";
+constexpr const char* kUnlocked =
+    "ASSEMBLY OBJECT_ID=1 CLASS_ID=1201 STATE=1 REVISION_STG=1 UNDER_OPERATION=-32767 "
+    "VRKX_DX_LOCK_STATE=0 VRKX_DX_LOCKED_BY=-2147483647 VRKX_DX_FIRST_LOCK_USE=-1 VRK_ID=A-1\n";
+// The first id that the world's model leaves free.
+constexpr int kFirstId = 69;
+constexpr const char* kUnlockFailed = "box \"\" exclamation \"Unlocking doesn't work for Object 'row 0\"\n";
+
+std::string Record(int id, const std::string& description = "VRK_DESCRIPTION=Kestrix") {
+  return "OBJECT_LOCKING OBJECT_ID=" + std::to_string(id) +
+         " CLASS_ID=30 OPER_CLASS_ID=1201 OPER_OBJECT_ID=1 LOCK_TYPE=8 " + description + "\n";
+}
+
+// Both halves of a failure: a refused call, and one that raises an error.
+constexpr bool kWays[] = {false, true};
+
+class ObjectLocking : public testing::Test {
+ protected:
+  // Locked by anna, as the tests of unlocking find it.
+  void LockByAnna() {
+    ASSERT_TRUE(world_.Program("anna").Lock(document_));
+    static_cast<void>(world_.Seen());
+  }
+  LockingWorld world_;
+  PcRecordListPtr document_ = world_.Rows({{1201, 1}});
+};
+
+TEST_F(ObjectLocking, LocksOnlyWhatQualifies) {
+  const struct {
+    Value state;
+    Value underOperation;
+    Value revisionStage;
+    Value lockState;
+    const char* seen;
+  } cases[] = {
+      {1, -1, 1, false, "refresh 1201:1 mode 1\n"},
+      {3, -32767, 1, {}, "refresh 1201:1 mode 1\n"},
+      {3, {}, 1, false, "refresh 1201:1 mode 1\n"},  // no operation was ever noted
+      {4, -1, 1, false, ""},
+      {4, -1, 1, true, ""},
+      {2, -1, 1, false, ""},
+      {1, 0, 1, false, ""},
+      {1, 6, 1, true, ""},
+      {1, -1, 2, false, ""},
+      {1, -1, {}, false, ""},
+      {1, -1, 1, true, "box \"\" information \"Object 'row 0' already locked!\"\n"},
+  };
+  for (const auto& each : cases) {
+    LockingWorld world;
+    world.Set(1201, 1,
+              {{"UNDER_OPERATION", each.underOperation},
+               {"REVISION_STG", each.revisionStage},
+               {"VRKX_DX_LOCK_STATE", each.lockState}});
+    const auto before = world.Database();
+    const bool locked = world.Program("anna").Lock(world.Rows({{1201, 1}}, each.state));
+    EXPECT_EQ(world.Seen(), each.seen);
+    EXPECT_EQ(locked, std::string(each.seen).starts_with("refresh"));
+    EXPECT_EQ(world.Changes(before).empty(), !locked);
+  }
+}
+
+TEST_F(ObjectLocking, ALockIsARecordAndTheAttributesOfTheDocument) {
+  const auto before = world_.Database();
+  EXPECT_TRUE(world_.Program("anna").Lock(document_));
+  EXPECT_EQ(world_.Changes(before), std::string(kFresh) + "+ " + kLockedByAnna + "+ " + Record(kFirstId));
+  const auto locked = world_.Database();
+  EXPECT_FALSE(world_.Program("bert").Lock(document_));
+  EXPECT_EQ(world_.Changes(locked), "");
+  EXPECT_EQ(world_.Seen(),
+            "refresh 1201:1 mode 1\nbox \"\" information \"Object 'row 0' already locked!\"\n");
+}
+
+TEST_F(ObjectLocking, RecordsOfAHostWithTheOtherDescriptionAttribute) {
+  LockingWorld world({.lockDescription = "CN_DESCRIPTION"});
+  const auto before = world.Database();
+  world.Program("anna").Lock(document_);
+  EXPECT_NE(world.Changes(before).find(Record(kFirstId, "CN_DESCRIPTION=Kestrix")), std::string::npos);
+  EXPECT_TRUE(world.Program("anna").Unlock(document_));
+  EXPECT_EQ(world.Changes(before), std::string(kFresh) + "+ " + kUnlocked);
+}
+
+TEST_F(ObjectLocking, EveryRowIsHandledAndTheFirstDocumentNamesTheIdentifyingAttribute) {
+  world_.Program("bert").Lock(world_.Rows({{1201, 1}, {1202, 3}}));
+  EXPECT_EQ(world_.Seen(), "refresh 1202:3 mode 1\n");
+  // A document that is gone ends its own row alone; the part is named by the assembly's attribute.
+  EXPECT_TRUE(world_.Program("anna").Lock(world_.Rows({{1201, 1}, {1201, 99}, {1202, 3}, {1201, 2}})));
+  EXPECT_EQ(world_.Seen(),
+            "box \"\" information \"Object 'row 0' already locked!\"\n"
+            "box \"\" information \"Object 'row 2' already locked!\"\n"
+            "refresh 1201:2 mode 1\n");
+  const auto lines = world_.Program("anna").trace.writer->Lines();
+  EXPECT_NE(
+      std::find(
+          lines.begin(), lines.end(),
+          "Fehlerabbruch im Modul (LockObject/CommonXFunctions) [91 Object variable not set: document]"),
+      lines.end());
+}
+
+TEST_F(ObjectLocking, ALockThatCannotBeWrittenLeavesNothing) {
+  const auto before = world_.Database();
+  LoadedProgram& anna = world_.Program("anna");
+  for (const HostCall call : {HostCall::kInsert, HostCall::kUpdate}) {
+    for (const bool raise : kWays) {
+      world_.host.FailNext({.call = call, .raise = raise});
+      EXPECT_FALSE(anna.Lock(document_));
+      EXPECT_EQ(world_.Changes(before), "");
+      EXPECT_EQ(world_.Seen(), "");
+    }
+  }
+  // The second document is locked though the first could not be.
+  world_.host.FailNext({.call = HostCall::kUpdate});
+  EXPECT_TRUE(anna.Lock(world_.Rows({{1201, 1}, {1201, 2}})));
+  EXPECT_EQ(world_.Seen(), "refresh 1201:2 mode 1\n");
+  EXPECT_TRUE(anna.Lock(document_));
+}
+
+TEST_F(ObjectLocking, ADocumentThatSomethingElseLocksIsToldAsLocked) {
+  const PcObjectPtr foreign = world_.Program("anna").session->ObjectStore()->NewObject(30);
+  foreign->SetValue("OPER_CLASS_ID", 1201);
+  foreign->SetValue("OPER_OBJECT_ID", 1);
+  foreign->SetValue("VRK_DESCRIPTION", "Other");
+  ASSERT_EQ(foreign->Add(*world_.Program("anna").session->NewBehavior()), 0);
+  const auto before = world_.Database();
+  EXPECT_FALSE(world_.Program("anna").Lock(document_));
+  EXPECT_EQ(world_.Seen(), "box \"\" information \"Object 'row 0' already locked!\"\n");
+  EXPECT_FALSE(world_.Program("admin").Unlock(document_));
+  EXPECT_EQ(world_.Seen(), "");
+  EXPECT_EQ(world_.Changes(before), "");
+}
+
+TEST_F(ObjectLocking, UnlocksForTheOwnerAndForUsersWithTheRight) {
+  const char* kRefused = "box \"\" information \"The Object 'row 0' is locked by another user!\"\n";
+  const char* kDone = "refresh 1201:1 mode 1\n";
+  const struct {
+    const char* user;
+    const char* settings;
+    const char* seen;
+  } cases[] = {{"anna", "\"[Lock]\"", kDone},
+               {"bert", "\"[Lock]\"", kRefused},
+               {"rolf", "\"[Lock]\"", kDone},
+               {"ruth", "\"[Lock]\"", kRefused},  // the role in another letter case
+               {"admin", "\"[Lock]\"", kDone},
+               {"ruth", "\"[Lock]\", \"UnLockRole=unlock\"", kDone},
+               {"rolf", "\"[Lock]\", \"UnLockRole=unlock\"", kRefused},
+               {"bert", "\"[Lock]\", \"UnLockRole=\"", kDone}};
+  for (const auto& each : cases) {
+    LockingWorld world({.settings = each.settings});
+    const auto fresh = world.Database();
+    world.Program("anna").Lock(world.Rows({{1201, 1}}));
+    static_cast<void>(world.Seen());
+    const auto locked = world.Database();
+    const bool unlocked = world.Program(each.user).Unlock(world.Rows({{1201, 1}}, std::int16_t{4}));
+    EXPECT_EQ(world.Seen(), each.seen) << each.user << " " << each.settings;
+    EXPECT_EQ(unlocked, each.seen == kDone);
+    if (unlocked) {
+      EXPECT_EQ(world.Changes(fresh), std::string(kFresh) + "+ " + kUnlocked);
+    } else {
+      EXPECT_EQ(world.Changes(locked), "");
+    }
+  }
+}
+
+TEST_F(ObjectLocking, WhatIsNotLockedIsNotUnlocked) {
+  const auto before = world_.Database();
+  EXPECT_FALSE(world_.Program("admin").Unlock(world_.Rows({{1201, 1}, {1201, 99}})));
+  EXPECT_EQ(world_.Changes(before), "");
+  EXPECT_EQ(world_.Seen(), "");
+}
+
+TEST_F(ObjectLocking, AFailingDeleteLeavesTheLock) {
+  LockByAnna();
+  const auto locked = world_.Database();
+  for (const bool raise : kWays) {
+    world_.host.FailNext({.call = HostCall::kDelete, .raise = raise});
+    EXPECT_FALSE(world_.Program("anna").Unlock(document_));
+    EXPECT_EQ(world_.Seen(), kUnlockFailed);
+    EXPECT_EQ(world_.Changes(locked), "");
+  }
+}
+
+TEST_F(ObjectLocking, AfterAFailingUpdateTheLockCanStillBeRemoved) {
+  const auto fresh = world_.Database();
+  LockByAnna();
+  int record = kFirstId;
+  for (const bool raise : kWays) {
+    const auto locked = world_.Database();
+    world_.host.FailNext({.call = HostCall::kUpdate, .raise = raise});
+    world_.Program("anna").Unlock(document_);
+    EXPECT_EQ(world_.Seen(), std::string(kUnlockFailed) + "refresh 1201:1 mode 1\n");
+    EXPECT_EQ(world_.Changes(locked), "- " + Record(record) + "+ " + Record(record + 1));
+    ++record;
+  }
+  EXPECT_TRUE(world_.Program("anna").Unlock(document_));
+  EXPECT_EQ(world_.Changes(fresh), std::string(kFresh) + "+ " + kUnlocked);
+}
+
+TEST_F(ObjectLocking, NothingHappensWhenTheStartUpFails) {
+  LockingWorld world({.settings = "\"[Settings]\", \"UseServerMonitor=perhaps\""});
+  const auto before = world.Database();
+  EXPECT_FALSE(world.Program("anna").Lock(document_));
+  EXPECT_NE(world.Seen().find("box \"Kestrix Error\" critical \"no start\"\n"), std::string::npos);
+  EXPECT_EQ(world.Changes(before), "");
+}
+
+}  // namespace
+}  // namespace tessel::test
