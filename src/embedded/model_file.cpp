@@ -50,6 +50,14 @@ void StoreAccounts(Database& database, const Model& model) {
   }
 }
 
+void StoreModel(Database& database, const Model& model, const std::string& source) {
+  WriteTransaction transaction(database);
+  CreateSchema(database, *model.catalog, model.metadata, source);
+  StoreObjects(database, model, source);
+  StoreAccounts(database, model);
+  transaction.Commit();
+}
+
 void FillVault(const Model& model, FileSystem& files, const std::string& vaultPath,
                const std::string& source) {
   for (const ModelObject& object : model.objects) {
@@ -117,12 +125,8 @@ std::string VaultPath(const std::string& databasePath) {
 CatalogPtr FillDatabase(Database& database, const ModelSource& source, FileSystem& files,
                         const std::string& vaultPath) {
   const Model model = ReadModel(source, !vaultPath.empty());
-  WriteTransaction transaction(database);
-  CreateSchema(database, *model.catalog, model.metadata);
-  StoreObjects(database, model, source.name);
-  StoreAccounts(database, model);
+  StoreModel(database, model, source.name);
   if (!vaultPath.empty()) FillVault(model, files, vaultPath, source.name);
-  transaction.Commit();
   return model.catalog;
 }
 
@@ -132,10 +136,12 @@ void CreateDatabase(FileSystem& files, const std::string& databasePath, const st
   source.name = paths::FileName(modelPath);
   const std::filesystem::path native = files.NativePath(modelPath);
   source.directory = std::filesystem::absolute(native).parent_path().string();
+  const Model model = ReadModel(source, true);
   NewDatabase target(files, databasePath);
+  FillVault(model, files, target.Vault(), source.name);
   {
     Database database(files.NativePath(target.Path()));
-    FillDatabase(database, source, files, target.Vault());
+    StoreModel(database, model, source.name);
   }
   target.Finish();
 }

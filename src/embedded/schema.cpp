@@ -84,14 +84,15 @@ void AddNumber(Database& database, const std::string& name, std::int32_t start) 
 
 }  // namespace
 
-void CreateSchema(Database& database, const Catalog& catalog, const std::string& metadata) {
+void CreateSchema(Database& database, const Catalog& catalog, const std::string& metadata,
+                  const std::string& source) {
   for (const char* statement : kHostTables)
     database.ExecuteOnce(statement);
   for (const auto& definition : catalog.Classes()) {
     try {
       CreateClassTable(database, *definition);
     } catch (const DatabaseError& error) {
-      throw HostError("class \"" + definition->name + "\": the database refuses the table " +
+      throw HostError(source + ": class \"" + definition->name + "\": the database refuses the table " +
                           definition->table + ": " + error.what(),
                       error.Number());
     }

@@ -8,9 +8,10 @@
 
 namespace tessel::embedded {
 
-// Makes all tables and indexes and stores the metadata, a JSON text in the form of the model file. Errors:
-// HostError naming the class whose table the database refuses.
-void CreateSchema(Database& database, const Catalog& catalog, const std::string& metadata);
+// Makes all tables and indexes and stores the metadata, a JSON text in the form of the model file. Error:
+// HostError naming the source and the class whose table the database refuses.
+void CreateSchema(Database& database, const Catalog& catalog, const std::string& metadata,
+                  const std::string& source);
 
 // The metadata stored in a database. Error: HostError when it is no database of the embedded host.
 [[nodiscard]] CatalogPtr LoadCatalog(Database& database);
