@@ -76,16 +76,12 @@ void Tessel_2::ListObject(int number) {
   const std::string classText = std::to_string(object->GetClassId());
   TraceLine("lese Objekte aus den globalen Variablen aus(Form_Load/Tessel_2): " + position + " " +
             std::to_string(object->GetObjectId()) + " " + classText);
+  const std::size_t imageCount = imageList1_.Images().size();
   CommonXFunctions::GetIcon(GetServices(), *object, imageList1_);
-  treeView2_->SetImages(&imageList1_);
-  const std::string tag = ObjectKeyText(object->Key(), '_');
-  const std::string& nameAttribute = Settings().DisplayAttribute1;
-  treeView2_->AddNode(
-      CommonXFunctions::RetrieveDisplayVal(nameAttribute, Settings().DisplayAttribute2, object), tag,
-      "Class" + classText);
-  if (!object->HasAttribute(nameAttribute) || object->GetText(nameAttribute).empty()) {
-    TraceLine("!! NODE NAME (DESCRIPTION1: '" + nameAttribute + "') IS EMPTY FOR OBJECT: '" + tag + "' !!!");
-  }
+  if (imageList1_.Images().size() != imageCount) treeView2_->SetImages(&imageList1_);
+  treeView2_->AddNode(CommonXFunctions::RetrieveDisplayVal(Settings().DisplayAttribute1,
+                                                           Settings().DisplayAttribute2, object),
+                      ObjectKeyText(object->Key(), '_'), "Class" + classText);
   const auto nodes = CommonXFunctions::AddSelectedObject(GetServices(), Context().structure, *object);
   TraceLine("liste selektierte Daten auf(Form_Load/Tessel_2): " + position + " " + nodes.content.Name());
   if (nodes.hierarchical) {

@@ -1,5 +1,7 @@
 #include "wizard/tessel_3.h"
 
+#include <algorithm>
+
 #include "host/error.h"
 #include "wizard/page_layout.h"
 #include "wizard/partner_lists.h"
@@ -206,8 +208,9 @@ void Tessel_3::Layout() {
   AnchorFrame(window, *frame3_, kButtonRowReserve);
   const auto [left, top, width, height] = window.Bounds();
   if (width > 345) {
-    treeView1_->SetWidth(width / 2 - 345);
-    treeView2_->SetWidth(width / 2 - 345);
+    const double listWidth = std::max(width / 2 - 345, 0.0);
+    treeView1_->SetWidth(listWidth);
+    treeView2_->SetWidth(listWidth);
   }
   if (width > 540) {
     treeView2_->SetLeft(treeView1_->Bounds().width + kListGap);
@@ -219,8 +222,8 @@ void Tessel_3::Layout() {
   ApplyLayout(window, {{command4_, Side::kTop, Extent::kHeight, 2325},
                        {command5_, Side::kTop, Extent::kHeight, 1725},
                        {treeView3_, Side::kTop, Extent::kHeight, 2325}});
-  // The width follows once the window is high enough to show the list.
-  if (height > 1185) treeView3_->SetWidth(width - 1185);
+  // The list's width waits for a window high enough to show it.
+  if (height > 1185) treeView3_->SetWidth(std::max(width - 1185, 0.0));
 }
 
 }  // namespace tessel

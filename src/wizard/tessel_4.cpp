@@ -30,6 +30,8 @@ void Tessel_4::Build() {
   text2_ = &window.Add<TextBox>("Text2", 0, frame3_, Rect{2400, 960, 4215, 1500}, true);
   for (Control* control : std::initializer_list<Control*>{label1_, text1_, text2_})
     control->SetVisible(false);
+  // Before the button, so that the tab key goes through them first.
+  Trapped("Form_Load", [this] { MakeFields(); })();
   command1_ = AddButton("Command1", nullptr, {4800, 4575, 2172, 372}, "Versenden !", [this] {
     Hide();
     Flow().ClickDepatchButton();
@@ -37,24 +39,29 @@ void Tessel_4::Build() {
 }
 
 void Tessel_4::Load() {
-  BuildFields();
+  FinishBuild();
 }
 
+// The section could not be read at the load: another attempt.
 void Tessel_4::Activate() {
-  if (!built_) BuildFields();
+  if (built_) return;
+  MakeFields();
+  FinishBuild();
 }
 
-void Tessel_4::BuildFields() {
-  const Services& services = GetServices();
-  const std::vector<std::string> entries =
-      Required(services.declarations.pciniAdminTool, "configuration reader")
-          ->SectionEntries(services.declarations.startup.session, kSection);
+void Tessel_4::MakeFields() {
+  const Deklarationen& declarations = GetServices().declarations;
+  const std::vector<std::string> entries = Required(declarations.pciniAdminTool, "configuration reader")
+                                               ->SectionEntries(declarations.startup.session, kSection);
   entryCount_ = static_cast<int>(entries.size());
   int number = 0;
   for (const std::string& entry : entries)
     MakeField(++number, entry);
-  SetCaptions();
   built_ = true;
+}
+
+void Tessel_4::FinishBuild() {
+  SetCaptions();
   TakeBoundsOfCaller();
   BringToTop();
 }
@@ -107,7 +114,7 @@ int Tessel_4::MultiLineCount() const {
 void Tessel_4::Layout() {
   AnchorForwardButton(PageWindow(), *command1_);
   AnchorFrame(PageWindow(), *frame3_, kButtonRowReserve);
-  if (built_) LayOutFields();
+  LayOutFields();
 }
 
 // The multi-line boxes share what the single-line ones and the fixed parts leave of the height.

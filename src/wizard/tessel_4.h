@@ -29,7 +29,9 @@ class Tessel_4 : public Page {
     TextBox* box;
   };
 
-  void BuildFields();
+  // Makes the fields once; what follows from them comes in FinishBuild, when all controls are there.
+  void MakeFields();
+  void FinishBuild();
   void TakeBoundsOfCaller();
   // Makes the field of an entry; nothing for an entry that makes none.
   void MakeField(int number, const std::string& entry);

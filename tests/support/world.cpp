@@ -136,13 +136,15 @@ void AddSettings(const std::string& owner, const std::string& name, const Settin
 }
 
 std::string FolderStructureClass(bool supported) {
-  return std::string(R"json(
-    { "id": 910, "name": "Folder Structure", "table": "FOLDER_STRUCTURE", "mechanisms": [)json") +
-         (supported ? "\"VRKX_DX_FOLDER_STRUCTURE\"" : "") + R"json(],
+  const std::string mechanism = "\"VRKX_DX_FOLDER_STRUCTURE\"";
+  return R"json(
+    { "id": 910, "name": "Folder Structure", "table": "FOLDER_STRUCTURE", "mechanisms": [)json" +
+         (supported ? mechanism : "") + R"json(],
       "attributes": [{ "name": "VRK_DESCRIPTION", "type": "text", "identifying": true }] }
   ],
   "classMechanisms": ["VRKX_DX_SUPPLIER_EXCH_DOC", "VRKX_DX_TRANSMITTAL", "VRKX_DX_SUPPLIER_COMPANY",
-                      "VRKX_DX_SUPPLIER_CONT_PERSON", "VRKX_DX_FOLDER_STRUCTURE"],)json";
+                      "VRKX_DX_SUPPLIER_CONT_PERSON")json" +
+         (supported ? ", " + mechanism : "") + "],";
 }
 
 std::string MoreParts(const TemporaryFolder& folder, int count) {
@@ -199,7 +201,7 @@ embedded::HostOptions HostOptionsOf(World& world) {
   embedded::HostOptions options;
   options.files = &world.platform.files;
   options.dialogs = &world.driver;
-  options.vaultPath = world.folder.Path("vault");
+  options.vaultPath = world.folder.MakeFolder("vault");
   return options;
 }
 

@@ -27,11 +27,11 @@ using SettingLines = std::map<std::string, std::vector<std::string>>;
 struct WorldOptions {
   // Of the settings "Initialization"; they win over the world's own, which name the exchange directory
   // "exchange" and the catalogue folder "catalogue" of the world's folder.
-  SettingLines settings;
+  SettingLines settings = {};
   // Of the settings "DRAXASettings" of Acme and of Smith; without lines there are none.
-  SettingLines companySettings;
-  SettingLines contactSettings;
-  // Without these the folder-structure class has no class mechanism.
+  SettingLines companySettings = {};
+  SettingLines contactSettings = {};
+  // Off: the database has no class mechanism for folder structures.
   bool folderStructures = true;
   // Released parts 1202:1001 and following, without files' content of interest.
   int moreParts = 0;
@@ -49,6 +49,8 @@ using AdditionalValuesCalls = std::vector<std::string>;
 class World {
  public:
   explicit World(const WorldOptions& options = {});
+  // A world with settings "Initialization" of its own.
+  explicit World(const SettingLines& settings) : World(WorldOptions{settings}) {}
 
   static constexpr ObjectKey kGearbox{1201, 1};
   static constexpr ObjectKey kShaft{1202, 2};
