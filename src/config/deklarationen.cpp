@@ -29,6 +29,15 @@ struct StoreText {
   }
 };
 
+// Stores one value. An error names the key.
+std::string Store(Configuration& configuration, const ConfigurationKey& key, const std::string& text) {
+  try {
+    return std::visit(StoreText{configuration, text}, key.member);
+  } catch (const RuntimeError& error) {
+    throw RuntimeError(error.Number(), std::string("[") + key.section + "] " + key.key + ": " + error.what());
+  }
+}
+
 void ReadValues(ConfigurationReader& reader, StartupValues& startup, Configuration& configuration,
                 const std::string& programDirectory, Trace& trace) {
   const ConfigurationReading reading(reader);
@@ -37,7 +46,7 @@ void ReadValues(ConfigurationReader& reader, StartupValues& startup, Configurati
     const std::string text =
         reader.ReadValue(startup.session, key.section, key.key, defaultText, admin_setting::kSetName,
                          admin_setting::kClassName, admin_setting::kTextAttribute, nullptr);
-    trace.Write(key.label + std::visit(StoreText{configuration, text}, key.member));
+    trace.Write(key.label + Store(configuration, key, text));
   }
 }
 

@@ -98,7 +98,7 @@ TEST_F(PosixFileSystemTest, PiecesOfEverySizeArriveInOrder) {
   EXPECT_EQ(files_.ReadBytes(In("out")), expected);
 }
 
-TEST_F(PosixFileSystemTest, AFullDiskLeavesNoFile) {
+TEST_F(PosixFileSystemTest, AFullDiskHasItsNumber) {
   if (!files_.FileExists("/dev/full")) GTEST_SKIP() << "no device that is always full";
   EXPECT_EQ(ErrorNumberOf([&] { files_.AppendBytes("/dev/full", "x"); }), 61);
 }

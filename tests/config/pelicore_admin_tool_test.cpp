@@ -1,0 +1,123 @@
+#include "config/pelicore_admin_tool.h"
+
+#include <gtest/gtest.h>
+
+#include "config/settings_world.h"
+#include "support/expect_error.h"
+
+namespace tessel {
+namespace {
+
+using Lines = std::vector<std::string>;
+using test::SettingsWorld;
+
+std::string IdentifierOf(const PcObjectPtr& object) {
+  return object ? object->GetText("VRKX_ID") : "nothing";
+}
+
+TEST(LinkedAdminObject, TheNamedOneIsTakenElseTheLast) {
+  struct Case {
+    std::vector<test::Settings> settings;
+    const char* found;
+  };
+  const Case cases[] = {{{{"Other", ""}, {"Initialization", ""}, {"Last", ""}}, "INI-12"},
+                        {{{"Initialization", ""}, {"Initialization", ""}}, "INI-11"},
+                        {{{"Other", ""}, {"initialization", ""}}, "INI-12"},
+                        {{}, "nothing"}};
+  for (const Case& each : cases) {
+    SettingsWorld world({.settings = each.settings});
+    PelicoreAdminTool tool(world.recording.trace);
+    EXPECT_EQ(IdentifierOf(tool.adm_GetLinkedAdmObj(world.session, "Initialization", nullptr)), each.found);
+  }
+}
+
+TEST(LinkedAdminObject, EveryStepIsTraced) {
+  SettingsWorld world({.settings = {{"Other", ""}, {"Initialization", ""}}});
+  PelicoreAdminTool tool(world.recording.trace);
+  (void)tool.adm_GetLinkedAdmObj(world.session, "Initialization", nullptr);
+  EXPECT_EQ(
+      world.recording.writer->Lines(),
+      (Lines{"Get Admin ClassID", "  AdmClassID= 20", "LinkClassID = 2000",
+             "run query to get linked admin objects", "LinkedObjs.count = 2", "SingLinkedObj.ClassID = 20",
+             "AdminAttribName = VRKX_VALUE_1", "SingLinkedObj.Data.ValueAsString(AdminAttribName) = Other",
+             "InitValue = Initialization", "SingLinkedObj.ClassID = 20", "AdminAttribName = VRKX_VALUE_1",
+             "SingLinkedObj.Data.ValueAsString(AdminAttribName) = Initialization",
+             "InitValue = Initialization"}));
+}
+
+TEST(LinkedAdminObject, FailingStepsGiveNothingAndNeverRaise) {
+  using embedded::HostCall;
+  for (const HostCall call : {HostCall::kRetrieve, HostCall::kRead}) {
+    SettingsWorld world;
+    world.host->FailNext({call, 0, 1, 5, true});
+    PelicoreAdminTool tool(world.recording.trace);
+    (void)tool.adm_GetLinkedAdmObj(world.session, "Initialization", nullptr);
+  }
+  SettingsWorld unlinked({.generalLink = false});
+  PelicoreAdminTool tool(unlinked.recording.trace);
+  EXPECT_EQ(tool.adm_GetLinkedAdmObj(unlinked.session, "Initialization", nullptr), nullptr);
+  EXPECT_EQ(tool.adm_GetLinkedAdmObj(nullptr, "Initialization", nullptr), nullptr);
+  unlinked.recording.writer->failing = true;
+  EXPECT_EQ(tool.adm_GetLinkedAdmObj(unlinked.session, "Initialization", nullptr), nullptr);
+}
+
+TEST(LinkedAdminObject, AnotherBaseObjectHasItsOwnSettings) {
+  SettingsWorld world;
+  const PcObjectPtr settings = world.session->ObjectStore()->Object({20, 11});
+  PelicoreAdminTool tool(world.recording.trace);
+  EXPECT_EQ(tool.adm_GetLinkedAdmObj(world.session, "Initialization", settings), nullptr);
+}
+
+TEST(AdminTool, FindsTheOneObjectOfAnIdentifier) {
+  SettingsWorld world({.settings = {{"A", ""}, {"B", ""}}});
+  PelicoreAdminTool tool(world.recording.trace);
+  PcObjectPtr object;
+  EXPECT_TRUE(tool.getAdminObject(*world.session, nullptr, "INI-12", object));
+  EXPECT_EQ(tool.getValueFromAdminObj(object, "VRKX_VALUE_1"), "B");
+  object->SetValue("VRKX_ID", "INI-11");
+  ASSERT_EQ(object->Update(*world.session->NewBehavior()), 0);
+  EXPECT_FALSE(tool.getAdminObject(*world.session, nullptr, "INI-11", object));
+  EXPECT_EQ(object, nullptr);
+  EXPECT_FALSE(tool.getAdminObject(*world.session, nullptr, "' or 1=1 --", object));
+}
+
+TEST(AdminTool, TheSettingsTextIsReadAndWritten) {
+  SettingsWorld world;
+  PelicoreAdminTool tool(world.recording.trace);
+  EXPECT_FALSE(tool.WriteXMLStringToAdminObj("<x/>"));
+  EXPECT_EQ(tool.ReadXMLStringFromAdminobj(nullptr), "");
+  tool.DefaultBehavior = world.declarations.startup.DefaultBehavior;
+  tool.AdminObject = tool.adm_GetLinkedAdmObj(world.session, "Initialization", nullptr);
+  EXPECT_TRUE(tool.WriteXMLStringToAdminObj("<x>\r\nü</x>"));
+  const PcObjectPtr fresh = world.session->ObjectStore()->Object({20, 11});
+  fresh->ReadData();
+  EXPECT_EQ(tool.ReadXMLStringFromAdminobj(fresh), "<x>\r\nü</x>");
+  world.host->FailNext({embedded::HostCall::kUpdate, 0, 1, 9, false});
+  EXPECT_FALSE(tool.WriteXMLStringToAdminObj("<y/>"));
+}
+
+TEST(AdminTool, LinkClassesAndMechanismsComeFromTheMetadata) {
+  SettingsWorld world({.generalLink = false});
+  PelicoreAdminTool tool(world.recording.trace);
+  EXPECT_EQ(tool.GetGenLinkCLassID_ByClass(*world.session, 20, 30), 2000);
+  EXPECT_EQ(tool.GetGenLinkCLassID_ByClass(*world.session, 30, 20), 2000);
+  EXPECT_EQ(tool.GetGenLinkCLassID_ByClass(*world.session, 10, 20), 0);
+  EXPECT_EQ(test::ErrorNumberOf([&] { (void)tool.GetGenLinkCLassID_byObject(nullptr, nullptr); }), 91);
+
+  const PcObjectPtr document = world.session->ObjectStore()->NewObject(100);
+  EXPECT_TRUE(tool.MechanismManaged(*world.session, document, "VRKX_DX_SUPPLIER_EXCH_DOC"));
+  EXPECT_FALSE(tool.MechanismManaged(*world.session, document, "VRKX_DX_TRANSMITTAL"));
+  EXPECT_FALSE(tool.MechanismManaged(*world.session, document, "unknown"));
+}
+
+TEST(AdminTool, LinkedObjectsOfOneClassAreListed) {
+  SettingsWorld world({.settings = {{"A", ""}, {"B", ""}}});
+  PelicoreAdminTool tool(world.recording.trace);
+  const PcObjectPtr user = world.session->CurrentUser()->UserObject();
+  EXPECT_EQ(tool.GetLinkedObjs(user, 20, 2000)->RowCount(), 2);
+  EXPECT_EQ(tool.GetAllGenLinkedObjs(user, 20)->KeyOfRow(1), (ObjectKey{20, 12}));
+  EXPECT_EQ(tool.GetAllGenLinkedObjs(user, 30)->RowCount(), 0);
+}
+
+}  // namespace
+}  // namespace tessel
