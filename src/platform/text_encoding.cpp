@@ -1,5 +1,7 @@
 #include "platform/text_encoding.h"
 
+#include <algorithm>
+
 namespace tessel {
 namespace {
 
@@ -17,6 +19,12 @@ std::size_t SequenceLength(unsigned char first) {
 bool IsScalar(char32_t codePoint, std::size_t length) {
   constexpr char32_t kLowest[] = {0, 0, 0x80, 0x800, 0x10000};
   return codePoint >= kLowest[length] && codePoint <= 0x10FFFF && (codePoint < 0xD800 || codePoint > 0xDFFF);
+}
+
+// Length of the ASCII characters that a text begins with.
+std::size_t AsciiLength(std::string_view text) {
+  const auto isOther = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
+  return static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isOther) - text.begin());
 }
 
 }  // namespace
@@ -70,9 +78,11 @@ std::string TextEncoding::Encode(std::string_view utf8) const {
   std::string bytes;
   bytes.reserve(utf8.size());
   for (std::size_t position = 0; position < utf8.size();) {
-    if (asciiAsItIs && static_cast<unsigned char>(utf8[position]) < 0x80) {
-      bytes += utf8[position++];
-      continue;
+    if (asciiAsItIs) {
+      const std::size_t run = AsciiLength(utf8.substr(position));
+      bytes.append(utf8, position, run);
+      position += run;
+      if (position == utf8.size()) break;
     }
     bool malformed = false;
     const char32_t codePoint = NextCodePoint(utf8, position, malformed);
