@@ -1,0 +1,49 @@
+#include "entry/hook_trace.h"
+
+#include <gtest/gtest.h>
+
+#include "support/world.h"
+
+namespace tessel::test {
+namespace {
+
+std::string StartLine(const World& world) {
+  const TraceEntry& entry = world.trace->entries.front();
+  return entry.text + "|" + std::to_string(entry.number) + "|" + entry.directory + "|" + entry.name + "|" +
+         BooleanText(entry.on);
+}
+
+TEST(HookTrace, StartsUnderTheHooksName) {
+  World world;
+  world.trace->entries.clear();
+  StartHookTrace(world.program, "_Client_GUI");
+  EXPECT_EQ(StartLine(world),
+            "Start tracing on prjTessel_Client_GUI at: 31.01.2024 15:45:02|0|c:\\|prjTessel_Client_GUI|True");
+}
+
+TEST(HookTrace, ReadsTheLocalSettingsEachTime) {
+  struct Case {
+    const char* settings;
+    const char* directory;
+    bool on;
+  };
+  const Case cases[] = {
+      {"[Trace]\r\nTracePath=D:\\logs\r\nTraceOn=False\r\n", "D:\\logs", false},
+      {"[Trace]\r\nTraceOn=1\r\n", "c:\\", true},
+      // A switch that is no Boolean leaves the value as it was.
+      {"[Trace]\r\nTraceOn=perhaps\r\n", "c:\\", true},
+  };
+  World world;
+  for (const Case& row : cases) {
+    SCOPED_TRACE(row.settings);
+    world.folder.Write("program/prjTessel.ini", row.settings);
+    world.trace->entries.clear();
+    StartHookTrace(world.program, "_Client_LockObjects");
+    EXPECT_EQ(StartLine(world), "Start tracing on prjTessel_Client_LockObjects at: 31.01.2024 15:45:02|0|" +
+                                    std::string(row.directory) + "|prjTessel_Client_LockObjects|" +
+                                    BooleanText(row.on));
+  }
+}
+
+}  // namespace
+}  // namespace tessel::test
