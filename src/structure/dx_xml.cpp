@@ -12,7 +12,7 @@ XmlNode CreateDXNodeElement(XmlDocument& document, const std::string& name, cons
   if (!element) return element;
   IgnoringErrors([&] { SetDXNodeValue(document, element, value); });
   // Earlier instances are counted under the caller's own name, so a repaired name always gets number 0.
-  IgnoringErrors([&] { SetIdentity(document, element, name, identifier); });
+  if (!identifier.empty()) IgnoringErrors([&] { document.SetIdentity(element, name, identifier); });
   return element;
 }
 

@@ -4,7 +4,6 @@
 
 #include "host/error.h"
 #include "platform/text_encoding.h"
-#include "structure/xml.h"
 
 namespace tessel {
 namespace {
@@ -44,14 +43,6 @@ XmlNode CreateRepairedElement(XmlDocument& document, std::string name, const std
       ReplaceAll(name, offending, "_");
     }
   }
-}
-
-void SetIdentity(XmlDocument& document, XmlNode element, const std::string& name,
-                 const std::string& identifier) {
-  if (identifier.empty()) return;
-  const int instance = document.CountIdentified(name, identifier);
-  XML::CreateAttribute(document, "Identifier", element, identifier);
-  XML::CreateAttribute(document, "Instance", element, std::to_string(instance));
 }
 
 }  // namespace tessel

@@ -1,4 +1,4 @@
-// What the elements with an identity share: a name made acceptable and the numbering of instances.
+// Elements under names that come from data.
 #pragma once
 
 #include <string>
@@ -12,10 +12,5 @@ namespace tessel {
 // caller.
 XmlNode CreateRepairedElement(XmlDocument& document, std::string name, const std::string& nameWhenEmpty,
                               XmlNode parent);
-
-// Sets "Identifier" and "Instance"; nothing with an empty identifier. `name` is the name under which earlier
-// instances are counted.
-void SetIdentity(XmlDocument& document, XmlNode element, const std::string& name,
-                 const std::string& identifier);
 
 }  // namespace tessel

@@ -70,8 +70,9 @@ std::int16_t StructureBuilder::IsDraxaObj(const PcObject& object) {
 
 void StructureBuilder::SetAttribute(XmlNode element, std::string_view name, std::string_view value,
                                     std::string_view traceText) {
-  services_.trace.Write(std::string(traceText) +
-                        XML::CreateAttribute(*state_.document, name, element, value));
+  std::string line(traceText);
+  line += XML::CreateAttribute(*state_.document, name, element, value);
+  services_.trace.Write(line);
 }
 
 // The flag is used up by the first structure that is built after the lock.

@@ -79,8 +79,8 @@ XmlNode CreateElement(XmlDocument& document, const std::string& name, const std:
   return element;
 }
 
-std::string CreateAttribute(XmlDocument& document, std::string_view name, XmlNode element,
-                            std::string_view value) {
+std::string_view CreateAttribute(XmlDocument& document, std::string_view name, XmlNode element,
+                                 std::string_view value) {
   if (name.find(' ') == std::string_view::npos) {
     document.SetAttribute(element, name, value);
   } else {
@@ -88,7 +88,7 @@ std::string CreateAttribute(XmlDocument& document, std::string_view name, XmlNod
     std::replace(joined.begin(), joined.end(), ' ', '_');
     document.SetAttribute(element, joined, value);
   }
-  return std::string(value);
+  return value;
 }
 
 void SaveXMLFile(const XmlDocument& document, FileSystem& files, const TextEncodings& encodings, Trace& trace,
@@ -111,7 +111,7 @@ XmlNode CreateSaveModeElement(XmlDocument& document, const std::string& name, co
   IgnoringErrors([&] { element = CreateRepairedElement(document, counted, "NoName", parent); });
   if (!element) return element;
   if (!text.empty()) IgnoringErrors([&] { document.SetText(element, text); });
-  IgnoringErrors([&] { SetIdentity(document, element, counted, identifier); });
+  if (!identifier.empty()) IgnoringErrors([&] { document.SetIdentity(element, counted, identifier); });
   return element;
 }
 

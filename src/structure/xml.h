@@ -20,9 +20,9 @@ XmlNode CreateRootElement(XmlDocument& document, const std::string& name, const 
 // Without parent the element stays detached.
 XmlNode CreateElement(XmlDocument& document, const std::string& name, const std::string& text,
                       XmlNode parent);
-// Blanks of the name become "_". Returns the value set.
-std::string CreateAttribute(XmlDocument& document, std::string_view name, XmlNode element,
-                            std::string_view value);
+// Blanks of the name become "_". Returns the value that was given.
+std::string_view CreateAttribute(XmlDocument& document, std::string_view name, XmlNode element,
+                                 std::string_view value);
 // Errors of the file system and of the encoding go to the caller. Characters that XML does not allow are
 // replaced and traced.
 void SaveXMLFile(const XmlDocument& document, FileSystem& files, const TextEncodings& encodings, Trace& trace,

@@ -1,5 +1,7 @@
 #include "structure/xml_document.h"
 
+#include <algorithm>
+#include <functional>
 #include <pugixml.hpp>
 
 #include "host/error.h"
@@ -89,6 +91,10 @@ struct XmlDocument::Content {
   pugi::xml_node detached = tree.append_child(pugi::node_element);
   IdentityIndex index;
   std::string name;  // the name in hand, ended by NUL
+  // Hashes of the attribute names of the element whose attributes are being set, so that setting one more
+  // does not walk all of them.
+  pugi::xml_node named;
+  std::vector<std::size_t> attributeNames;
 
   static XmlNode Handle(const pugi::xml_node& node) { return XmlNode(node.internal_object()); }
 
@@ -97,6 +103,30 @@ struct XmlDocument::Content {
     while (node && node != document && node != detached)
       node = node.parent();
     return node == document;
+  }
+
+  void SelectNamed(const pugi::xml_node& element) {
+    if (element == named) return;
+    if (element.type() != pugi::node_element || IsTopNode(element)) Refuse("only an element has attributes");
+    named = element;
+    attributeNames.clear();
+    for (const pugi::xml_attribute& attribute : element.attributes()) {
+      attributeNames.push_back(std::hash<std::string_view>()(attribute.name()));
+    }
+  }
+
+  // Adds or replaces an attribute, without a look at the index.
+  void PutAttribute(pugi::xml_node element, std::string_view attributeName, std::string_view value) {
+    SelectNamed(element);
+    const std::size_t hash = std::hash<std::string_view>()(attributeName);
+    const bool isNew = std::find(attributeNames.begin(), attributeNames.end(), hash) == attributeNames.end();
+    pugi::xml_attribute attribute = isNew ? pugi::xml_attribute() : FindAttribute(element, attributeName);
+    if (!attribute) {
+      CheckName(attributeName);
+      attribute = element.append_attribute(name.assign(attributeName).c_str());
+      attributeNames.push_back(hash);
+    }
+    SetTreeValue(attribute, value);
   }
 
   // Adds or removes the identified elements of a subtree.
@@ -194,16 +224,26 @@ void XmlDocument::AppendCData(XmlNode element, std::string_view text) {
 }
 
 void XmlDocument::SetAttribute(XmlNode element, std::string_view name, std::string_view value) {
-  pugi::xml_node node = Follow(element.node_);
-  if (node.type() != pugi::node_element || IsTopNode(node)) Refuse("only an element has attributes");
-  pugi::xml_attribute attribute = FindAttribute(node, name);
-  if (!attribute) CheckName(name);
-
+  const pugi::xml_node node = Follow(element.node_);
   const bool indexed = (name == kIdentifier || name == kInstance) && content_->IsAttached(node);
+  if (!indexed) {
+    content_->PutAttribute(node, name, value);
+    return;
+  }
+  if (FindAttribute(node, kIdentifier)) content_->index.Remove(node.internal_object());
+  content_->PutAttribute(node, name, value);
+  if (FindAttribute(node, kIdentifier)) content_->index.Add(node.internal_object());
+}
+
+int XmlDocument::SetIdentity(XmlNode element, std::string_view name, std::string_view identifier) {
+  const pugi::xml_node node = Follow(element.node_);
+  const bool indexed = content_->IsAttached(node);
   if (indexed && FindAttribute(node, kIdentifier)) content_->index.Remove(node.internal_object());
-  if (!attribute) attribute = node.append_attribute(content_->name.assign(name).c_str());
-  SetTreeValue(attribute, value);
-  if (indexed && FindAttribute(node, kIdentifier)) content_->index.Add(node.internal_object());
+  const int instance = content_->index.Count(name, identifier);
+  content_->PutAttribute(node, kIdentifier, identifier);
+  content_->PutAttribute(node, kInstance, std::to_string(instance));
+  if (indexed) content_->index.Add(node.internal_object());
+  return instance;
 }
 
 void XmlDocument::Remove(XmlNode node) {

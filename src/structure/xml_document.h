@@ -64,6 +64,9 @@ class XmlDocument {
   void AppendCData(XmlNode element, std::string_view text);
   // Adds or replaces an attribute. Error as NewElement for a name that XML does not accept.
   void SetAttribute(XmlNode element, std::string_view name, std::string_view value);
+  // Sets "Identifier", and "Instance" to the number of elements of `name` in the document that already have
+  // the identifier; returns that number.
+  int SetIdentity(XmlNode element, std::string_view name, std::string_view identifier);
   // Detaches a node with all that it holds.
   void Remove(XmlNode node);
 

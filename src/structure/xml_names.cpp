@@ -1,6 +1,7 @@
 #include "structure/xml_names.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <iterator>
 
@@ -90,19 +91,22 @@ bool Contains(const Range (&ranges)[count], char32_t codePoint) {
   return range != std::end(ranges) && range->first <= codePoint;
 }
 
-bool IsAsciiLetter(char32_t codePoint) {
-  return (codePoint >= U'a' && codePoint <= U'z') || (codePoint >= U'A' && codePoint <= U'Z');
+// What an ASCII character may be in a name: 1 anything but the first, 2 the first too.
+constexpr std::array<unsigned char, 0x80> MakeAsciiTable() {
+  std::array<unsigned char, 0x80> table{};
+  for (std::size_t letter = 'A'; letter <= 'Z'; ++letter)
+    table[letter] = table[letter + 0x20] = 2;
+  for (std::size_t digit = '0'; digit <= '9'; ++digit)
+    table[digit] = 1;
+  table['_'] = table[':'] = 2;
+  table['.'] = table['-'] = 1;
+  return table;
 }
+constexpr std::array<unsigned char, 0x80> kAscii = MakeAsciiTable();
 
-bool IsNameStart(char32_t codePoint) {
-  if (codePoint >= 0x80) return Contains(kLetters, codePoint);
-  return IsAsciiLetter(codePoint) || codePoint == U'_' || codePoint == U':';
-}
-
-bool IsNameCharacter(char32_t codePoint) {
-  if (IsNameStart(codePoint)) return true;
-  if (codePoint >= 0x80) return Contains(kOtherNameCharacters, codePoint);
-  return (codePoint >= U'0' && codePoint <= U'9') || codePoint == U'.' || codePoint == U'-';
+bool IsAccepted(char32_t codePoint, bool first) {
+  if (codePoint < 0x80) return kAscii[codePoint] > (first ? 1 : 0);
+  return Contains(kLetters, codePoint) || (!first && Contains(kOtherNameCharacters, codePoint));
 }
 
 }  // namespace
@@ -111,11 +115,14 @@ std::string_view FindNameOffence(std::string_view name) {
   std::size_t position = 0;
   while (position < name.size()) {
     const std::size_t start = position;
+    const auto byte = static_cast<unsigned char>(name[start]);
+    if (byte < 0x80 && start > 0 && kAscii[byte] != 0) {
+      ++position;
+      continue;
+    }
     bool malformed = false;
     const char32_t codePoint = NextCodePoint(name, position, malformed);
-    if (start == 0 ? !IsNameStart(codePoint) : !IsNameCharacter(codePoint)) {
-      return name.substr(start, position - start);
-    }
+    if (!IsAccepted(codePoint, start == 0)) return name.substr(start, position - start);
   }
   return {};
 }
