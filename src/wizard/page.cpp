@@ -12,7 +12,10 @@ constexpr Size kClientArea{6990, 5070};
 
 void Page::Show() {
   if (!Loaded()) MakeWindow();
-  GetServices().toolkit.ShowModal(window_);
+  do {
+    showAgain_ = false;
+    GetServices().toolkit.ShowModal(window_);
+  } while (showAgain_ && Loaded());
 }
 
 void Page::Hide() {

@@ -82,6 +82,9 @@ class Page {
   // when that page has none.
   void TakeBounds(PageId from);
   void BringToTop();
+  // For an event that hid the page: it is shown once more when the show that the event belongs to has ended.
+  // So shows do not nest however often this happens.
+  void ShowAgain() { showAgain_ = true; }
   // Hides the page and hands over to another one.
   void HandOver(std::int16_t navigatedFrom, PageId to);
   // Cancel button of a page: the keep-selection question where it is asked, then the end of the wizard.
@@ -99,6 +102,7 @@ class Page {
   PageContext context_;
   std::string name_;
   std::shared_ptr<Window> window_;
+  bool showAgain_ = false;
 };
 
 }  // namespace tessel

@@ -50,7 +50,7 @@ void Tessel_2::Process() {
     if (run.copied) GuardedRun(GetServices().trace, kProcessError, [this] { ClearReadOnlyFlags(); });
   }
   // The host's copy window took the page's place.
-  if (run.single && !Left() && !kept->Visible()) Show();
+  if (run.single && !Left() && !kept->Visible()) ShowAgain();
 }
 
 void Tessel_2::RunCopy(CopyRun& run) {
