@@ -125,8 +125,10 @@ embedded::HostOptions Machine::HostOptions() {
   return options;
 }
 
-LoadedProgram::LoadedProgram(Machine& machine, embedded::EmbeddedHost& host, const std::string& login)
-    : session(host.OpenSession(login)),
+LoadedProgram::LoadedProgram(Machine& machine, embedded::EmbeddedHost& host, const std::string& login,
+                             std::shared_ptr<RecordingTraceWriter> traceWriter)
+    : trace{std::move(traceWriter)},
+      session(host.OpenSession(login)),
       declarations(trace.trace, machine.user, machine.Services().program.directory,
                    [this] { return std::make_shared<AdminConfigurationReader>(trace.trace); }),
       ansi(machine.Services().encodings.Open(machine.Services().ansiCodePage)),
@@ -162,8 +164,8 @@ void LockingWorld::Set(ClassId classId, ObjectId id,
   if (object->Update(*Program("anna").session->NewBehavior()) != 0) throw HostError("The test cannot write");
 }
 
-PcRecordListPtr LockingWorld::Rows(const std::vector<ObjectKey>& keys, const Value& state) {
-  const PcRecordListPtr rows = host.CreateRecordList();
+PcRecordListPtr DocumentRows(HostRuntime& runtime, const std::vector<ObjectKey>& keys, const Value& state) {
+  const PcRecordListPtr rows = runtime.CreateRecordList();
   rows->AddColumn("CLASS_ID", 2, static_cast<int>(ColumnType::kInteger));
   rows->AddColumn("OBJECT_ID", 4, static_cast<int>(ColumnType::kLong));
   rows->AddColumn("STATE", 2, static_cast<int>(ColumnType::kInteger));

@@ -50,6 +50,10 @@ struct WorldOptions {
 // rolf (role "Unlock"), ruth (role "unlock") and admin (an administrator), user objects 51 to 55.
 [[nodiscard]] std::string LockingModel(const WorldOptions& options = {});
 
+// The rows of documents as a hook gets them: ids, the life-cycle state, and "row 0", "row 1" ... in "VRK_ID".
+[[nodiscard]] PcRecordListPtr DocumentRows(HostRuntime& runtime, const std::vector<ObjectKey>& keys,
+                                           const Value& state);
+
 // What every program on one machine shares.
 class Machine {
  public:
@@ -64,7 +68,8 @@ class Machine {
 // One loaded program of a logged-in user.
 class LoadedProgram {
  public:
-  LoadedProgram(Machine& machine, embedded::EmbeddedHost& host, const std::string& login);
+  LoadedProgram(Machine& machine, embedded::EmbeddedHost& host, const std::string& login,
+                std::shared_ptr<RecordingTraceWriter> traceWriter = std::make_shared<RecordingTraceWriter>());
 
   bool Lock(const PcRecordListPtr& rows);
   bool Unlock(const PcRecordListPtr& rows);
@@ -87,9 +92,10 @@ class LockingWorld {
   [[nodiscard]] PcObjectPtr Object(ClassId classId, ObjectId id);
   // Writes attributes of an object.
   void Set(ClassId classId, ObjectId id, const std::vector<std::pair<std::string, Value>>& values);
-  // The rows of the documents as a hook gets them; `state` is the life-cycle state of each.
   [[nodiscard]] PcRecordListPtr Rows(const std::vector<ObjectKey>& keys,
-                                     const Value& state = std::int16_t{1});
+                                     const Value& state = std::int16_t{1}) {
+    return DocumentRows(host, keys, state);
+  }
 
   // Every row of every table: "TABLE OBJECT_ID=1 ...", empty values left out.
   using Snapshot = std::set<std::string>;
