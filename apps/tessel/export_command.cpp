@@ -48,6 +48,7 @@ int RunExport(const Export& command, Streams& streams) {
   ExportDriver driver(PlanOf(command), streams.err, streams.errIsTerminal ? &streams.err : nullptr,
                       streams.out);
   Workbench workbench(command.login, driver);
+  driver.Walk(workbench.LoadedProgram());
   PcRecordListPtr none;
   const PcRecordListPtr objects = workbench.ObjectRows(command.objects);
   workbench.Entry().CollectSelObjs(workbench.Session(), "", objects, nullptr, none);

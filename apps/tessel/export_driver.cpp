@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "toolkit/tree_list.h"
+#include "wizard/partner_lists.h"
 
 namespace tessel::cli {
 namespace {
@@ -53,171 +54,176 @@ void ExportDriver::Act(HeadlessToolkit& toolkit) {
   } else if (window->Name() == "Tessel_5") {
     OnMailPage(toolkit, *window);
   } else {
-    GiveUp(toolkit, "unknown page " + window->Name());
+    GiveUp("unknown page " + window->Name());
   }
 }
 
+bool ExportDriver::IsMail() const {
+  return plan_.mode == SendMode::kMail || plan_.mode == SendMode::kMailStructure;
+}
+
+bool ExportDriver::ShowsRecipients() const {
+  return IsMail() || plan_.mode == SendMode::kOdette ||
+         (plan_.mode == SendMode::kCustom && program_->services.Settings().b_UsePartnerList);
+}
+
+bool ExportDriver::ShowsFolderStructures() const {
+  return ShowsRecipients() && program_->wizard.state.UseFolderStructure;
+}
+
+bool ExportDriver::ShowsCustomForm() const {
+  return (plan_.mode == SendMode::kOdette || plan_.mode == SendMode::kCustom) &&
+         program_->services.Settings().b_UseCustomForm;
+}
+
+std::string ExportDriver::FindObstacle() {
+  if (!plan_.folderStructure.empty() && !ShowsFolderStructures()) {
+    return "this send mode uses no folder structure";
+  }
+  if (!plan_.fields.empty() && !ShowsCustomForm()) return "this send mode shows no custom form";
+  if (!ShowsRecipients()) {
+    return plan_.recipients.empty() ? "" : "this send mode asks for no recipient";
+  }
+  if (plan_.recipients.empty()) return "this send mode needs a recipient";
+  if (plan_.recipients.size() > 1 && !program_->services.Settings().b_AllowMultiRecipientSelection) {
+    return "the configuration allows one recipient only";
+  }
+  return FindRecipients();
+}
+
+// The lists of the recipient page, filled without the page. Texts may hold a colon themselves, so every place
+// to split is tried.
+std::string ExportDriver::FindRecipients() {
+  Window scratch("Recipients", "", {});
+  auto& customers = scratch.Add<TreeList>("TreeView1", -1, nullptr, Rect{}, false);
+  auto& contacts = scratch.Add<TreeList>("TreeView2", -1, nullptr, Rect{}, false);
+  CommonXFunctions::ListCustomer(program_->services, customers);
+  for (const std::string& wanted : plan_.recipients) {
+    std::vector<FoundRecipient> hits;
+    for (auto colon = wanted.find(':'); colon != std::string::npos; colon = wanted.find(':', colon + 1)) {
+      for (const int customer : FindNodes(customers, wanted.substr(0, colon))) {
+        customers.Select(customer);
+        CommonXFunctions::ListContactPerson(program_->services, customers, contacts);
+        for (const int contact : FindNodes(contacts, wanted.substr(colon + 1))) {
+          const TreeList::Node& company = customers.NodeAt(customer);
+          const TreeList::Node& person = contacts.NodeAt(contact);
+          hits.push_back({company.tag, person.tag, company.text + " >> " + person.text});
+        }
+      }
+    }
+    if (hits.size() != 1) {
+      return (hits.empty() ? "unknown recipient \"" : "ambiguous recipient \"") + wanted + "\"";
+    }
+    recipients_.push_back(hits.front());
+  }
+  return {};
+}
+
 void ExportDriver::OnStartPage(HeadlessToolkit& toolkit) {
-  Do(toolkit, UserActions(toolkit).Click("Command1"));
+  if (const std::string obstacle = FindObstacle(); !obstacle.empty()) {
+    GiveUp(obstacle);
+    return;
+  }
+  Did(UserActions(toolkit).Click("Command1"));
 }
 
 void ExportDriver::OnSendModePage(HeadlessToolkit& toolkit) {
   UserActions actions(toolkit);
   const std::string box = "Check1(" + std::to_string(static_cast<int>(plan_.mode)) + ")";
   if (!actions.Check(box, CheckWish::kChecked).empty()) {
-    GiveUp(toolkit, "this send mode is not offered by the configuration");
+    GiveUp("this send mode is not offered by the configuration");
     return;
   }
-  Do(toolkit, actions.Click("Command1"));
+  Did(actions.Click("Command1"));
 }
 
 void ExportDriver::OnSendDataPage(HeadlessToolkit& toolkit, Window& window) {
   const TreeList* list = FindList(window, "TreeView2");
+  UserActions actions(toolkit);
   if (!copyStarted_) {
     copyStarted_ = true;
-    documents_.clear();
     for (int node = 0; node < list->NodeCount(); ++node)
       documents_.push_back(list->NodeAt(node).text);
-    const Refusal refusal = UserActions(toolkit).Check("Check1", CheckWish::kChecked);
-    Do(toolkit, refusal.empty() ? UserActions(toolkit).Click("Command1") : refusal);
+    if (Did(actions.Check("Check1", CheckWish::kChecked))) Did(actions.Click("Command1"));
     return;
   }
   EndProgress();
   if (list->NodeCount() == 0 || list->CheckedCount() != list->NodeCount()) {
-    GiveUp(toolkit, "only " + std::to_string(list->CheckedCount()) + " of " +
-                        std::to_string(list->NodeCount()) + " documents could be copied");
+    GiveUp("only " + std::to_string(list->CheckedCount()) + " of " + std::to_string(list->NodeCount()) +
+           " documents could be copied; the trace says why");
     return;
   }
-  if (plan_.mode == SendMode::kNoSend) {
-    PressForDispatch(toolkit, window, "Command1");
-  } else {
-    Do(toolkit, UserActions(toolkit).Click("Command1"));
-  }
-}
-
-bool ExportDriver::PickRecipient(HeadlessToolkit& toolkit, Window& window, const std::string& recipient) {
-  const TreeList* customers = FindList(window, "TreeView1");
-  const TreeList* contacts = FindList(window, "TreeView2");
-  UserActions actions(toolkit);
-  int hits = 0;
-  std::pair<int, int> hit;
-  // Texts may hold a colon themselves, so every place to split is tried.
-  for (auto colon = recipient.find(':'); colon != std::string::npos; colon = recipient.find(':', colon + 1)) {
-    for (const int customer : FindNodes(*customers, recipient.substr(0, colon))) {
-      Do(toolkit, actions.ClickNode("TreeView1", customer));
-      if (gaveUp_) return false;
-      for (const int contact : FindNodes(*contacts, recipient.substr(colon + 1))) {
-        hit = {customer, contact};
-        ++hits;
-      }
-    }
-  }
-  if (hits != 1) {
-    GiveUp(toolkit, (hits == 0 ? "unknown recipient \"" : "ambiguous recipient \"") + recipient + "\"");
-    return false;
-  }
-  Do(toolkit, actions.ClickNode("TreeView1", hit.first));
-  if (!gaveUp_) Do(toolkit, actions.ClickNode("TreeView2", hit.second));
-  if (gaveUp_) return false;
-  chosen_.push_back(customers->NodeAt(hit.first).text + " >> " + contacts->NodeAt(hit.second).text);
-  return true;
+  GoForward(toolkit, window, !ShowsRecipients() && !ShowsCustomForm());
 }
 
 void ExportDriver::OnRecipientPage(HeadlessToolkit& toolkit, Window& window) {
-  const bool several = window.Find("Command4")->Visible();
-  if (plan_.recipients.empty()) {
-    GiveUp(toolkit, "this send mode needs a recipient");
-    return;
-  }
-  if (!several && plan_.recipients.size() > 1) {
-    GiveUp(toolkit, "the configuration allows one recipient only");
-    return;
-  }
-  chosen_.clear();
-  for (const std::string& recipient : plan_.recipients) {
-    if (!PickRecipient(toolkit, window, recipient)) return;
-    if (several) {
-      Do(toolkit, UserActions(toolkit).Click("Command4"));
-      if (gaveUp_) return;
+  UserActions actions(toolkit);
+  const auto nodeOf = [&window](const char* list, const std::string& tag) {
+    return NodeChoice(FindList(window, list)->FindTag(tag));
+  };
+  for (const FoundRecipient& recipient : recipients_) {
+    if (!Did(actions.ClickNode("TreeView1", nodeOf("TreeView1", recipient.customerTag))) ||
+        !Did(actions.ClickNode("TreeView2", nodeOf("TreeView2", recipient.contactTag)))) {
+      return;
     }
+    // Several recipients are collected; a single one is just chosen.
+    if (window.Find("Command4")->Visible() && !Did(actions.Click("Command4"))) return;
   }
-  // Whether this press dispatches or opens another page is the page's matter; a dry run looks at the next
-  // page where there is one.
-  const bool lastPage = plan_.folderStructure.empty() && plan_.fields.empty() &&
-                        (plan_.mode == SendMode::kOdette || plan_.mode == SendMode::kCustom);
-  if (lastPage) {
-    PressForDispatch(toolkit, window, "Command1");
-  } else {
-    Do(toolkit, UserActions(toolkit).Click("Command1"));
-  }
+  GoForward(toolkit, window, !ShowsFolderStructures() && !IsMail() && !ShowsCustomForm());
 }
 
 void ExportDriver::OnCustomInputPage(HeadlessToolkit& toolkit, Window& window) {
   const std::vector<const Control*> boxes = FieldBoxes(window);
   for (const auto& [number, text] : plan_.fields) {
     if (number < 1 || number > static_cast<int>(boxes.size())) {
-      GiveUp(toolkit, "the custom form has no field " + std::to_string(number));
+      GiveUp("the custom form has no field " + std::to_string(number));
       return;
     }
-    Do(toolkit, UserActions(toolkit).Type(boxes[static_cast<std::size_t>(number - 1)]->Id(), text));
-    if (gaveUp_) return;
+    if (!Did(UserActions(toolkit).Type(boxes[static_cast<std::size_t>(number - 1)]->Id(), text))) return;
   }
-  PressForDispatch(toolkit, window, "Command1");
+  GoForward(toolkit, window, true);
 }
 
 void ExportDriver::OnFolderStructurePage(HeadlessToolkit& toolkit, Window& window) {
   const std::vector<int> nodes = FindNodes(*FindList(window, "TreeView1"), plan_.folderStructure);
   if (nodes.size() != 1) {
-    GiveUp(toolkit, (nodes.empty() ? "unknown folder structure \"" : "ambiguous folder structure \"") +
-                        plan_.folderStructure + "\"");
+    GiveUp((nodes.empty() ? "unknown folder structure \"" : "ambiguous folder structure \"") +
+           plan_.folderStructure + "\"");
     return;
   }
-  Do(toolkit, UserActions(toolkit).ClickNode("TreeView1", nodes.front()));
-  if (gaveUp_) return;
-  const bool mail = plan_.mode == SendMode::kMail || plan_.mode == SendMode::kMailStructure;
-  if (mail || !plan_.fields.empty()) {
-    Do(toolkit, UserActions(toolkit).Click("Command1"));
-  } else {
-    PressForDispatch(toolkit, window, "Command1");
-  }
+  if (!Did(UserActions(toolkit).ClickNode("TreeView1", nodes.front()))) return;
+  GoForward(toolkit, window, !IsMail() && !ShowsCustomForm());
 }
 
 void ExportDriver::OnMailPage(HeadlessToolkit& toolkit, Window& window) {
   UserActions actions(toolkit);
   const auto* address = dynamic_cast<const TextBox*>(window.Find("Text1", 0));
-  const std::string recipient = mailsWritten_ < chosen_.size() ? chosen_[mailsWritten_] : std::string();
-  if (address->Text().empty()) Say("warning: no e-mail address of " + recipient);
-  Do(toolkit, actions.Type("Text1(2)", plan_.subject));
-  if (!gaveUp_) Do(toolkit, actions.Type("Text1(3)", plan_.content));
-  if (gaveUp_) return;
-  ++mailsWritten_;
-  if (mailsWritten_ < chosen_.size()) {
-    Do(toolkit, actions.Click("Command1"));
-  } else {
-    PressForDispatch(toolkit, window, "Command1");
+  if (address->Text().empty() && mailsWritten_ < recipients_.size()) {
+    Say("warning: no e-mail address of " + recipients_[mailsWritten_].text);
   }
+  if (!Did(actions.Type("Text1(2)", plan_.subject)) || !Did(actions.Type("Text1(3)", plan_.content))) return;
+  ++mailsWritten_;
+  GoForward(toolkit, window, mailsWritten_ == recipients_.size());
 }
 
-void ExportDriver::PressForDispatch(HeadlessToolkit& toolkit, Window& window, const std::string& button) {
-  if (plan_.dryRun) {
+void ExportDriver::GoForward(HeadlessToolkit& toolkit, Window& window, bool dispatches) {
+  if (dispatches && plan_.dryRun) {
     ReportRehearsal(window);
     rehearsalEnded_ = true;
     leaving_ = true;
     return;
   }
-  const std::string before = window.Name();
-  Do(toolkit, UserActions(toolkit).Click(button));
-  // A page that is still on top after its dispatch was pressed has told why, or the trace has.
-  if (!gaveUp_ && toolkit.TopWindow() && toolkit.TopWindow()->Name() == before) {
-    GiveUp(toolkit, "the export could not be dispatched; the trace says why");
-  }
+  const std::string page = window.Name();
+  if (!Did(UserActions(toolkit).Click("Command1")) || !dispatches) return;
+  const std::shared_ptr<Window> top = toolkit.TopWindow();
+  if (top && top->Name() == page) GiveUp("the export could not be dispatched; the trace says why");
 }
 
 void ExportDriver::ReportRehearsal(const Window& window) {
   for (const std::string& document : documents_)
     report_ << "document: " << document << "\n";
-  for (const std::string& recipient : chosen_)
-    report_ << "recipient: " << recipient << "\n";
+  for (const FoundRecipient& recipient : recipients_)
+    report_ << "recipient: " << recipient.text << "\n";
   if (!plan_.folderStructure.empty()) report_ << "folder structure: " << plan_.folderStructure << "\n";
   for (const auto& [number, text] : plan_.fields)
     report_ << "field " << number << ": " << text << "\n";
@@ -225,11 +231,12 @@ void ExportDriver::ReportRehearsal(const Window& window) {
   report_ << "nothing was sent: dry run\n";
 }
 
-void ExportDriver::Do(HeadlessToolkit& toolkit, const Refusal& refusal) {
-  if (!refusal.empty()) GiveUp(toolkit, refusal);
+bool ExportDriver::Did(const Refusal& refusal) {
+  if (!refusal.empty()) GiveUp(refusal);
+  return refusal.empty();
 }
 
-void ExportDriver::GiveUp(HeadlessToolkit&, const std::string& reason) {
+void ExportDriver::GiveUp(const std::string& reason) {
   Say(reason);
   gaveUp_ = true;
   leaving_ = true;

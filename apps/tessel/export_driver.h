@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "dispatch/dispatch.h"
+#include "entry/program.h"
 #include "headless/headless_toolkit.h"
 #include "headless/user_actions.h"
 
@@ -29,6 +30,9 @@ class ExportDriver : public Driver {
   ExportDriver(ExportPlan plan, std::ostream& messages, std::ostream* progress, std::ostream& report)
       : plan_(std::move(plan)), messages_(messages), progress_(progress), report_(report) {}
 
+  // The program whose pages are walked; named before the walk begins.
+  void Walk(Program& program) { program_ = &program; }
+
   // Whether the walk was given up, with the reason told; or ended as a dry run ends.
   [[nodiscard]] bool GaveUp() const { return gaveUp_; }
   [[nodiscard]] bool RehearsalEnded() const { return rehearsalEnded_; }
@@ -50,19 +54,34 @@ class ExportDriver : public Driver {
   void OnFolderStructurePage(HeadlessToolkit& toolkit, Window& window);
   void OnMailPage(HeadlessToolkit& toolkit, Window& window);
 
-  // Picks one CUSTOMER:CONTACT in the page's lists. False, with the reason told, when it is not exactly one.
-  bool PickRecipient(HeadlessToolkit& toolkit, Window& window, const std::string& recipient);
+  // Which pages the send mode and the configuration lead to.
+  [[nodiscard]] bool IsMail() const;
+  [[nodiscard]] bool ShowsRecipients() const;
+  [[nodiscard]] bool ShowsFolderStructures() const;
+  [[nodiscard]] bool ShowsCustomForm() const;
+
+  // Why the plan cannot be walked; empty when it can. Finds the recipients, so that nothing is copied for a
+  // plan that names unknown ones.
+  [[nodiscard]] std::string FindObstacle();
+  [[nodiscard]] std::string FindRecipients();
+
+  struct FoundRecipient {
+    std::string customerTag;
+    std::string contactTag;
+    std::string text;
+  };
   void Say(const std::string& text);
   // Tells why and leaves the wizard by cancelling.
-  void GiveUp(HeadlessToolkit& toolkit, const std::string& reason);
+  void GiveUp(const std::string& reason);
   void Leave(HeadlessToolkit& toolkit);
-  // Performs an action that has to be possible; gives up when it is not.
-  void Do(HeadlessToolkit& toolkit, const Refusal& refusal);
-  // Presses a button that would start the dispatch; a dry run stops here.
-  void PressForDispatch(HeadlessToolkit& toolkit, Window& window, const std::string& button);
+  // An action that has to be possible; gives up, and returns false, when it was refused.
+  bool Did(const Refusal& refusal);
+  // Presses Command1. When that starts the dispatch, a dry run stops here.
+  void GoForward(HeadlessToolkit& toolkit, Window& window, bool dispatches);
   void ReportRehearsal(const Window& window);
   void EndProgress();
 
+  Program* program_ = nullptr;
   ExportPlan plan_;
   std::ostream& messages_;
   std::ostream* progress_;
@@ -74,7 +93,7 @@ class ExportDriver : public Driver {
   bool progressDrawn_ = false;
   std::size_t mailsWritten_ = 0;
   std::vector<std::string> documents_;  // texts of the send-data page
-  std::vector<std::string> chosen_;     // texts of the picked recipients
+  std::vector<FoundRecipient> recipients_;
 };
 
 }  // namespace tessel::cli

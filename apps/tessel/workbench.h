@@ -1,4 +1,4 @@
-// One loaded program on an embedded host: everything that a command needs, wired together.
+// One loaded program in front of a driver: everything that a command needs, wired together.
 #pragma once
 
 #include <functional>
@@ -6,13 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "embedded/embedded_host.h"
-#include "entry/program.h"
-#include "entry/start_application.h"
+#include "common/hosted_program.h"
 #include "headless/drive_protocol.h"
 #include "headless/headless_toolkit.h"
 #include "headless/reporting_launcher.h"
-#include "messages/trace_file.h"
 #include "platform/posix/posix_platform.h"
 #include "tessel/command.h"
 
@@ -23,10 +20,10 @@ class Workbench : public HookCaller {
   // Opens the database and logs in. The driver outlives the workbench. Errors: HostError.
   Workbench(const Login& login, Driver& driver);
 
-  [[nodiscard]] const PcSessionPtr& Session() const { return session_; }
-  [[nodiscard]] Program& LoadedProgram() { return program_; }
+  [[nodiscard]] const PcSessionPtr& Session() const { return hosted_.Session(); }
+  [[nodiscard]] Program& LoadedProgram() { return hosted_.LoadedProgram(); }
   [[nodiscard]] HeadlessToolkit& Windows() { return toolkit_; }
-  [[nodiscard]] StartApplication& Entry() { return entry_; }
+  [[nodiscard]] StartApplication& Entry() { return hosted_.Entry(); }
 
   // HookCaller
   [[nodiscard]] std::vector<std::string> HookNames() const override;
@@ -41,14 +38,9 @@ class Workbench : public HookCaller {
   [[nodiscard]] PcRecordListPtr ToRecordList(const std::optional<PlainRecords>& records);
 
   PosixPlatform system_;
-  TraceFile traceFile_;
   HeadlessToolkit toolkit_;
   ReportingLauncher launcher_;
-  Platform platform_;
-  embedded::EmbeddedHost host_;
-  Program program_;
-  StartApplication entry_;
-  PcSessionPtr session_;
+  HostedProgram hosted_;
 };
 
 }  // namespace tessel::cli
