@@ -1,6 +1,7 @@
 #include "structure/xml_document.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <pugixml.hpp>
 
@@ -90,7 +91,7 @@ struct XmlDocument::Content {
   pugi::xml_node document = tree.append_child(pugi::node_element);
   pugi::xml_node detached = tree.append_child(pugi::node_element);
   IdentityIndex index;
-  std::string name;  // the name in hand, ended by NUL
+  std::array<std::string, 64> acceptedNames;  // by hash; the same few names come again and again
   // Hashes of the attribute names of the element whose attributes are being set, so that setting one more
   // does not walk all of them.
   pugi::xml_node named;
@@ -105,25 +106,43 @@ struct XmlDocument::Content {
     return node == document;
   }
 
+  static std::size_t Hash(std::string_view name) { return std::hash<std::string_view>()(name); }
+
+  // The name ended by NUL, once it is known to be one.
+  const char* AcceptedName(std::string_view name, std::size_t hash) {
+    std::string& known = acceptedNames[hash % acceptedNames.size()];
+    if (known != name || name.empty()) {
+      CheckName(name);
+      known = name;
+    }
+    return known.c_str();
+  }
+
+  pugi::xml_node AddElement(const pugi::xml_node& parent, std::string_view name) {
+    const char* accepted = AcceptedName(name, Hash(name));
+    pugi::xml_node element = AddChild(parent, pugi::node_element);
+    element.set_name(accepted);
+    return element;
+  }
+
   void SelectNamed(const pugi::xml_node& element) {
     if (element == named) return;
     if (element.type() != pugi::node_element || IsTopNode(element)) Refuse("only an element has attributes");
     named = element;
     attributeNames.clear();
     for (const pugi::xml_attribute& attribute : element.attributes()) {
-      attributeNames.push_back(std::hash<std::string_view>()(attribute.name()));
+      attributeNames.push_back(Hash(attribute.name()));
     }
   }
 
   // Adds or replaces an attribute, without a look at the index.
   void PutAttribute(pugi::xml_node element, std::string_view attributeName, std::string_view value) {
     SelectNamed(element);
-    const std::size_t hash = std::hash<std::string_view>()(attributeName);
+    const std::size_t hash = Hash(attributeName);
     const bool isNew = std::find(attributeNames.begin(), attributeNames.end(), hash) == attributeNames.end();
     pugi::xml_attribute attribute = isNew ? pugi::xml_attribute() : FindAttribute(element, attributeName);
     if (!attribute) {
-      CheckName(attributeName);
-      attribute = element.append_attribute(name.assign(attributeName).c_str());
+      attribute = element.append_attribute(AcceptedName(attributeName, hash));
       attributeNames.push_back(hash);
     }
     SetTreeValue(attribute, value);
@@ -170,19 +189,13 @@ XmlNode XmlDocument::Root() const {
 }
 
 XmlNode XmlDocument::NewElement(std::string_view name) {
-  CheckName(name);
-  pugi::xml_node element = AddChild(content_->detached, pugi::node_element);
-  element.set_name(content_->name.assign(name).c_str());
-  return Content::Handle(element);
+  return Content::Handle(content_->AddElement(content_->detached, name));
 }
 
 XmlNode XmlDocument::AppendElement(XmlNode parent, std::string_view name) {
-  CheckName(name);
   const pugi::xml_node above = Follow(parent.node_);
   content_->CheckParent(above, pugi::node_element);
-  pugi::xml_node element = AddChild(above, pugi::node_element);
-  element.set_name(content_->name.assign(name).c_str());
-  return Content::Handle(element);
+  return Content::Handle(content_->AddElement(above, name));
 }
 
 void XmlDocument::Append(XmlNode parent, XmlNode child) {
@@ -199,13 +212,12 @@ void XmlDocument::Append(XmlNode parent, XmlNode child) {
 }
 
 void XmlDocument::InsertProcessingInstruction(std::string_view target, std::string_view data) {
-  CheckName(target);
-  content_->name.assign(target);
+  const char* accepted = content_->AcceptedName(target, Content::Hash(target));
   if (target == kDeclaration) {
     if (const pugi::xml_node old = content_->Declaration()) content_->detached.append_move(old);
   }
   pugi::xml_node instruction = content_->document.prepend_child(pugi::node_pi);
-  instruction.set_name(content_->name.c_str());
+  instruction.set_name(accepted);
   SetTreeValue(instruction, data);
 }
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <cstring>
 #include <iterator>
 #include <pugixml.hpp>
 
@@ -9,6 +10,7 @@ namespace tessel {
 namespace {
 
 constexpr std::size_t kPiece = 65536;
+constexpr std::size_t kLongestSequence = 4;  // of UTF-8
 
 // ASCII characters that stand for themselves, one bit a place as Place numbers them. "]" is left out of
 // CDATA, since it may begin the end mark.
@@ -26,12 +28,19 @@ constexpr std::array<unsigned char, 256> MakePlain() {
 }
 constexpr std::array<unsigned char, 256> kPlain = MakePlain();
 
-// The next code point of a text. `allowed` tells whether it is well-formed and XML allows it.
-char32_t NextCharacter(std::string_view text, std::size_t& position, bool& allowed) {
-  bool malformed = false;
-  const char32_t codePoint = NextCodePoint(text, position, malformed);
+// Whether a code point that was read is well-formed and XML allows it.
+bool IsAllowed(char32_t codePoint, bool malformed) {
   const bool control = codePoint < 0x20 && codePoint != U'\t' && codePoint != U'\n' && codePoint != U'\r';
-  allowed = !malformed && !control && codePoint != 0xFFFE && codePoint != 0xFFFF;
+  return !malformed && !control && codePoint != 0xFFFE && codePoint != 0xFFFF;
+}
+
+// The next code point of a text that ends with NUL; `rest` moves past it.
+char32_t NextCharacter(const char*& rest, bool& allowed) {
+  std::size_t length = 0;
+  bool malformed = false;
+  const char32_t codePoint = NextCodePoint({rest, strnlen(rest, kLongestSequence)}, length, malformed);
+  allowed = IsAllowed(codePoint, malformed);
+  rest += length;
   return codePoint;
 }
 
@@ -136,23 +145,21 @@ void XmlWriter::WriteMarkup(std::string_view ascii) {
 }
 
 // A reference may not stand in a name, so a character that the encoding lacks is written as "_x3b1_".
-void XmlWriter::WriteName(std::string_view name) {
-  std::size_t position = 0;
-  while (position < name.size()) {
-    if (const auto written = WritePlainRun(name.substr(position), Place::kText); written > 0) {
-      position += written;
-      continue;
+void XmlWriter::WriteName(const char* name) {
+  const char* rest = name + WritePlainRun(name, Place::kText);
+  while (*rest != '\0') {
+    bool allowed = true;
+    const char32_t codePoint = NextCharacter(rest, allowed);
+    if (!encoding_.AppendCodePoint(codePoint, buffer_)) {
+      WriteMarkup("_x" + HexText(codePoint) + "_");
+      ++replaced_;
     }
-    bool malformed = false;
-    const char32_t codePoint = NextCodePoint(name, position, malformed);
-    if (encoding_.AppendCodePoint(codePoint, buffer_)) continue;
-    WriteMarkup("_x" + HexText(codePoint) + "_");
-    ++replaced_;
+    rest += WritePlainRun(rest, Place::kText);
   }
 }
 
 // Nothing can be escaped here: what the encoding lacks becomes "?", and the end mark is split by a blank.
-void XmlWriter::WriteInstruction(std::string_view target, std::string_view data) {
+void XmlWriter::WriteInstruction(const char* target, std::string_view data) {
   WriteMarkup("<?");
   WriteName(target);
   WriteMarkup(" ");
@@ -163,9 +170,9 @@ void XmlWriter::WriteInstruction(std::string_view target, std::string_view data)
       position += 2;
       continue;
     }
-    bool allowed = true;
-    const char32_t codePoint = NextCharacter(data, position, allowed);
-    if (!allowed || !encoding_.AppendCodePoint(codePoint, buffer_)) {
+    bool malformed = false;
+    const char32_t codePoint = NextCodePoint(data, position, malformed);
+    if (!IsAllowed(codePoint, malformed) || !encoding_.AppendCodePoint(codePoint, buffer_)) {
       WriteMarkup("?");
       ++replaced_;
     }
@@ -173,15 +180,11 @@ void XmlWriter::WriteInstruction(std::string_view target, std::string_view data)
   WriteMarkup("?>");
 }
 
-void XmlWriter::WriteEscaped(std::string_view text, Place place) {
-  std::size_t position = 0;
-  while (position < text.size()) {
-    if (const auto written = WritePlainRun(text.substr(position), place); written > 0) {
-      position += written;
-      continue;
-    }
+void XmlWriter::WriteEscaped(const char* text, Place place) {
+  const char* rest = text + WritePlainRun(text, place);
+  while (*rest != '\0') {
     bool allowed = true;
-    const char32_t codePoint = NextCharacter(text, position, allowed);
+    const char32_t codePoint = NextCharacter(rest, allowed);
     const bool kept =
         codePoint != U'\r' && (place == Place::kText || (codePoint != U'\n' && codePoint != U'\t'));
     if (const auto reference = NamedReference(codePoint, place == Place::kAttribute); !reference.empty()) {
@@ -191,11 +194,12 @@ void XmlWriter::WriteEscaped(std::string_view text, Place place) {
     } else if (!kept || !encoding_.AppendCodePoint(codePoint, buffer_)) {
       WriteReference(codePoint);
     }
+    rest += WritePlainRun(rest, place);
   }
 }
 
 // References stand between sections: the section is closed before the first and opened again after the last.
-void XmlWriter::WriteCData(std::string_view text) {
+void XmlWriter::WriteCData(const char* text) {
   constexpr std::string_view kOpen = "<![CDATA[";
   constexpr std::string_view kEnd = "]]>";
   bool open = true;
@@ -204,15 +208,11 @@ void XmlWriter::WriteCData(std::string_view text) {
     open = wanted;
   };
   WriteMarkup(kOpen);
-  std::size_t position = 0;
-  while (position < text.size()) {
-    const std::string_view rest = text.substr(position);
-    if (const auto written = open ? WritePlainRun(rest, Place::kCData) : 0; written > 0) {
-      position += written;
-      continue;
-    }
+  const char* rest = text + WritePlainRun(text, Place::kCData);
+  while (*rest != '\0') {
+    const bool endMark = kEnd == std::string_view(rest, strnlen(rest, kEnd.size()));
     bool allowed = true;
-    const char32_t codePoint = NextCharacter(text, position, allowed);
+    const char32_t codePoint = NextCharacter(rest, allowed);
     std::string bytes;
     if (allowed && (codePoint == U'\r' || !encoding_.AppendCodePoint(codePoint, bytes))) {
       setOpen(false);
@@ -222,26 +222,26 @@ void XmlWriter::WriteCData(std::string_view text) {
     setOpen(true);
     if (!allowed) {
       WriteReplacement();
-    } else if (rest.starts_with(kEnd)) {
+    } else if (endMark) {
       WriteMarkup("]]]]><![CDATA[>");
-      position += kEnd.size() - 1;
+      rest += kEnd.size() - 1;
     } else {
       buffer_ += bytes;
     }
+    rest += WritePlainRun(rest, Place::kCData);
   }
   setOpen(true);
   WriteMarkup(kEnd);
 }
 
-std::size_t XmlWriter::WritePlainRun(std::string_view rest, Place place) {
+std::size_t XmlWriter::WritePlainRun(const char* text, Place place) {
   if (!asciiCompatible_) return 0;
-  const auto isPlain = [place](char character) {
-    return (kPlain[static_cast<unsigned char>(character)] & static_cast<unsigned char>(place)) != 0;
-  };
-  std::size_t length = 0;
-  while (length < rest.size() && isPlain(rest[length]))
-    ++length;
-  buffer_.append(rest.data(), length);
+  const auto bit = static_cast<unsigned char>(place);
+  const char* end = text;
+  while ((kPlain[static_cast<unsigned char>(*end)] & bit) != 0)
+    ++end;
+  const auto length = static_cast<std::size_t>(end - text);
+  buffer_.append(text, length);
   return length;
 }
 

@@ -34,12 +34,13 @@ class XmlWriter {
   bool Open(const pugi::xml_node& node);
   void Close(const pugi::xml_node& element);
   void WriteMarkup(std::string_view ascii);
-  void WriteName(std::string_view name);
-  void WriteInstruction(std::string_view target, std::string_view data);
-  void WriteEscaped(std::string_view text, Place place);
-  void WriteCData(std::string_view text);
-  // Number of characters written; 0 when the next one needs a closer look.
-  std::size_t WritePlainRun(std::string_view rest, Place place);
+  // Texts of the tree, ended by NUL.
+  void WriteName(const char* name);
+  void WriteInstruction(const char* target, std::string_view data);
+  void WriteEscaped(const char* text, Place place);
+  void WriteCData(const char* text);
+  // Number of characters written; 0 when the next one needs a closer look or is the end.
+  std::size_t WritePlainRun(const char* text, Place place);
   void WriteReference(char32_t codePoint);
   // U+FFFD, or "?" when the encoding lacks it.
   void WriteReplacement();
