@@ -4,13 +4,6 @@
 #include <limits>
 
 namespace tessel {
-namespace {
-
-// Directory and name of every call but the start-up call; writers read nothing from them.
-const std::string kNoDirectory = "C:";
-const std::string kNoName = "Trace";
-
-}  // namespace
 
 std::shared_ptr<TraceWriter> Trace::Writer() {
   if (!writer_ && factory_) writer_ = factory_();
@@ -18,14 +11,14 @@ std::shared_ptr<TraceWriter> Trace::Writer() {
 }
 
 void Trace::Write(const std::string& text) {
-  if (const auto writer = Writer()) writer->WriteEntry(text, 0, {}, kNoDirectory, kNoName, false);
+  if (const auto writer = Writer()) writer->WriteEntry(text, 0, {}, kNoTraceDirectory, kNoTraceName, false);
 }
 
 void Trace::WriteError(const std::string& text, int number, const std::string& description) {
   using Limits = std::numeric_limits<std::int16_t>;
   const auto shortNumber = static_cast<std::int16_t>(std::clamp<int>(number, Limits::min(), Limits::max()));
   if (const auto writer = Writer()) {
-    writer->WriteEntry(text, shortNumber, description, kNoDirectory, kNoName, false);
+    writer->WriteEntry(text, shortNumber, description, kNoTraceDirectory, kNoTraceName, false);
   }
 }
 

@@ -9,8 +9,12 @@
 
 namespace tessel {
 
-// Stores trace lines. The first call of a hook carries directory, name and switch; every other call carries the
-// directory "C:", the name "Trace" and the switch off, which say nothing.
+// Directory and name of every call but the start-up call; they say nothing.
+inline constexpr const char* kNoTraceDirectory = "C:";
+inline constexpr const char* kNoTraceName = "Trace";
+
+// Stores trace lines. The first call of a hook carries directory, name and switch; every other call carries
+// kNoTraceDirectory, kNoTraceName and the switch off.
 class TraceWriter {
  public:
   virtual ~TraceWriter() = default;

@@ -9,9 +9,9 @@ namespace {
 
 constexpr std::size_t kBlockSize = 8 * 1024;
 
-// A start-up call with the switch off differs from any other call in its text alone.
-bool IsStart(const std::string& text, bool on) {
-  return on || text.starts_with("Start tracing on ");
+// A start-up call with the switch off is told by its name.
+bool IsStart(const std::string& name, bool on) {
+  return on || name != kNoTraceName;
 }
 
 }  // namespace
@@ -22,7 +22,7 @@ FileTraceWriter::~FileTraceWriter() {
 
 void FileTraceWriter::WriteEntry(const std::string& text, std::int16_t number, const std::string& description,
                                  const std::string& directory, const std::string& name, bool on) {
-  const bool isStart = IsStart(text, on);
+  const bool isStart = IsStart(name, on);
   if (isStart) {
     Flush();
     const bool nameIsHarmless = paths::IsPlainFileName(name + ".log");

@@ -32,7 +32,6 @@ class FileTraceWriter : public TraceWriter {
       : settings_(settings), files_(files), ansi_(ansi) {}
   ~FileTraceWriter() override;
 
-  // A text that begins with "Start tracing on " or a call with the switch on is the start-up call.
   void WriteEntry(const std::string& text, std::int16_t number, const std::string& description,
                   const std::string& directory, const std::string& name, bool on) override;
   void Flush() noexcept override;

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
@@ -20,6 +21,7 @@ namespace {
 
 constexpr mode_t kPermissions = 0777;
 constexpr mode_t kOwnerAll = 0700;
+constexpr long long kLargestBuffer = 128 * 1024;
 
 void CopyLink(int from, const std::string& name, int to, const std::string& targetPath) {
   std::array<char, PATH_MAX + 1> target{};
@@ -43,9 +45,6 @@ FileDescriptor MakeTargetFolder(int from, int to, const std::string& name, const
 
 }  // namespace
 
-FileCopier::FileCopier() : buffer_(std::make_unique<char[]>(kBufferSize)) {}
-FileCopier::~FileCopier() = default;
-
 void FileCopier::CopyFile(int fromFolder, const char* fromName, const std::string& path, int toFolder,
                           const std::string& toName, const std::string& targetPath, bool replace) {
   // Without waiting, so that a pipe in place of a file cannot hold the program up.
@@ -68,7 +67,7 @@ void FileCopier::CopyContent(int from, int to, long long size, const std::string
     if (::ioctl(to, FICLONE, from) == 0) return;
     canReflink_ = false;
   }
-  if (canCopyInKernel_ && size > static_cast<long long>(kBufferSize)) {
+  if (canCopyInKernel_ && size > kLargestBuffer) {
     ssize_t copied = 0;
     do {
       copied = ::copy_file_range(from, nullptr, to, nullptr, static_cast<std::size_t>(size), 0);
@@ -79,12 +78,16 @@ void FileCopier::CopyContent(int from, int to, long long size, const std::string
     }
   }
   // What the kernel did not copy, from where it stopped.
-  CopyThroughBuffer(from, to, targetPath);
+  CopyThroughBuffer(from, to, static_cast<std::size_t>(std::min(size, kLargestBuffer)), targetPath);
 }
 
-void FileCopier::CopyThroughBuffer(int from, int to, const std::string& targetPath) {
+void FileCopier::CopyThroughBuffer(int from, int to, std::size_t bufferSize, const std::string& targetPath) {
+  if (bufferSize > bufferSize_) {
+    buffer_ = std::make_unique_for_overwrite<char[]>(bufferSize);
+    bufferSize_ = bufferSize;
+  }
   for (;;) {
-    const ssize_t count = ::read(from, buffer_.get(), kBufferSize);
+    const ssize_t count = ::read(from, buffer_.get(), bufferSize_);
     if (count == 0) return;
     if (count < 0) {
       if (errno == EINTR) continue;

@@ -10,9 +10,6 @@ namespace tessel::posix {
 
 class FileCopier {
  public:
-  FileCopier();
-  ~FileCopier();
-
   // Copies a file's content, permission bits and modification time. Folders are open descriptors or AT_FDCWD;
   // `path` and `targetPath` are what errors show. A link in place of the source is followed.
   void CopyFile(int fromFolder, const char* fromName, const std::string& path, int toFolder,
@@ -24,10 +21,10 @@ class FileCopier {
 
  private:
   void CopyContent(int from, int to, long long size, const std::string& targetPath);
-  void CopyThroughBuffer(int from, int to, const std::string& targetPath);
+  void CopyThroughBuffer(int from, int to, std::size_t bufferSize, const std::string& targetPath);
 
-  static constexpr std::size_t kBufferSize = 128 * 1024;
   std::unique_ptr<char[]> buffer_;
+  std::size_t bufferSize_ = 0;
   // Cleared at the first refusal: within one copy the file systems stay the same as a rule.
   bool canReflink_ = true;
   bool canCopyInKernel_ = true;
