@@ -1,0 +1,261 @@
+#include "qt/window_view.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QScreen>
+#include <QWindow>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "qt/logo.h"
+#include "qt/text.h"
+
+namespace tessel::qt {
+namespace {
+
+// The pages are designed for small print: 8.25 points.
+constexpr double kFontTwips = 165;
+constexpr double kCaptionGap = 60;  // between a widened caption and what stands beside it
+
+QFont PageFont(const Units& units) {
+  QFont font = QApplication::font();
+  font.setPixelSize(units.Pixels(kFontTwips));
+  return font;
+}
+
+bool SameRows(const Rect& first, const Rect& second) {
+  return first.top < second.top + second.height && second.top < first.top + first.height;
+}
+
+}  // namespace
+
+WindowView::WindowView(std::shared_ptr<Window> window, EventRunner run, std::function<void()> close)
+    : QWidget(nullptr, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                           Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
+      window_(std::move(window)),
+      run_(std::move(run)),
+      close_(std::move(close)),
+      units_(logicalDpiX()) {
+  setWindowModality(Qt::ApplicationModal);
+  setWindowTitle(ToQt(window_->Title()));
+  setWindowIcon(LogoIcon());
+  setAccessibleName(ToQt(window_->Name()));
+  setObjectName(ToQt(window_->Name()));
+  setFont(PageFont(units_));
+  for (const auto& control : window_->Controls())
+    ControlAdded(*control);
+  GeometryChanged();
+  FitCaptions();
+  window_->SetListener(this);
+}
+
+WindowView::~WindowView() {
+  window_->SetListener(nullptr);
+}
+
+QWidget* WindowView::WidgetOf(const Control& control) const {
+  const auto found = views_.find(&control);
+  return found == views_.end() ? nullptr : &found->second->Widget();
+}
+
+void WindowView::ControlAdded(Control& control) {
+  QWidget* parent = control.Parent() == nullptr ? this : WidgetOf(*control.Parent());
+  std::unique_ptr<ControlView> made = MakeControlView(control, *parent, units_, run_);
+  ControlView& view = *views_.emplace(&control, std::move(made)).first->second;
+  QWidget& widget = view.Widget();
+  widget.setAccessibleName(ToQt(control.Id()));
+  widget.setObjectName(ToQt(control.Id()));
+  widget.setEnabled(control.Enabled());
+  Place(control, view);
+  view.Take(Change::kCaption);
+  widget.setAccessibleDescription(ToQt(control.Caption()));
+  widget.setVisible(control.Visible());
+  FitLater();
+}
+
+void WindowView::ControlChanged(Control& control, Change change) {
+  ControlView& view = *views_.at(&control);
+  switch (change) {
+    case Change::kGeometry:
+      Place(control, view);
+      break;
+    case Change::kVisible:
+      view.Widget().setVisible(control.Visible());
+      break;
+    case Change::kEnabled:
+      view.Widget().setEnabled(control.Enabled());
+      return;
+    case Change::kCaption:
+      view.Widget().setAccessibleDescription(ToQt(control.Caption()));
+      view.Take(change);
+      break;
+    default:
+      view.Take(change);
+      return;
+  }
+  FitLater();
+}
+
+void WindowView::Place(Control& control, ControlView& view) {
+  const QRect pixels = units_.Pixels(control.Bounds());
+  if (view.Widget().geometry() == pixels) return;
+  view.Widget().setGeometry(pixels);
+  view.Resized();
+}
+
+void WindowView::FitLater() {
+  if (fitting_) return;
+  fitting_ = true;
+  QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
+}
+
+void WindowView::FitCaptions() {
+  fitting_ = false;
+  for (const auto& [control, view] : views_) {
+    const int wanted = view->CaptionWidth();
+    if (wanted == 0) continue;
+    const Rect& bounds = control->Bounds();
+    QRect pixels = units_.Pixels(bounds);
+    const int room = units_.Pixels(bounds.left + RoomToTheRight(*control)) - pixels.left();
+    pixels.setWidth(std::clamp(wanted, pixels.width(), std::max(room, pixels.width())));
+    view->Widget().setGeometry(pixels);
+  }
+}
+
+double WindowView::RoomToTheRight(const Control& control) const {
+  const Rect& bounds = control.Bounds();
+  double end = control.Parent() == nullptr ? window_->Bounds().width - Window::kBorderWidth
+                                           : control.Parent()->Bounds().width - kCaptionGap;
+  for (const auto& other : window_->Controls()) {
+    if (other.get() == &control || other->Parent() != control.Parent() || !other->Visible()) continue;
+    const Rect& taken = other->Bounds();
+    if (taken.left >= bounds.left + bounds.width && SameRows(taken, bounds)) {
+      end = std::min(end, taken.left - kCaptionGap);
+    }
+  }
+  return end - bounds.left;
+}
+
+QRect WindowView::ModelPixels() const {
+  const Rect& outer = window_->Bounds();
+  return {units_.Pixels(outer.left), units_.Pixels(outer.top),
+          units_.Pixels(outer.width - Window::kBorderWidth),
+          units_.Pixels(outer.height - Window::kBorderHeight)};
+}
+
+void WindowView::PlaceInitially() {
+  if (window_->Placed()) return;
+  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  const Rect& outer = window_->Bounds();
+  window_->MoveTo(units_.Twips(screen.left()) + (units_.Twips(screen.width()) - outer.width) / 2,
+                  units_.Twips(screen.top()) + (units_.Twips(screen.height()) - outer.height) / 2);
+}
+
+void WindowView::GeometryChanged() {
+  const QRect pixels = ModelPixels();
+  placing_ = true;
+  resize(pixels.size());
+  if (window_->Placed()) move(pixels.topLeft());
+  placing_ = false;
+  FitLater();
+}
+
+// What the window system reports is the user's doing when it differs from what the model would look like.
+void WindowView::FollowUser() {
+  if (placing_ || !isVisible() || isMinimized() || !window_->Visible()) return;
+  const QRect model = ModelPixels();
+  if (pos() == model.topLeft() && size() == model.size()) return;
+  Rect outer = window_->Bounds();
+  if (pos() != model.topLeft()) {
+    outer.left = units_.Twips(x());
+    outer.top = units_.Twips(y());
+  }
+  if (width() != model.width()) outer.width = units_.Twips(width()) + Window::kBorderWidth;
+  if (height() != model.height()) outer.height = units_.Twips(height()) + Window::kBorderHeight;
+  run_([this, outer] { window_->UserSetBounds(outer); });
+}
+
+void WindowView::moveEvent(QMoveEvent*) {
+  FollowUser();
+}
+
+void WindowView::resizeEvent(QResizeEvent*) {
+  FollowUser();
+}
+
+void WindowView::PutOnTop() {
+  if (!window_->Visible()) return;
+  // A window that another modal one blocks comes above it by being shown anew.
+  if (isVisible() && QApplication::activeModalWidget() != this) hide();
+  show();
+  // Through the native window: setting the flag on the widget would hide and show it.
+  if (!windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint)) {
+    windowHandle()->setFlag(Qt::WindowStaysOnTopHint);
+  }
+  raise();
+  activateWindow();
+}
+
+void WindowView::Redraw() {
+  if (!isVisible()) return;
+  Settle();
+  repaint();
+}
+
+void WindowView::Settle() {
+  for (const auto& [control, view] : views_)
+    view->Settle();
+  if (fitting_) FitCaptions();
+}
+
+bool WindowView::event(QEvent* event) {
+  if (event->type() == QEvent::LayoutRequest && fitting_) FitCaptions();
+  return QWidget::event(event);
+}
+
+void WindowView::showEvent(QShowEvent*) {
+  FocusFirst();
+}
+
+// In the order of the controls, unless something has the focus from an earlier visit.
+void WindowView::FocusFirst() {
+  if (focusWidget() != nullptr && focusWidget()->isVisibleTo(this) && focusWidget()->isEnabled()) return;
+  for (const auto& control : window_->Controls()) {
+    QWidget* widget = WidgetOf(*control);
+    const bool reachable = (widget->focusPolicy() & Qt::TabFocus) != 0;
+    if (!reachable || !widget->isEnabled() || !control->ShownOnWindow()) continue;
+    widget->setFocus(Qt::OtherFocusReason);
+    return;
+  }
+}
+
+// The model decides whether the window closes.
+void WindowView::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  close_();
+}
+
+Button* WindowView::ButtonFor(bool Button::*role) const {
+  for (const auto& control : window_->Controls()) {
+    auto* button = dynamic_cast<Button*>(control.get());
+    if (button != nullptr && button->*role && button->ShownOnWindow() && button->Enabled()) return button;
+  }
+  return nullptr;
+}
+
+// Enter presses the button that has the focus, else the default button.
+void WindowView::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  auto* focused = qobject_cast<QPushButton*>(focusWidget());
+  if (enter && focused != nullptr) return focused->click();
+  Button* button = enter                            ? ButtonFor(&Button::IsDefault)
+                   : event->key() == Qt::Key_Escape ? ButtonFor(&Button::IsCancel)
+                                                    : nullptr;
+  if (button == nullptr) return QWidget::keyPressEvent(event);
+  static_cast<QPushButton*>(WidgetOf(*button))->click();
+}
+
+}  // namespace tessel::qt
