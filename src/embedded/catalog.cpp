@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "embedded/ascii_case.h"
 #include "host/error.h"
 
 namespace tessel::embedded {
@@ -14,12 +15,6 @@ const Element& At(const std::vector<Element>& elements, int index, const char* w
                        "Subscript out of range: " + std::string(what) + " " + std::to_string(index));
   }
   return elements[static_cast<std::size_t>(index)];
-}
-
-bool SameIgnoringCase(std::string_view left, std::string_view right) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                    [&](char a, char b) { return lower(a) == lower(b); });
 }
 
 bool Allows(const std::vector<ClassId>& ends, ClassId id) {
@@ -47,8 +42,9 @@ Value ConvertedTo(AttributeType type, const Value& value) {
 }
 
 PcLifeCycleOperationPtr OperationList::Item(std::string_view name) const {
+  const std::string upperName = UpperCase(name);
   for (const auto& operation : operations) {
-    if (SameIgnoringCase(operation->name, name)) return operation;
+    if (UpperCase(operation->name) == upperName) return operation;
   }
   throw HostError("The class has no life-cycle operation \"" + std::string(name) + "\"");
 }

@@ -89,8 +89,8 @@ struct ClassDefinition final : PcClass {
   void MakeStatements();
   // Whether a link of this class may tie the two classes in this order.
   [[nodiscard]] bool MayTie(ClassId first, ClassId second) const;
-  // The attribute that describes an object to people: VRK_DESCRIPTION, CN_DESCRIPTION, DESCRIPTION, else the first
-  // identifying one; empty when there is none of them.
+  // The attribute that describes an object to people: VRK_DESCRIPTION, CN_DESCRIPTION, DESCRIPTION, else the
+  // first identifying one; empty when there is none of them.
   [[nodiscard]] std::string DescriptionAttribute() const;
 
   [[nodiscard]] ClassId Id() const override { return id; }

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "embedded/ascii_case.h"
 #include "embedded/sql_text.h"
 #include "host/error.h"
 
@@ -118,7 +119,7 @@ class CatalogReader {
         continue;
       }
       const std::size_t end = pattern.find('d', i);
-      if (placed || end == std::string_view::npos || end - i > 3) return false;
+      if (placed || end == std::string_view::npos || end - i > 4) return false;
       for (const char digit : pattern.substr(i + 1, end - i - 1)) {
         if (digit < '0' || digit > '9') return false;
         sequence.width = sequence.width * 10 + (digit - '0');
@@ -162,10 +163,8 @@ class CatalogReader {
     if (definition.table.empty()) return;
     if (!IsIdentifier(definition.table)) source.Report("\"table\" is not made of letters, digits and _");
     if (IsReservedTable(definition.table)) source.Report("the table name " + definition.table + " is taken");
-    std::string folded;
-    for (const char c : definition.table)
-      folded += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    if (!tables_.insert(folded).second) source.Report("another class has the table " + definition.table);
+    if (!tables_.insert(UpperCase(definition.table)).second)
+      source.Report("another class has the table " + definition.table);
   }
 
   void ReadMechanisms(const JsonObject& source, ClassDefinition& definition) {
@@ -280,20 +279,13 @@ class CatalogReader {
     }
   }
 
-  static bool CopiesFiles(std::string_view name) {
-    std::string folded;
-    for (const char c : name)
-      folded += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    return folded == "COPYFILE";
-  }
-
   static void AddOperation(ClassDefinition& definition, const std::string& name, std::int16_t id,
                            std::optional<std::int16_t> state) {
     auto operation = std::make_shared<OperationDefinition>();
     operation->name = name;
     operation->id = id;
     operation->state = state;
-    operation->copiesFiles = CopiesFiles(name);
+    operation->copiesFiles = UpperCase(name) == "COPYFILE";
     definition.operations->operations.push_back(std::move(operation));
   }
 

@@ -4,11 +4,12 @@
 // Before any other header that brings in the SQL library's own.
 #include <soci/sqlite3/soci-sqlite3.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <deque>
 #include <limits>
 #include <unordered_map>
+
+#include "embedded/ascii_case.h"
 
 namespace tessel::embedded {
 namespace {
@@ -87,9 +88,8 @@ Value CellValue(const soci::row& row, std::size_t column) {
 std::shared_ptr<const std::vector<ResultColumn>> ColumnsOf(const soci::row& row) {
   auto columns = std::make_shared<std::vector<ResultColumn>>();
   for (std::size_t i = 0; i < row.size(); ++i) {
-    ResultColumn column{row.get_properties(i).get_name(), TypeOf(row.get_properties(i).get_data_type())};
-    std::transform(column.name.begin(), column.name.end(), column.name.begin(),
-                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+    ResultColumn column{UpperCase(row.get_properties(i).get_name()),
+                        TypeOf(row.get_properties(i).get_data_type())};
     columns->push_back(std::move(column));
   }
   return columns;

@@ -64,7 +64,7 @@ void WriteState(EmbeddedSession& session, const PcObject& object, std::int16_t s
     assignments += ", VRK_COMMENT = :comment";
     values.push_back(Value(comment));
   }
-  values.push_back(Value(object.GetObjectId()));
+  values.emplace_back(object.GetObjectId());
   const long long rows = session.Sql().Execute(
       "UPDATE " + definition.table + " SET " + assignments + " WHERE OBJECT_ID = :key", values);
   if (rows == 0)

@@ -142,7 +142,7 @@ int EmbeddedObject::Update(const PcBehavior&) {
     assignments += ", " + name + " = :" + name;
     values.push_back(values_[i]);
   }
-  values.push_back(Value(id_));
+  values.emplace_back(id_);
   const int code = CodeOf([&] {
     const long long rows = session_->Sql().Execute(
         "UPDATE " + definition_->table + " SET " + assignments + " WHERE OBJECT_ID = :key", values);

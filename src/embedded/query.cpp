@@ -2,20 +2,14 @@
 
 #include <algorithm>
 
+#include "embedded/ascii_case.h"
 #include "embedded/sql_text.h"
 #include "host/error.h"
 
 namespace tessel::embedded {
 namespace {
 
-constexpr std::string_view kOperators[] = {"=", "<>", "<", "<=", ">", ">=", "like"};
-
-std::string LowerCase(std::string text) {
-  for (char& c : text) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return text;
-}
+constexpr std::string_view kOperators[] = {"=", "<>", "<", "<=", ">", ">=", "LIKE"};
 
 class Query final : public PcQuery {
  public:
@@ -46,7 +40,7 @@ class Query final : public PcQuery {
 
   void AddCondition(const std::string& attribute, const std::string& op, const Value& value) override {
     const AttributeDefinition& definition = RequiredAttribute(attribute);
-    const std::string sqlOperator = LowerCase(op);
+    const std::string sqlOperator = UpperCase(op);
     if (std::find(std::begin(kOperators), std::end(kOperators), sqlOperator) == std::end(kOperators)) {
       throw HostError("Unknown operator \"" + op + "\" in a query");
     }
@@ -57,7 +51,7 @@ class Query final : public PcQuery {
       return;
     }
     const Value bound = value.IsNull()          ? Value(false)
-                        : sqlOperator == "like" ? Value(value.AsText())
+                        : sqlOperator == "LIKE" ? Value(value.AsText())
                                                 : ConvertedTo(definition.type, value);
     conditions_ += (conditions_.empty() ? " WHERE " : " AND ") + operand + " " + sqlOperator + " :v" +
                    std::to_string(values_.size());

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "embedded/ascii_case.h"
 #include "host/error.h"
 
 namespace tessel::embedded {
@@ -14,13 +15,6 @@ bool IsLetter(char c) {
 
 bool IsWordCharacter(char c) {
   return IsLetter(c) || (c >= '0' && c <= '9');
-}
-
-std::string UpperCase(std::string_view text) {
-  std::string result(text);
-  std::transform(result.begin(), result.end(), result.begin(),
-                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-  return result;
 }
 
 [[noreturn]] void Refuse(const char* reason) {
