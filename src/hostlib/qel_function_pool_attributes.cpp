@@ -1,5 +1,4 @@
 // Attribute values: lookups, references, display texts, mandatory attributes.
-#include <algorithm>
 #include <string_view>
 
 #include "host/error.h"

@@ -61,13 +61,15 @@ PcObjectPtr FirstObject(PcSession& session, const PcRecordListPtr& picked) {
   return object;
 }
 
-PcObjectListPtr ObjectsOf(PcSession& session, const PcRecordList& records) {
+enum class MissingObjects { kLeftOut, kAnError };
+
+PcObjectListPtr ObjectsOf(PcSession& session, const PcRecordList& records, MissingObjects missing) {
   const PcObjectStorePtr store = session.ObjectStore();
   PcObjectListPtr objects = Required(store->NewObjectList(), "object list");
   for (int row = 0; row < records.RowCount(); ++row) {
     PcObjectPtr object = store->Object(records.KeyOfRow(row));
-    if (!object) continue;
-    object->ReadData();
+    if (!object && missing == MissingObjects::kLeftOut) continue;
+    Required(object.get(), "object of the list")->ReadData();
     objects->Add(std::move(object));
   }
   return objects;
@@ -136,7 +138,8 @@ PcObjectPtr QelFunctionPool::DisplayObjects(PcSession& session, const PcObjectLi
 
 PcObjectPtr QelFunctionPool::DisplayObjs(PcSession& session, const PcRecordList& records, int displayMode,
                                          const std::string& title, const DialogOptions& options) const {
-  return DisplayObjects(session, ObjectsOf(session, records), displayMode, title, options);
+  return DisplayObjects(session, ObjectsOf(session, records, MissingObjects::kLeftOut), displayMode, title,
+                        options);
 }
 
 PcObjectPtr QelFunctionPool::SelectObject(PcSession& session, const ClassArgument& classArgument,
@@ -176,8 +179,8 @@ bool QelFunctionPool::LifeCycleOperation(PcSession& session, const PcObjectPtr& 
 bool QelFunctionPool::LifeCycleOperation1(PcSession& session, const PcRecordList& objects,
                                           const std::string& operation, const std::string& comment,
                                           bool interactive, int option) const {
-  return RunLifeCycle(session, runtime_, ObjectsOf(session, objects), operation, comment, interactive,
-                      option);
+  return RunLifeCycle(session, runtime_, ObjectsOf(session, objects, MissingObjects::kAnError), operation,
+                      comment, interactive, option);
 }
 
 void QelFunctionPool::DisplaySystemMessage(PcSession& session, int first, int second,

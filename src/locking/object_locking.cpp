@@ -57,7 +57,7 @@ class LockCall {
   [[nodiscard]] bool ReleaseDocument();
   void RestoreRecord();
 
-  void RememberIdentifyingAttribute();
+  void RememberIdentifyingAttribute(PcObject& object);
   [[nodiscard]] std::string IdentifyingValue(int row) const;
   void Show(const std::string& text, MessageIcon icon) {
     services_.toolkit.ShowMessage({.text = text, .title = {}, .icon = icon});
@@ -103,12 +103,12 @@ PcObjectPtr LockCall::ReadDocument(const ObjectKey& key) {
   return document;
 }
 
-// The attribute of the first document names all documents of the call.
-void LockCall::RememberIdentifyingAttribute() {
+// The class of the first object gives the attribute that names all documents of the call.
+void LockCall::RememberIdentifyingAttribute(PcObject& object) {
   if (identifyingAttribute_) return;
   PcAttributePtr attribute;
   PcSequencePtr related;
-  static_cast<void>(myCommonFunctions::FindIDAtt(*document_, attribute, related));
+  static_cast<void>(myCommonFunctions::FindIDAtt(object, attribute, related));
   identifyingAttribute_ = attribute ? attribute->Name() : std::string();
 }
 
@@ -135,7 +135,7 @@ void LockCall::LockRow(int row) {
   const std::int16_t state = rows_.GetValue("STATE", row).AsInt16();
   if (state != kStateCheckedIn && state != kStateReleased) return;
   document_ = ReadDocument(rows_.KeyOfRow(row));
-  RememberIdentifyingAttribute();
+  RememberIdentifyingAttribute(*document_);
   if (!MayBeLocked()) return;
   if (IsLocked()) {
     ShowAlreadyLocked(row);
@@ -187,9 +187,10 @@ bool LockCall::MayUnlock() {
 void LockCall::UnlockRow(int row) {
   const ObjectKey key = rows_.KeyOfRow(row);
   const PcObjectPtr record = records_.Find(key);
-  if (!record || !records_.IsOwn(*record)) return;
+  if (!record) return;
+  RememberIdentifyingAttribute(*session_.ObjectStore()->NewObject(key.classId));
+  if (!records_.IsOwn(*record)) return;
   document_ = ReadDocument(key);
-  RememberIdentifyingAttribute();
   if (!MayUnlock()) {
     Show("The Object '" + IdentifyingValue(row) + "' is locked by another user!", MessageIcon::kInformation);
     return;
