@@ -1,5 +1,6 @@
 // The embedded host: a small product data management system on an SQL database, in place of the Pelicore
 // client. Used from one thread; several hosts, in one process or in many, may use one database file.
+// The settings of a PcBehavior, the retrieval mode among them, are kept and change nothing.
 #pragma once
 
 #include <chrono>
