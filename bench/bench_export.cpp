@@ -70,7 +70,7 @@ class StageTrace : public FileTraceWriter {
 };
 
 // Takes the time of the host's file copies out of the host's share.
-class TimedFiles : public PosixFileSystem {
+class TimedFiles : public posix::PosixFileSystem {
  public:
   TimedFiles(Stages& stages, std::string drives) : PosixFileSystem(std::move(drives)), stages_(stages) {}
   void CopyFile(const std::string& from, const std::string& to, bool overwrite) override {
@@ -197,7 +197,7 @@ class Workshop {
       WriteFile(folder_ + "/files/part" + std::to_string(part) + ".stp", content);
     }
     WriteFile(folder_ + "/model.json", ModelText(documents));
-    PosixFileSystem files(folder_ + "/drives");
+    posix::PosixFileSystem files(folder_ + "/drives");
     embedded::CreateDatabase(files, Database(), folder_ + "/model.json");
   }
   ~Workshop() { std::filesystem::remove_all(folder_); }
@@ -295,7 +295,7 @@ double BenchDirectories() {
   constexpr int kFiles = 1000;
   constexpr int kRecipients = 10;
   const Workshop workshop(kFiles);
-  PosixFileSystem files(workshop.Folder() + "/drives");
+  posix::PosixFileSystem files(workshop.Folder() + "/drives");
   double best = 1e9;
   for (int round = 0; round < 5; ++round) {
     double ours = 0;

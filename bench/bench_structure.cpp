@@ -3,9 +3,9 @@
 //
 // Usage: bench_structure [--check] [DOCUMENTS...]
 // Times are microseconds of processor time a selected document. "work" is the document work alone: the tree
-// of the whole build, made again through the XML modules without host and trace, and saved. "build" is the
-// whole CreateStructure of every document, and "host" the part of it that the fake host takes for the same
-// reads.
+// of the whole build, made again in the same order through the XML modules, without host and trace, and
+// saved. "build" is the whole CreateStructure of every document, and "host" the part of it that the fake host
+// takes for the same reads.
 #include <malloc.h>
 #include <unistd.h>
 
@@ -118,7 +118,6 @@ class Build {
     return length > 0 ? time : 0;
   }
 
-  [[nodiscard]] const XmlDocument& Document() const { return *world_.state.document; }
   test::StructureWorld& World() { return world_; }
 
  private:
@@ -136,23 +135,52 @@ struct Node {
   int parent;
 };
 
-std::vector<Node> Flatten(const XmlDocument& document) {
-  std::vector<Node> nodes;
-  std::vector<std::pair<XmlNode, int>> waiting{{document.Root().FirstChild().NextSibling(), -1}};
-  while (!waiting.empty()) {
-    const auto [node, parent] = waiting.back();
-    waiting.pop_back();
-    const int position = static_cast<int>(nodes.size());
-    nodes.push_back({node.Name(), {}, node.Attributes(), parent});
-    const auto first = static_cast<std::ptrdiff_t>(waiting.size());
-    for (XmlNode child = node.FirstChild(); child; child = child.NextSibling()) {
-      if (child.Type() == XmlNodeType::kElement) waiting.emplace_back(child, position);
-      if (child.Type() == XmlNodeType::kCData) nodes.back().value = child.Text();
+// The elements of a structure document in the order in which the build makes them.
+class Recording {
+ public:
+  explicit Recording(const StructureState& state) {
+    const int root = Add(state.root, -1);
+    const int content = Add(state.contentList, root);
+    const int hierarchy = Add(state.hierarchicalStructure, root);
+    const int dependencies = Add(state.dependencyList, root);
+    const std::vector<XmlNode> roots = Elements(state.contentList);
+    const std::vector<XmlNode> tops = Elements(state.hierarchicalStructure);
+    const std::vector<XmlNode> links = Elements(state.dependencyList);
+    const int first = static_cast<int>(nodes.size());
+    for (std::size_t i = 0; i < roots.size(); ++i) {
+      Add(roots[i], content);
+      Add(tops[i], hierarchy);
     }
-    std::reverse(waiting.begin() + first, waiting.end());
+    for (std::size_t i = 0; i < roots.size(); ++i) {
+      const int selected = first + 2 * static_cast<int>(i);
+      AddBelow(roots[i], selected);
+      AddBelow(tops[i], selected + 1);
+      for (std::size_t link = i * kNested; link < (i + 1) * kNested; ++link) {
+        AddBelow(links[link], Add(links[link], dependencies));
+      }
+    }
   }
-  return nodes;
-}
+  std::vector<Node> nodes;
+
+ private:
+  static std::vector<XmlNode> Elements(XmlNode parent) {
+    std::vector<XmlNode> elements;
+    for (XmlNode child = parent.FirstChild(); child; child = child.NextSibling()) {
+      if (child.Type() == XmlNodeType::kElement) elements.push_back(child);
+    }
+    return elements;
+  }
+  int Add(XmlNode element, int parent) {
+    const XmlNode child = element.FirstChild();
+    const bool hasValue = child && child.Type() == XmlNodeType::kCData;
+    nodes.push_back({element.Name(), hasValue ? child.Text() : std::string(), element.Attributes(), parent});
+    return static_cast<int>(nodes.size()) - 1;
+  }
+  void AddBelow(XmlNode element, int position) {
+    for (const XmlNode& child : Elements(element))
+      AddBelow(child, Add(child, position));
+  }
+};
 
 void WorkThroughModules(const std::vector<Node>& nodes, test::StructureWorld& world,
                         const std::string& path) {
@@ -204,13 +232,12 @@ struct Result {
 
 Result Measure(int documents, const std::string& folder) {
   Result result;
-  std::vector<Node> nodes;
   const std::size_t before = UsedMemory();
   Build build(documents);
   result.build = Microseconds([&] { build.Run(); });
   result.bytesPerNode = static_cast<double>(UsedMemory() - before) / (documents * kContentNodes);
   result.host = build.HostReads();
-  nodes = Flatten(build.Document());
+  const std::vector<Node> nodes = Recording(build.World().state).nodes;
   // The best of several runs by turns: both see the same machine.
   const int turns = documents >= 100000 ? 3 : documents >= 10000 ? 7 : 30;
   result.bare = result.work = 1e18;

@@ -48,11 +48,13 @@ bool IsEarlier(pugi::xml_node left, pugi::xml_node right) {
 
 }  // namespace
 
+// The name decides only the last bits, so that elements of one identifier, which are made one soon after the
+// other, lie side by side, and the first ones, which tell their slots apart.
 IdentityIndex::Key IdentityIndex::MakeKey(std::string_view name, std::string_view identifier) {
   const std::hash<std::string_view> hash;
-  std::uint64_t mixed = hash(identifier) + 0x9E3779B97F4A7C15ULL * hash(name);
-  mixed ^= mixed >> 32;
-  return {name, identifier, static_cast<std::uint32_t>(mixed)};
+  const std::size_t nameHash = hash(name);
+  return {name, identifier,
+          static_cast<std::uint32_t>(((hash(identifier) << 2) | (nameHash & 3)) ^ (nameHash << 24))};
 }
 
 IdentityIndex::Key IdentityIndex::KeyOf(Node node) {
@@ -136,8 +138,11 @@ void IdentityIndex::RemoveMember(Group& group, Node node) {
 }
 
 void IdentityIndex::Add(Node node) {
-  if ((used_ + 1) * 4 > slots_.size() * 3) Grow();
-  const Key key = KeyOf(node);
+  Add(node, KeyOf(node), InstanceOf(node));
+}
+
+void IdentityIndex::Add(Node node, const Key& key, int instance) {
+  if ((used_ + 1) * 2 > slots_.size()) Grow();
   Slot& slot = slots_[Locate(key)];
   if (!slot.Used()) {
     slot = {key.hash, 0, node};
@@ -149,7 +154,7 @@ void IdentityIndex::Add(Node node) {
     AddMember(groups_[slot.group - 1], {slot.node, InstanceOf(slot.node)});
     slot.node = nullptr;
   }
-  AddMember(groups_[slot.group - 1], {node, InstanceOf(node)});
+  AddMember(groups_[slot.group - 1], {node, instance});
 }
 
 void IdentityIndex::Remove(Node node) {
@@ -166,9 +171,9 @@ void IdentityIndex::Remove(Node node) {
   FreeSlot(position);
 }
 
-int IdentityIndex::Count(std::string_view name, std::string_view identifier) const {
+int IdentityIndex::Count(const Key& key) const {
   if (slots_.empty()) return 0;
-  const Slot& slot = slots_[Locate(MakeKey(name, identifier))];
+  const Slot& slot = slots_[Locate(key)];
   if (slot.group == 0) return slot.node == nullptr ? 0 : 1;
   return static_cast<int>(groups_[slot.group - 1].members.size());
 }

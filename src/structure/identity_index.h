@@ -17,12 +17,21 @@ class IdentityIndex {
  public:
   using Node = pugi::xml_node_struct*;
 
+  struct Key {
+    std::string_view name;
+    std::string_view identifier;
+    std::uint32_t hash = 0;
+  };
+  [[nodiscard]] static Key MakeKey(std::string_view name, std::string_view identifier);
+
   // An element that has the attribute "Identifier". It must leave the index before its name or one of its
   // identifying attributes changes.
   void Add(Node node);
+  // The same for an element whose key and instance number the caller knows.
+  void Add(Node node, const Key& key, int instance);
   void Remove(Node node);
 
-  [[nodiscard]] int Count(std::string_view name, std::string_view identifier) const;
+  [[nodiscard]] int Count(const Key& key) const;
   // First in document order of the elements whose "Instance" is the number; null when there is none. Constant
   // time while the instances of an identifier were numbered from 0 in the order of their adding.
   [[nodiscard]] Node Find(std::string_view name, std::string_view identifier, int instance) const;
@@ -43,13 +52,6 @@ class IdentityIndex {
     std::vector<Member> members;
     std::size_t misplaced = 0;  // members whose instance is not their position
   };
-  struct Key {
-    std::string_view name;
-    std::string_view identifier;
-    std::uint32_t hash = 0;
-  };
-
-  [[nodiscard]] static Key MakeKey(std::string_view name, std::string_view identifier);
   [[nodiscard]] static Key KeyOf(Node node);
   [[nodiscard]] static int InstanceOf(Node node);
   [[nodiscard]] bool Holds(const Slot& slot, const Key& key) const;

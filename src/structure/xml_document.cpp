@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <functional>
 #include <pugixml.hpp>
 
 #include "host/error.h"
@@ -94,7 +93,7 @@ struct XmlDocument::Content {
   std::array<std::string, 64> acceptedNames;  // by hash; the same few names come again and again
   // Hashes of the attribute names of the element whose attributes are being set, so that setting one more
   // does not walk all of them.
-  pugi::xml_node named;
+  const void* named = nullptr;
   std::vector<std::size_t> attributeNames;
 
   static XmlNode Handle(const pugi::xml_node& node) { return XmlNode(node.internal_object()); }
@@ -106,7 +105,12 @@ struct XmlDocument::Content {
     return node == document;
   }
 
-  static std::size_t Hash(std::string_view name) { return std::hash<std::string_view>()(name); }
+  // Quick, and good enough to tell the names of one element apart.
+  static std::size_t Hash(std::string_view name) {
+    if (name.empty()) return 0;
+    const auto at = [name](std::size_t position) { return static_cast<unsigned char>(name[position]); };
+    return name.size() + 31U * at(0) + 8191U * at(name.size() / 2) + 524287U * at(name.size() - 1);
+  }
 
   // The name ended by NUL, once it is known to be one.
   const char* AcceptedName(std::string_view name, std::size_t hash) {
@@ -125,10 +129,10 @@ struct XmlDocument::Content {
     return element;
   }
 
-  void SelectNamed(const pugi::xml_node& element) {
-    if (element == named) return;
+  void SelectNamed(void* node) {
+    const pugi::xml_node element = Follow(node);
     if (element.type() != pugi::node_element || IsTopNode(element)) Refuse("only an element has attributes");
-    named = element;
+    named = node;
     attributeNames.clear();
     for (const pugi::xml_attribute& attribute : element.attributes()) {
       attributeNames.push_back(Hash(attribute.name()));
@@ -136,16 +140,19 @@ struct XmlDocument::Content {
   }
 
   // Adds or replaces an attribute, without a look at the index.
-  void PutAttribute(pugi::xml_node element, std::string_view attributeName, std::string_view value) {
-    SelectNamed(element);
+  void PutAttribute(void* node, std::string_view attributeName, std::string_view value) {
+    if (node == nullptr || node != named) SelectNamed(node);
+    pugi::xml_node element = Follow(node);
     const std::size_t hash = Hash(attributeName);
-    const bool isNew = std::find(attributeNames.begin(), attributeNames.end(), hash) == attributeNames.end();
-    pugi::xml_attribute attribute = isNew ? pugi::xml_attribute() : FindAttribute(element, attributeName);
-    if (!attribute) {
-      attribute = element.append_attribute(AcceptedName(attributeName, hash));
-      attributeNames.push_back(hash);
+    if (std::find(attributeNames.begin(), attributeNames.end(), hash) != attributeNames.end()) {
+      if (const pugi::xml_attribute present = FindAttribute(element, attributeName)) {
+        SetTreeValue(present, value);
+        return;
+      }
     }
-    SetTreeValue(attribute, value);
+    const char* accepted = AcceptedName(attributeName, hash);
+    SetTreeValue(element.append_attribute(accepted), value);
+    attributeNames.push_back(hash);
   }
 
   // Adds or removes the identified elements of a subtree.
@@ -236,14 +243,14 @@ void XmlDocument::AppendCData(XmlNode element, std::string_view text) {
 }
 
 void XmlDocument::SetAttribute(XmlNode element, std::string_view name, std::string_view value) {
-  const pugi::xml_node node = Follow(element.node_);
-  const bool indexed = (name == kIdentifier || name == kInstance) && content_->IsAttached(node);
-  if (!indexed) {
-    content_->PutAttribute(node, name, value);
+  const bool identifying = name == kIdentifier || name == kInstance;
+  if (!identifying || !content_->IsAttached(Follow(element.node_))) {
+    content_->PutAttribute(element.node_, name, value);
     return;
   }
+  const pugi::xml_node node = Follow(element.node_);
   if (FindAttribute(node, kIdentifier)) content_->index.Remove(node.internal_object());
-  content_->PutAttribute(node, name, value);
+  content_->PutAttribute(element.node_, name, value);
   if (FindAttribute(node, kIdentifier)) content_->index.Add(node.internal_object());
 }
 
@@ -251,10 +258,16 @@ int XmlDocument::SetIdentity(XmlNode element, std::string_view name, std::string
   const pugi::xml_node node = Follow(element.node_);
   const bool indexed = content_->IsAttached(node);
   if (indexed && FindAttribute(node, kIdentifier)) content_->index.Remove(node.internal_object());
-  const int instance = content_->index.Count(name, identifier);
-  content_->PutAttribute(node, kIdentifier, identifier);
-  content_->PutAttribute(node, kInstance, std::to_string(instance));
-  if (indexed) content_->index.Add(node.internal_object());
+  const IdentityIndex::Key key = IdentityIndex::MakeKey(name, identifier);
+  const int instance = content_->index.Count(key);
+  content_->PutAttribute(element.node_, kIdentifier, identifier);
+  content_->PutAttribute(element.node_, kInstance, std::to_string(instance));
+  if (!indexed) return instance;
+  if (name != node.name() || identifier.find('\0') != std::string_view::npos) {
+    content_->index.Add(node.internal_object());
+  } else {
+    content_->index.Add(node.internal_object(), key, instance);
+  }
   return instance;
 }
 
@@ -274,7 +287,7 @@ std::vector<XmlNode> XmlDocument::ElementsByTagName(std::string_view name) const
 }
 
 int XmlDocument::CountIdentified(std::string_view name, std::string_view identifier) const {
-  return content_->index.Count(name, identifier);
+  return content_->index.Count(IdentityIndex::MakeKey(name, identifier));
 }
 
 XmlNode XmlDocument::FindIdentified(std::string_view name, std::string_view identifier, int instance) const {
