@@ -127,7 +127,7 @@ std::vector<std::size_t> QtHostDialogs::SelectObjects(const embedded::SelectionD
 
 embedded::LoginAnswer QtHostDialogs::Login() {
   HostDialog dialog("login", kLoginTitle.In(language_), toolkit_.DialogParent());
-  auto* user = new QLineEdit;
+  auto* user = new QLineEdit(user_);
   user->setAccessibleName("user");
   auto* password = new QLineEdit;
   password->setAccessibleName("password");
@@ -137,6 +137,7 @@ embedded::LoginAnswer QtHostDialogs::Login() {
   form->addRow(kPassword.In(language_), password);
   dialog.Rows().addLayout(form);
   dialog.AddButtons(language_, true);
+  if (!user_.isEmpty()) password->setFocus();
   if (dialog.Ask() != HostDialog::kOk) return {};
   return {true, FromQt(user->text()), FromQt(password->text())};
 }

@@ -21,6 +21,8 @@ class QtHostDialogs : public embedded::HostDialogs {
   ~QtHostDialogs() override;
 
   void SetLanguage(Language language) { language_ = language; }
+  // The login name that the login dialog offers.
+  void SetUser(const QString& loginName) { user_ = loginName; }
 
   // Called when objects are to be shown with their new state.
   std::function<void(const ObjectKey&)> OnRefresh;
@@ -41,6 +43,7 @@ class QtHostDialogs : public embedded::HostDialogs {
 
   const QtToolkit& toolkit_;
   Language language_ = Language::kEnglish;
+  QString user_;
   std::vector<QPointer<QDialog>> modeless_;
 };
 

@@ -65,6 +65,8 @@ class QtToolkit::WaitScope {
   Wait wait_;
 };
 
+QtToolkit::QtToolkit(Language language) : language_(language) {}
+
 QtToolkit::~QtToolkit() {
   for (const QPointer<QWidget>& widget : retired_)
     delete widget.data();

@@ -26,7 +26,7 @@ class QtToolkit : public Toolkit {
   static constexpr std::size_t kDeepestNesting = 500;
 
   // The language of the buttons in message boxes.
-  explicit QtToolkit(Language language = Language::kEnglish) : language_(language) {}
+  explicit QtToolkit(Language language = Language::kEnglish);
   ~QtToolkit() override;
 
   void SetLanguage(Language language) { language_ = language; }

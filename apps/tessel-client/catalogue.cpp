@@ -1,0 +1,185 @@
+#include "catalogue.h"
+
+#include <QDir>
+#include <algorithm>
+
+#include "embedded/embedded_host.h"
+#include "host/error.h"
+#include "qt/text.h"
+#include "selection/selection.h"
+
+namespace tessel::client {
+namespace {
+
+using qt::ToQt;
+
+constexpr const char* kDocumentMechanism = "VRKX_DX_SUPPLIER_EXCH_DOC";
+constexpr const char* kExchangeMechanism = "VRKX_DX_TRANSMITTAL";
+
+std::string IdentifyingAttribute(const PcClass& objectClass) {
+  for (int index = 0; index < objectClass.AttributeCount(); ++index) {
+    const PcAttributePtr attribute = objectClass.Attribute(index);
+    if (attribute->IsIdentifying(attribute->Name())) return attribute->Name();
+  }
+  return {};
+}
+
+PcRecordListPtr AllOf(PcSession& session, const PcClass& objectClass) {
+  const PcQueryPtr query = session.ObjectStore()->NewQuery();
+  query->SetClass(objectClass.Id());
+  return query->Run();
+}
+
+// One row of a result; what a class does not have is empty.
+class Row {
+ public:
+  Row(const PcRecordList& list, int row) : list_(list), row_(row) {}
+  [[nodiscard]] Value Get(const std::string& name) const {
+    return list_.HasColumn(name) ? list_.GetValue(std::string_view(name), row_) : Value();
+  }
+  [[nodiscard]] QString Text(const std::string& name) const { return ToQt(Get(name).AsText()); }
+  [[nodiscard]] int Number(const std::string& name) const {
+    const Value value = Get(name);
+    return value.IsNull() ? 0 : value.AsInt32();
+  }
+  [[nodiscard]] bool Flag(const std::string& name) const {
+    const Value value = Get(name);
+    return !value.IsNull() && value.AsBoolean();
+  }
+
+ private:
+  const PcRecordList& list_;
+  int row_;
+};
+
+}  // namespace
+
+Catalogue::Catalogue(PcSessionPtr session)
+    : session_(std::move(session)),
+      iconDirectory_(ToQt(session_->ConfigurationValue(embedded::kIconsDirKey))),
+      logins_(Logins()) {}
+
+std::map<ObjectId, QString> Catalogue::Logins() const {
+  std::map<ObjectId, QString> logins;
+  for (const PcUserPtr& user : session_->Users()) {
+    if (const PcObjectPtr object = user->UserObject())
+      logins.emplace(object->GetObjectId(), ToQt(user->LoginName()));
+  }
+  return logins;
+}
+
+std::vector<PcClassPtr> Catalogue::ClassesOf(const char* mechanism) const {
+  std::vector<PcClassPtr> classes;
+  const PcClassMechanismPtr found = session_->MetaData()->ClassMechanism(mechanism);
+  for (int index = 0; found && index < found->SupportedClassCount(); ++index)
+    classes.push_back(found->SupportedClass(index));
+  return classes;
+}
+
+std::vector<DocumentRow> Catalogue::Documents() const {
+  std::vector<DocumentRow> rows;
+  for (const PcClassPtr& objectClass : ClassesOf(kDocumentMechanism))
+    AddDocuments(*objectClass, rows);
+  return rows;
+}
+
+void Catalogue::AddDocuments(const PcClass& objectClass, std::vector<DocumentRow>& rows) const {
+  const std::string number = IdentifyingAttribute(objectClass);
+  const PcRecordListPtr list = AllOf(*session_, objectClass);
+  for (int position = 0; position < list->RowCount(); ++position) {
+    const Row row(*list, position);
+    DocumentRow document{list->KeyOfRow(position),
+                         ToQt(objectClass.Name()),
+                         row.Text(number),
+                         row.Text("REVISION"),
+                         row.Text("VRK_DESCRIPTION"),
+                         row.Number("STATE"),
+                         {}};
+    if (row.Flag("VRKX_DX_LOCK_STATE")) {
+      const auto login = logins_.find(row.Number("VRKX_DX_LOCKED_BY"));
+      document.lockedBy = login == logins_.end() ? QStringLiteral("?") : login->second;
+    }
+    rows.push_back(std::move(document));
+  }
+}
+
+std::vector<ExchangeRow> Catalogue::Exchanges() const {
+  std::vector<ExchangeRow> rows;
+  for (const PcClassPtr& objectClass : ClassesOf(kExchangeMechanism)) {
+    const std::string number = IdentifyingAttribute(*objectClass);
+    const PcRecordListPtr list = AllOf(*session_, *objectClass);
+    for (int position = 0; position < list->RowCount(); ++position) {
+      const Row row(*list, position);
+      rows.push_back({list->KeyOfRow(position), row.Text(number), row.Number("VRKX_DX_PROCESS_PHASE"),
+                      row.Text("VRKX_DX_STATUS_INFO"), row.Text("VRKX_DX_SEND_TO_COMPANY"),
+                      row.Text("VRKX_DX_SEND_TO_CONT_PERS"), row.Text("VRKX_DX_EXCHANGE_ROOT_DIR"),
+                      row.Text("VRKX_DX_EXCH_PROTOCOL")});
+    }
+  }
+  std::stable_sort(rows.begin(), rows.end(), [](const ExchangeRow& first, const ExchangeRow& second) {
+    return first.key.objectId > second.key.objectId;
+  });
+  return rows;
+}
+
+std::vector<ObjectKey> Catalogue::Below(const ObjectKey& key) const {
+  std::vector<ObjectKey> keys;
+  const PcMetaDataPtr metaData = session_->MetaData();
+  const PcClassPtr objectClass = metaData->ClassById(key.classId);
+  const PcClassPtr link =
+      objectClass ? metaData->ClassById(objectClass->DefaultHierarchicalLinkClassId()) : nullptr;
+  if (!link) return keys;
+  const PcQueryPtr query = session_->ObjectStore()->NewQuery();
+  query->SetSql("select CLASS_ID2, OBJECT_ID2 from " + link->TableName() +
+                " where CLASS_ID1 = " + std::to_string(key.classId) +
+                " and OBJECT_ID1 = " + std::to_string(key.objectId) + " order by OBJECT_ID");
+  const PcRecordListPtr list = query->Run();
+  for (int row = 0; row < list->RowCount(); ++row) {
+    const ObjectKey below{list->GetValue("CLASS_ID2", row).AsInt16(),
+                          list->GetValue("OBJECT_ID2", row).AsInt32()};
+    if (IsDocument(below.classId)) keys.push_back(below);
+  }
+  return keys;
+}
+
+QString Catalogue::NumberOf(const ObjectKey& key) const {
+  const PcObjectPtr object = session_->ObjectStore()->Object(key);
+  QString number;
+  if (object) {
+    object->ReadData();
+    const std::string attribute = IdentifyingAttribute(*object->Class());
+    if (!attribute.empty()) number = ToQt(object->GetText(attribute));
+  }
+  return number.isEmpty() ? ToQt(ObjectKeyText(key, ':')) : number;
+}
+
+std::vector<ObjectKey> Catalogue::Collected() const {
+  std::vector<ObjectKey> keys;
+  const PcGlobalData& data = session_->GlobalData();
+  const Value count = data.Get(global_data::kCount);
+  for (int number = 1; !count.IsNull() && number <= count.AsInt32(); ++number) {
+    const std::string text = data.Get(global_data::ObjectName(number)).AsText();
+    const auto colon = text.find(':');
+    if (colon == std::string::npos) continue;
+    keys.push_back({ParseInt16(text.substr(0, colon)), ParseInt32(text.substr(colon + 1))});
+  }
+  return keys;
+}
+
+QIcon Catalogue::IconOf(ClassId classId) const {
+  const auto known = icons_.find(classId);
+  if (known != icons_.end()) return known->second;
+  const PcClassPtr objectClass = session_->MetaData()->ClassById(classId);
+  QIcon icon;
+  if (objectClass && !objectClass->IconFileName().empty())
+    icon = QIcon(QDir(iconDirectory_).filePath(ToQt(objectClass->IconFileName())));
+  icons_.emplace(classId, icon);
+  return icon;
+}
+
+bool Catalogue::IsDocument(ClassId classId) const {
+  const PcClassMechanismPtr mechanism = session_->MetaData()->ClassMechanism(kDocumentMechanism);
+  return mechanism && mechanism->Supports(classId);
+}
+
+}  // namespace tessel::client

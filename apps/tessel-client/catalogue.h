@@ -1,0 +1,66 @@
+// What the client's lists show of a database: documents, what hangs below them, data exchanges. Everything is
+// read through the host's own interface.
+#pragma once
+
+#include <QIcon>
+#include <QString>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "host/object_key.h"
+#include "host/session.h"
+
+namespace tessel::client {
+
+struct DocumentRow {
+  ObjectKey key;
+  QString className;
+  QString number;
+  QString revision;
+  QString description;
+  int state = 0;  // 0 when it has none
+  QString lockedBy;
+};
+
+struct ExchangeRow {
+  ObjectKey key;
+  QString number;
+  int phase = 0;
+  QString status;
+  QString company;
+  QString contact;
+  QString directory;
+  QString protocol;
+};
+
+class Catalogue {
+ public:
+  explicit Catalogue(PcSessionPtr session);
+
+  // Documents that can be exchanged, by class and object id. Errors: HostError.
+  [[nodiscard]] std::vector<DocumentRow> Documents() const;
+  // The newest first.
+  [[nodiscard]] std::vector<ExchangeRow> Exchanges() const;
+  // What hangs directly below a document, in the order of the links; objects of other classes are left out.
+  [[nodiscard]] std::vector<ObjectKey> Below(const ObjectKey& key) const;
+  // The number of an object; its key when it has none.
+  [[nodiscard]] QString NumberOf(const ObjectKey& key) const;
+  // The documents that the session has collected for the next export.
+  [[nodiscard]] std::vector<ObjectKey> Collected() const;
+
+  [[nodiscard]] QIcon IconOf(ClassId classId) const;
+  [[nodiscard]] bool IsDocument(ClassId classId) const;
+
+ private:
+  [[nodiscard]] std::vector<PcClassPtr> ClassesOf(const char* mechanism) const;
+  void AddDocuments(const PcClass& objectClass, std::vector<DocumentRow>& rows) const;
+  [[nodiscard]] std::map<ObjectId, QString> Logins() const;
+
+  PcSessionPtr session_;
+  QString iconDirectory_;
+  std::map<ObjectId, QString> logins_;  // by object of the user
+  mutable std::map<ClassId, QIcon> icons_;
+};
+
+}  // namespace tessel::client

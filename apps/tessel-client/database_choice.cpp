@@ -1,0 +1,92 @@
+#include "database_choice.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStandardPaths>
+
+#include "embedded/model_file.h"
+#include "qt/dialog_parts.h"
+#include "qt/logo.h"
+#include "qt/text.h"
+#include "texts.h"
+
+namespace tessel::client {
+namespace {
+
+// The model of the sample company: where it is installed beside the program, else in the source tree.
+QString ExampleModel() {
+  const QString installed =
+      QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral(TESSEL_INSTALLED_EXAMPLE));
+  for (const QString& model : {installed, QStringLiteral(TESSEL_SOURCE_EXAMPLE)}) {
+    if (QFileInfo::exists(model)) return QFileInfo(model).canonicalFilePath();
+  }
+  return {};
+}
+
+QString DataDirectory() {
+  const QString directory = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+  QDir().mkpath(directory);
+  return directory;
+}
+
+QString CreateExample(FileSystem& files, qt::Language language) {
+  const QString model = ExampleModel();
+  if (model.isEmpty()) {
+    QMessageBox::warning(nullptr, texts::kError.In(language), texts::kNoExample.In(language));
+    return {};
+  }
+  const QString path = QFileDialog::getSaveFileName(
+      nullptr, texts::kChoiceCreate.In(language),
+      QDir(DataDirectory()).filePath(QStringLiteral("wendelau.db")), texts::kDatabases.In(language), nullptr,
+      QFileDialog::DontConfirmOverwrite);
+  if (path.isEmpty()) return {};
+  try {
+    embedded::CreateDatabase(files, qt::FromQt(path), qt::FromQt(model));
+    return path;
+  } catch (const std::exception& error) {
+    QMessageBox::critical(nullptr, texts::kError.In(language), qt::ToQt(error.what()).toHtmlEscaped());
+    return {};
+  }
+}
+
+}  // namespace
+
+QString AskForDatabase(const QString& last, qt::Language language) {
+  return QFileDialog::getOpenFileName(nullptr, texts::kOpen.In(language),
+                                      last.isEmpty() ? DataDirectory() : QFileInfo(last).path(),
+                                      texts::kDatabases.In(language));
+}
+
+QString ChooseDatabase(const QString& last, FileSystem& files, qt::Language language) {
+  while (true) {
+    QMessageBox box(QMessageBox::Question, texts::kError.In(language), texts::kChoice.In(language));
+    box.setObjectName("databaseChoice");
+    box.setWindowIcon(qt::LogoIcon());
+    QPushButton* again = nullptr;
+    if (!last.isEmpty() && QFileInfo::exists(last)) {
+      const QString name = QFileInfo(last).fileName().replace(QLatin1Char('&'), QLatin1String("&&"));
+      again = box.addButton(texts::kChoiceLast.In(language).arg(name), QMessageBox::AcceptRole);
+    }
+    QPushButton* open = box.addButton(texts::kChoiceOpen.In(language), QMessageBox::AcceptRole);
+    QPushButton* create = box.addButton(texts::kChoiceCreate.In(language), QMessageBox::AcceptRole);
+    box.addButton(qt::kCancelText.In(language), QMessageBox::RejectRole);
+    box.exec();
+    QString path;
+    if (again != nullptr && box.clickedButton() == again) {
+      path = last;
+    } else if (box.clickedButton() == open) {
+      path = AskForDatabase(last, language);
+    } else if (box.clickedButton() == create) {
+      path = CreateExample(files, language);
+    } else {
+      return {};
+    }
+    if (!path.isEmpty()) return path;
+  }
+}
+
+}  // namespace tessel::client

@@ -1,0 +1,96 @@
+#include "desktop.h"
+
+#include <QFileInfo>
+#include <QLocale>
+#include <QMessageBox>
+#include <QTimer>
+
+#include "database_choice.h"
+#include "qt/text.h"
+
+namespace tessel::client {
+namespace {
+
+constexpr const char* kLastDatabase = "last/database";
+constexpr const char* kLastUser = "last/user";
+
+// Until somebody has logged in.
+qt::Language SystemLanguage() {
+  return QLocale::system().language() == QLocale::German ? qt::Language::kGerman : qt::Language::kEnglish;
+}
+
+}  // namespace
+
+Desktop::Desktop()
+    : platform_(WithServices(system_.Services(), pauser_, system_.Services().processes)),
+      language_(SystemLanguage()),
+      toolkit_(language_),
+      dialogs_(toolkit_) {
+  dialogs_.SetLanguage(language_);
+}
+
+bool Desktop::Open(const StartOptions& options) {
+  StartOptions chosen = options;
+  if (chosen.database.isEmpty()) {
+    chosen.database = ChooseDatabase(settings_.value(kLastDatabase).toString(), platform_.files, language_);
+  }
+  if (chosen.database.isEmpty()) return false;
+  std::unique_ptr<HostedProgram> hosted = LogIn(chosen);
+  if (!hosted) return false;
+  window_.reset();
+  hosted_ = std::move(hosted);
+  settings_.setValue(kLastDatabase, QFileInfo(chosen.database).absoluteFilePath());
+  settings_.setValue(kLastUser, qt::ToQt(hosted_->Session()->CurrentUser()->LoginName()));
+  ShowWindow(chosen.database);
+  return true;
+}
+
+std::unique_ptr<HostedProgram> Desktop::TryLogIn(const HostedLogin& login) {
+  try {
+    return std::make_unique<HostedProgram>(login, platform_, toolkit_, dialogs_);
+  } catch (const std::exception& error) {
+    QMessageBox::critical(nullptr, texts::kError.In(language_), qt::ToQt(error.what()).toHtmlEscaped());
+    return nullptr;
+  }
+}
+
+std::unique_ptr<HostedProgram> Desktop::LogIn(const StartOptions& options) {
+  HostedLogin login{qt::FromQt(QFileInfo(options.database).absoluteFilePath()), qt::FromQt(options.user), "",
+                    qt::FromQt(options.language)};
+  dialogs_.SetUser(settings_.value(kLastUser).toString());
+  if (!login.user.empty()) {
+    if (auto hosted = TryLogIn(login)) return hosted;
+    dialogs_.SetUser(options.user);
+  }
+  if (!QFileInfo::exists(options.database)) return login.user.empty() ? TryLogIn(login) : nullptr;
+  while (true) {
+    const embedded::LoginAnswer answer = dialogs_.Login();
+    if (!answer.accepted) return nullptr;
+    login.user = answer.loginName;
+    login.password = answer.password;
+    if (auto hosted = TryLogIn(login)) return hosted;
+    dialogs_.SetUser(qt::ToQt(login.user));
+  }
+}
+
+void Desktop::ShowWindow(const QString& database) {
+  language_ = qt::LanguageOf(hosted_->Session()->Language());
+  toolkit_.SetLanguage(language_);
+  dialogs_.SetLanguage(language_);
+  window_ = std::make_unique<MainWindow>(*hosted_, language_, settings_, QFileInfo(database).fileName(),
+                                         [this] { Reopen(); });
+  dialogs_.OnRefresh = [this](const ObjectKey&) { window_->RefreshSoon(); };
+  dialogs_.IconOf = [this](ClassId classId) { return window_->Contents().IconOf(classId); };
+  window_->show();
+}
+
+// Outside the menu of the window that is going to be replaced.
+void Desktop::Reopen() {
+  QTimer::singleShot(0, window_.get(), [this] {
+    StartOptions options;
+    options.database = AskForDatabase(settings_.value(kLastDatabase).toString(), language_);
+    if (!options.database.isEmpty()) static_cast<void>(Open(options));
+  });
+}
+
+}  // namespace tessel::client

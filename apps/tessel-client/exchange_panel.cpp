@@ -1,0 +1,77 @@
+#include "exchange_panel.h"
+
+#include <QHeaderView>
+#include <QPlainTextEdit>
+#include <QTreeWidget>
+#include <iterator>
+
+#include "texts.h"
+
+namespace tessel::client {
+namespace {
+
+QString PhaseName(int phase, qt::Language language) {
+  const bool known = phase >= 0 && phase < static_cast<int>(std::size(texts::kPhases));
+  return known ? texts::kPhases[phase].In(language) : QString::number(phase);
+}
+
+}  // namespace
+
+ExchangePanel::ExchangePanel(const Catalogue& catalogue, qt::Language language)
+    : QSplitter(Qt::Horizontal),
+      catalogue_(catalogue),
+      language_(language),
+      list_(new QTreeWidget),
+      protocol_(new QPlainTextEdit) {
+  list_->setObjectName("exchanges");
+  list_->setAccessibleName("exchanges");
+  list_->setRootIsDecorated(false);
+  list_->setUniformRowHeights(true);
+  list_->setAlternatingRowColors(true);
+  list_->setHeaderLabels({texts::kNumber.In(language), texts::kPhase.In(language),
+                          texts::kStatus.In(language), texts::kCompany.In(language),
+                          texts::kContact.In(language), texts::kDirectory.In(language)});
+  protocol_->setObjectName("protocol");
+  protocol_->setAccessibleName("protocol");
+  protocol_->setReadOnly(true);
+  protocol_->setTabChangesFocus(true);
+  protocol_->setPlaceholderText(texts::kProtocol.In(language));
+  addWidget(list_);
+  addWidget(protocol_);
+  setStretchFactor(0, 3);
+  setStretchFactor(1, 2);
+  connect(list_, &QTreeWidget::currentItemChanged, this, [this] { ShowProtocol(); });
+}
+
+void ExchangePanel::Show(std::vector<ExchangeRow> rows) {
+  const std::optional<ObjectKey> marked = MarkedKey();
+  list_->clear();
+  rows_ = std::move(rows);
+  for (const ExchangeRow& row : rows_) {
+    auto* item = new QTreeWidgetItem(
+        {row.number, PhaseName(row.phase, language_), row.status, row.company, row.contact, row.directory});
+    item->setIcon(0, catalogue_.IconOf(row.key.classId));
+    list_->addTopLevelItem(item);
+    if (marked == row.key) list_->setCurrentItem(item);
+  }
+  for (int column = 0; column < list_->columnCount() - 1; ++column)
+    list_->resizeColumnToContents(column);
+  ShowProtocol();
+}
+
+const ExchangeRow* ExchangePanel::MarkedRow() const {
+  const int position = list_->indexOfTopLevelItem(list_->currentItem());
+  return position < 0 ? nullptr : &rows_[static_cast<std::size_t>(position)];
+}
+
+std::optional<ObjectKey> ExchangePanel::MarkedKey() const {
+  const ExchangeRow* row = MarkedRow();
+  return row == nullptr ? std::nullopt : std::optional(row->key);
+}
+
+void ExchangePanel::ShowProtocol() {
+  const ExchangeRow* row = MarkedRow();
+  protocol_->setPlainText(row == nullptr ? QString() : row->protocol);
+}
+
+}  // namespace tessel::client

@@ -1,0 +1,36 @@
+// The data exchanges with their status, and the protocol of the marked one.
+#pragma once
+
+#include <QSplitter>
+#include <optional>
+#include <vector>
+
+#include "catalogue.h"
+#include "qt/language.h"
+
+class QPlainTextEdit;
+class QTreeWidget;
+
+namespace tessel::client {
+
+class ExchangePanel : public QSplitter {
+ public:
+  ExchangePanel(const Catalogue& catalogue, qt::Language language);
+
+  // Keeps the mark where it is.
+  void Show(std::vector<ExchangeRow> rows);
+  [[nodiscard]] std::optional<ObjectKey> MarkedKey() const;
+  [[nodiscard]] QTreeWidget* List() const { return list_; }
+
+ private:
+  void ShowProtocol();
+  [[nodiscard]] const ExchangeRow* MarkedRow() const;
+
+  const Catalogue& catalogue_;
+  qt::Language language_;
+  std::vector<ExchangeRow> rows_;
+  QTreeWidget* list_;
+  QPlainTextEdit* protocol_;
+};
+
+}  // namespace tessel::client

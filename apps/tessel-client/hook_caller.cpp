@@ -1,0 +1,46 @@
+#include "hook_caller.h"
+
+#include "host/services.h"
+
+namespace tessel::client {
+
+void HookCaller::Collect(const Keys& documents) {
+  PcRecordListPtr none;
+  hosted_.Entry().CollectSelObjs(hosted_.Session(), "", hosted_.ObjectRows(documents), nullptr, none);
+}
+
+void HookCaller::Export(bool intoFolderStructure) {
+  PcRecordListPtr none;
+  hosted_.Entry().StartExport(hosted_.Session(), intoFolderStructure ? "StructureMode" : "", nullptr, nullptr,
+                              none);
+}
+
+void HookCaller::Lock(const Keys& documents) {
+  PcRecordListPtr none;
+  hosted_.Entry().LockObject(hosted_.Session(), "", hosted_.ObjectRows(documents), nullptr, none);
+}
+
+void HookCaller::Unlock(const Keys& documents) {
+  PcRecordListPtr none;
+  hosted_.Entry().UnlockObject(hosted_.Session(), "", hosted_.ObjectRows(documents), nullptr, none);
+}
+
+void HookCaller::Continue(const ObjectKey& exchange) {
+  PcRecordListPtr none;
+  hosted_.Entry().ContinueBatchMode(hosted_.Session(), "", hosted_.ObjectRows({exchange}), nullptr, none);
+}
+
+void HookCaller::ShowLatest(const ObjectKey& document) {
+  hosted_.Entry().GetLatestDataExObj(hosted_.Session(), "", hosted_.ObjectRows({document}));
+}
+
+void HookCaller::ShowObject(const ObjectKey& key) {
+  const PcObjectPtr object = hosted_.Session()->ObjectStore()->Object(key);
+  if (!object) return;
+  object->ReadData();
+  const auto dialog = CreateService<PcGUIServices>(*hosted_.Session())->NewObjectDialog(1);
+  dialog->SetObject(object);
+  static_cast<void>(dialog->ShowModal());
+}
+
+}  // namespace tessel::client

@@ -1,0 +1,95 @@
+// The actions of the client's window.
+#include <QAction>
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QShortcut>
+#include <QToolBar>
+#include <QTreeWidget>
+
+#include "main_window.h"
+
+namespace tessel::client {
+
+QAction* MainWindow::AddAction(const char* name, const qt::BothTexts& text, const qt::BothTexts& tip,
+                               const QKeySequence& key, Work work) {
+  auto* action = new QAction(text.In(language_), this);
+  action->setObjectName(name);
+  action->setShortcut(key);
+  action->setToolTip(tip.In(language_) + QLatin1String(" (") + key.toString(QKeySequence::NativeText) +
+                     QLatin1Char(')'));
+  connect(action, &QAction::triggered, this, [this, work = std::move(work)] { Run(work); });
+  return action;
+}
+
+void MainWindow::BuildActions() {
+  toolBar_ = addToolBar(QStringLiteral("actions"));
+  toolBar_->setObjectName("actions");
+  toolBar_->setMovable(false);
+  const auto add = [this](const char* name, const qt::BothTexts& text, const qt::BothTexts& tip,
+                          const char* key, Work work) {
+    QAction* action = AddAction(name, text, tip, QKeySequence(QLatin1String(key)), std::move(work));
+    toolBar_->addAction(action);
+    return action;
+  };
+  onDocuments_.push_back(add("collect", texts::kCollect, texts::kCollectTip, "Ctrl+K",
+                             [this] { hooks_.Collect(MarkedDocuments()); }));
+  add("export", texts::kExport, texts::kExportTip, "Ctrl+E", [this] { hooks_.Export(false); });
+  add("exportStructure", texts::kExportStructure, texts::kExportStructureTip, "Ctrl+Shift+E",
+      [this] { hooks_.Export(true); });
+  toolBar_->addSeparator();
+  onDocuments_.push_back(
+      add("lock", texts::kLock, texts::kLockTip, "Ctrl+L", [this] { hooks_.Lock(MarkedDocuments()); }));
+  onDocuments_.push_back(add("unlock", texts::kUnlock, texts::kUnlockTip, "Ctrl+U",
+                             [this] { hooks_.Unlock(MarkedDocuments()); }));
+  toolBar_->addSeparator();
+  continue_ = add("continue", texts::kContinue, texts::kContinueTip, "Ctrl+T",
+                  [this] { hooks_.Continue(*exchanges_->MarkedKey()); });
+  latest_ = add("latest", texts::kLatest, texts::kLatestTip, "Ctrl+J",
+                [this] { hooks_.ShowLatest(MarkedDocuments().front()); });
+  properties_ = AddAction("properties", texts::kProperties, texts::kProperties,
+                          QKeySequence(QStringLiteral("Alt+Return")), [this] {
+                            const auto exchange = exchanges_->MarkedKey();
+                            const bool ofExchange = lastView_ == exchanges_->List() && exchange;
+                            const Keys marked = MarkedDocuments();
+                            if (ofExchange || marked.empty()) {
+                              if (exchange) hooks_.ShowObject(*exchange);
+                            } else {
+                              hooks_.ShowObject(marked.front());
+                            }
+                          });
+}
+
+void MainWindow::BuildMenus(const std::function<void()>& reopen) {
+  QMenu* file = menuBar()->addMenu(texts::kFileMenu.In(language_));
+  file->addAction(texts::kOpen.In(language_), this, reopen)->setShortcut(QKeySequence::Open);
+  QAction* refresh = file->addAction(texts::kRefresh.In(language_), this, [this] { Run([] {}); });
+  refresh->setShortcut(Qt::Key_F5);
+  file->addSeparator();
+  file->addAction(texts::kQuit.In(language_), this, &QWidget::close)->setShortcut(QKeySequence::Quit);
+
+  QMenu* objects = menuBar()->addMenu(texts::kObjectMenu.In(language_));
+  QMenu* exchange = menuBar()->addMenu(texts::kExchangeMenu.In(language_));
+  for (QAction* action : toolBar_->actions())
+    (action == continue_ || action->objectName().startsWith(QLatin1String("export")) ? exchange : objects)
+        ->addAction(action);
+  objects->addSeparator();
+  objects->addAction(properties_);
+
+  QWidget* documents = findChild<QWidget*>(QStringLiteral("documents"));
+  for (QWidget* view : {documents, static_cast<QWidget*>(structure_)}) {
+    view->setContextMenuPolicy(Qt::ActionsContextMenu);
+    view->addActions(objects->actions());
+  }
+  exchanges_->List()->setContextMenuPolicy(Qt::ActionsContextMenu);
+  exchanges_->List()->addActions({continue_, properties_});
+
+  auto* find = new QShortcut(QKeySequence::Find, this);
+  connect(find, &QShortcut::activated, this, [this] {
+    search_->setFocus();
+    search_->selectAll();
+  });
+}
+
+}  // namespace tessel::client
