@@ -99,18 +99,18 @@ void MemoryRecordList::AppendRow(const std::vector<Value>& cells) {
     SetValue(static_cast<int>(i), row, cells[i]);
 }
 
+// For people who look for a fault: written at once, without the care for a crash that costs milliseconds.
 void MemoryRecordList::WriteToFile(const std::string& title, const std::string& path) const {
   if (const std::string folder = paths::Parent(path); !folder.empty()) files_.CreateFolders(folder);
-  files_.WriteStream(path, [&](const FileSystem::ByteSink& sink) {
-    sink(title + "\r\n");
-    for (int row = 0; row < RowCount(); ++row) {
-      std::string lines = "     ------------\r\n";
-      for (int column = 0; column < ColumnCount(); ++column) {
-        lines += ColumnName(column) + ":   " + GetValue(column, row).AsText() + "\r\n";
-      }
-      sink(lines);
+  std::string text = title + "\r\n";
+  for (int row = 0; row < RowCount(); ++row) {
+    text += "     ------------\r\n";
+    for (int column = 0; column < ColumnCount(); ++column) {
+      text += ColumnName(column) + ":   " + GetValue(column, row).AsText() + "\r\n";
     }
-  });
+  }
+  if (files_.FileExists(path)) files_.DeleteFile(path);
+  files_.AppendBytes(path, text);
 }
 
 }  // namespace tessel::embedded
