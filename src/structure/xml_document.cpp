@@ -220,11 +220,13 @@ void XmlDocument::Append(XmlNode parent, XmlNode child) {
 
 void XmlDocument::InsertProcessingInstruction(std::string_view target, std::string_view data) {
   const char* accepted = content_->AcceptedName(target, Content::Hash(target));
-  if (target == kDeclaration) {
-    if (const pugi::xml_node old = content_->Declaration()) content_->detached.append_move(old);
+  pugi::xml_node instruction = target == kDeclaration ? content_->Declaration() : pugi::xml_node();
+  if (instruction) {
+    content_->document.prepend_move(instruction);
+  } else {
+    instruction = content_->document.prepend_child(pugi::node_pi);
+    instruction.set_name(accepted);
   }
-  pugi::xml_node instruction = content_->document.prepend_child(pugi::node_pi);
-  instruction.set_name(accepted);
   SetTreeValue(instruction, data);
 }
 
