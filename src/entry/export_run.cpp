@@ -3,6 +3,7 @@
 #include "entry/hook_trace.h"
 #include "entry/program.h"
 #include "hostlib/my_common_functions.h"
+#include "messages/guard.h"
 #include "selection/selection.h"
 
 namespace tessel {
@@ -15,6 +16,16 @@ void ShowCatalogueMessage(Program& program, const char* code, MessageIcon icon) 
   program.services.toolkit.ShowMessage({program.errors.ErrorHandle(code), "Kestrix", icon});
 }
 
+// An export that an error ended without clean-up has left its pages loaded and its directory named. Used
+// anew, the pages would show that export's selection, and the copy would look for a directory under its name.
+void ForgetBrokenExport(Program& program) {
+  program.wizard.state.ExportFinished = true;  // so that nobody is asked about the pages
+  GuardedRun(program.trace, "Error while unloading the pages (StartExport/StartApplication)",
+             [&] { program.UnloadPages(); });
+  program.ClearExchangeDirectoryName();
+  program.exchange.directoryPath.clear();
+}
+
 void ResetFlags(Program& program) {
   program.declarations.startup.FolderStructureMode = false;
   WizardState& state = program.wizard.state;
@@ -22,8 +33,6 @@ void ResetFlags(Program& program) {
   state.ExportCancelled = false;
   state.KeepSelection = false;
   state.ExportFinished = false;
-  // The directory of an earlier export is none of this one's.
-  program.exchange.directoryPath.clear();
 }
 
 void DeleteExchangeDirectory(Program& program) {
@@ -49,6 +58,7 @@ void CleanUp(Program& program, PcSession& session) {
 }  // namespace
 
 std::int16_t RunExport(Program& program, const PcSessionPtr& session, const std::string& operation) {
+  ForgetBrokenExport(program);
   ResetFlags(program);
   WizardState& state = program.wizard.state;
   bool& folderStructureMode = program.declarations.startup.FolderStructureMode;
@@ -80,6 +90,7 @@ std::int16_t RunExport(Program& program, const PcSessionPtr& session, const std:
   program.errors.WriteProtocolString("p0001");
   const PcUserPtr user = Required(session->CurrentUser(), "current user");
   program.errors.WriteProtocolString("p0002", FileTimeText(program.platform.clock.Now()), user->LoginName());
+  program.trace.Flush();
   program.wizard.Show();
   CleanUp(program, *session);
   return state.ExportCancelled ? kNotDone : kDone;

@@ -159,6 +159,32 @@ TEST(ExportHook, AnErrorThatNobodyHandles) {
   EXPECT_EQ(world.GlobalText("ExportObjCount"), "many");
 }
 
+// Such an end runs no clean-up: neither its pages nor its directory may reach the next export.
+TEST(ExportHook, AnExportAfterABrokenOneStartsAfresh) {
+  World world;
+  world.Select({World::kBolt});
+  world.driver.Click("Command1").Check("Check1(5)").Click("Command1").Check("Check1").Click("Command1");
+  world.driver.Do([&](UserActions& user) {
+    world.session->GlobalData().Set("ExportObjCount", "many");
+    EXPECT_EQ(user.Click("Command3"), "");
+  });
+  world.driver.AnswerBox();
+  EXPECT_EQ(world.Export(), 1);
+  EXPECT_NE(world.driver.TakeTranscript().find("could not read ini values for Kestrix"), std::string::npos);
+  FileSystem& files = world.platform.files;
+  for (const std::string& left : files.ListFolders(world.ExchangePath()))
+    files.DeleteFolder(world.ExchangePath() + "/" + left);
+
+  world.session->GlobalData().Remove("ExportObjCount");
+  world.Select({World::kGearbox});
+  ExportWithoutSending(world);
+  EXPECT_EQ(world.Export(), 0);
+  ASSERT_EQ(FoldersLeft(world), 1U);
+  const std::string sent = world.ExchangePath() + "/" + files.ListFolders(world.ExchangePath()).front();
+  EXPECT_TRUE(files.FileExists(sent + "/gearbox.stp"));
+  EXPECT_FALSE(files.FileExists(sent + "/bolt.stp"));
+}
+
 TEST(Hooks, NothingLeavesThemWhateverTheyGet) {
   World world;
   StartApplication& hooks = world.application;
