@@ -10,9 +10,8 @@ namespace tessel {
 void StartHookTrace(Program& program, const std::string& suffix) noexcept {
   const ProgramLocation& location = program.platform.program;
   StartupValues& startup = program.declarations.startup;
-  IgnoringErrors([&] {
-    program.systemTool.SetIniFile(paths::Join(location.directory, location.name + ".ini"));
-  });
+  IgnoringErrors(
+      [&] { program.systemTool.SetIniFile(paths::Join(location.directory, location.name + ".ini")); });
   IgnoringErrors([&] { startup.TracePath = program.systemTool.ReadSetting("Trace", "TracePath", "c:\\"); });
   IgnoringErrors(
       [&] { startup.TraceOn = ParseBoolean(program.systemTool.ReadSetting("Trace", "TraceOn", "True")); });

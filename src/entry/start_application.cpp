@@ -17,11 +17,18 @@ constexpr std::int16_t kDone = 0;
 
 // The last line of defence of a hook whose own routine traps its errors.
 template <class Work>
-void RunHook(Program& program, const char* hook, Work&& work) noexcept {
+void RunTrapped(Program& program, const char* hook, Work&& work) noexcept {
   IgnoringErrors([&] {
     GuardedRun(program.trace, std::string("Fehlerabbruch im Modul (") + hook + "/StartApplication)",
                std::forward<Work>(work));
   });
+}
+
+// The same for a hook that is no part of another one; its trace is complete when it returns.
+template <class Work>
+void RunHook(Program& program, const char* hook, Work&& work) noexcept {
+  RunTrapped(program, hook, std::forward<Work>(work));
+  program.trace.Flush();
 }
 
 }  // namespace
@@ -36,6 +43,7 @@ std::int16_t StartApplication::StartExport(const PcSessionPtr& PcSession, const 
     TraceError(program_.trace, "Fehlerabbruch im Modul (StartExport/StartApplication)", CurrentError());
     IgnoringErrors([&] { ShowExportFailure(program_); });
   }
+  program_.trace.Flush();
   return status;
 }
 
@@ -53,7 +61,7 @@ std::int16_t StartApplication::CollectSelObjs(const PcSessionPtr& PcSession, con
 std::int16_t StartApplication::LFCStage2(const PcSessionPtr&, const std::string&,
                                          const PcRecordListPtr& FirstRec, const PcRecordListPtr& SecondRec,
                                          PcRecordListPtr&) noexcept {
-  RunHook(program_, "LFCStage2", [&] {
+  RunTrapped(program_, "LFCStage2", [&] {
     program_.trace.Write("Hook 'LFCStage2' has been called");
     CommonXFunctions::AllCopiedFiles(program_.services, program_.exchange, FirstRec, SecondRec);
   });
@@ -101,11 +109,12 @@ std::int16_t StartApplication::ContinueBatchMode(const PcSessionPtr& PcSession, 
 }
 
 bool StartApplication::StartServerMon(const std::string& directory, const PcSessionPtr& PcSession,
-                                      ObjectId objectId, ClassId classId, const std::string& idValue) noexcept {
+                                      ObjectId objectId, ClassId classId,
+                                      const std::string& idValue) noexcept {
   bool started = false;
   RunHook(program_, "StartServerMon", [&] {
-    started = tessel::StartServerMon(program_.services, directory,
-                                     *Required(PcSession.get(), "PcSession"), objectId, classId, idValue);
+    started = tessel::StartServerMon(program_.services, directory, *Required(PcSession.get(), "PcSession"),
+                                     objectId, classId, idValue);
   });
   return started;
 }

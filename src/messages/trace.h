@@ -37,7 +37,7 @@ class Trace {
   // The start-up call of a hook.
   void Start(const std::string& text, const std::string& directory, const std::string& name, bool on);
   void Release() { writer_.reset(); }
-  // At the end of a hook and before the user is waited for: the file then shows every line so far. Errors are
+  // At the end of a hook and before the wizard opens: the file then shows every line so far. Errors are
   // ignored; nothing happens while there is no writer.
   void Flush() noexcept;
   // The writer itself, for the outside components that take it.

@@ -45,5 +45,18 @@ TEST(HookTrace, ReadsTheLocalSettingsEachTime) {
   }
 }
 
+TEST(HookTrace, IsCompleteWhenAHookReturns) {
+  World world;
+  world.Select({World::kGearbox});
+  EXPECT_EQ(world.trace->flushed, world.trace->entries.size());
+  world.driver.Do([&](UserActions& user) {
+    EXPECT_EQ(world.trace->entries[world.trace->flushed - 1].text,
+              "Check whether there are objects selected for transmitting!");
+    EXPECT_EQ(user.Click("Command2"), "");
+  });
+  EXPECT_EQ(world.Export(), 1);
+  EXPECT_EQ(world.trace->flushed, world.trace->entries.size());
+}
+
 }  // namespace
 }  // namespace tessel::test

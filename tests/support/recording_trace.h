@@ -30,6 +30,8 @@ class RecordingTraceWriter : public TraceWriter {
     entries.push_back({text, number, description, directory, name, on});
   }
 
+  void Flush() override { flushed = entries.size(); }
+
   // The texts; an error line is followed by " [number description]".
   [[nodiscard]] std::vector<std::string> Lines() const {
     std::vector<std::string> lines;
@@ -48,6 +50,7 @@ class RecordingTraceWriter : public TraceWriter {
   void Clear() { entries.clear(); }
 
   std::vector<TraceEntry> entries;
+  std::size_t flushed = 0;  // entries that the last flush saw
   bool failing = false;
 };
 
