@@ -1,5 +1,5 @@
-// The configuration values of the admin settings, and the table that reading, tracing, documentation and tests
-// run over.
+// The configuration values of the admin settings, and the table that reading, tracing, documentation and
+// tests run over.
 #pragma once
 
 #include <cstdint>

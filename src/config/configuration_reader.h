@@ -21,8 +21,8 @@ class ConfigurationReader {
  public:
   virtual ~ConfigurationReader() = default;
 
-  // The value of a key in the INI text of the given admin setting object, or of the one found for the set name
-  // when none is given; the default when section or key is missing. Errors as the host raises them.
+  // The value of a key in the INI text of the given admin setting object, or of the one found for the set
+  // name when none is given; the default when section or key is missing. Errors as the host raises them.
   [[nodiscard]] virtual std::string ReadValue(const PcSessionPtr& session, const std::string& section,
                                               const std::string& key, const std::string& defaultText,
                                               const std::string& setName, const std::string& className,
@@ -35,12 +35,9 @@ class ConfigurationReader {
                                                                 const std::string& section) = 0;
 
   // The same lines of a section of the given settings object (or of the one found for the set name).
-  [[nodiscard]] virtual std::vector<std::string> SectionLines(const PcSessionPtr& session,
-                                                              const std::string& section,
-                                                              const std::string& setName,
-                                                              const std::string& className,
-                                                              const std::string& attributeName,
-                                                              const PcObjectPtr& settings) = 0;
+  [[nodiscard]] virtual std::vector<std::string> SectionLines(
+      const PcSessionPtr& session, const std::string& section, const std::string& setName,
+      const std::string& className, const std::string& attributeName, const PcObjectPtr& settings) = 0;
 
   // Around a row of readings of one moment, within which a reader may keep what it found. Readers that keep
   // nothing do nothing.

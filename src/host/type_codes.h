@@ -16,8 +16,8 @@ enum class AttributeType {
   kLongText = 6,
   kDate = 7,
   kTime = 8,
-  kReference = 9,   // object id in another class's table
-  kLookup = 10,     // object id in a lookup class's table
+  kReference = 9,  // object id in another class's table
+  kLookup = 10,    // object id in a lookup class's table
   kDateTime = 11,
   kTimeStamp = 12,
   kDuration = 13,

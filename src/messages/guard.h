@@ -1,4 +1,5 @@
-// The one place where procedures trap errors: a trace line with number and description, and the failure value.
+// The one place where procedures trap errors: a trace line with number and description, and the failure
+// value.
 #pragma once
 
 #include <functional>

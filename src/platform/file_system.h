@@ -49,10 +49,11 @@ class FileSystem {
                          const std::function<bool(std::string_view line)>& line) const = 0;
   // Replaces a file as one step: written under a temporary name beside it, flushed, renamed.
   virtual void WriteBytes(const std::string& path, std::string_view bytes) = 0;
-  // As WriteBytes, for content that is produced piece by piece: `produce` hands pieces to its argument. When it
-  // throws, nothing is left and the error goes to the caller.
+  // As WriteBytes, for content that is produced piece by piece: `produce` hands pieces to its argument. When
+  // it throws, nothing is left and the error goes to the caller.
   using ByteSink = std::function<void(std::string_view piece)>;
-  virtual void WriteStream(const std::string& path, const std::function<void(const ByteSink& sink)>& produce) = 0;
+  virtual void WriteStream(const std::string& path,
+                           const std::function<void(const ByteSink& sink)>& produce) = 0;
   // Appends to a file, made when missing.
   virtual void AppendBytes(const std::string& path, std::string_view bytes) = 0;
 

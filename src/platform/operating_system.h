@@ -1,4 +1,5 @@
-// Ports of the remaining operating-system services: clock, pause, processes, profile strings, language, icons.
+// Ports of the remaining operating-system services: clock, pause, processes, profile strings, language,
+// icons.
 #pragma once
 
 #include <chrono>

@@ -8,7 +8,8 @@
 namespace tessel::paths {
 
 // Base and name with one separator between them: none added when the base ends with one, otherwise the one
-// that the base uses ("\" for a drive path, "/" for a path that begins with it). An empty base gives the name.
+// that the base uses ("\" for a drive path, "/" for a path that begins with it). An empty base gives the
+// name.
 [[nodiscard]] std::string Join(std::string_view base, std::string_view name);
 
 // Position of the last separator of a path in its own style: "\" (or "/") for a drive path, "/" alone for a

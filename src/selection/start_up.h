@@ -25,8 +25,8 @@ class RunObjects {
 
 namespace CommonXFunctions {
 
-// Stores the session, makes the default behaviour, finds the admin setting object and reads the configuration.
-// False after "e9030" was shown.
+// Stores the session, makes the default behaviour, finds the admin setting object and reads the
+// configuration. False after "e9030" was shown.
 bool Init(Services& services, StartUpState& state, const PcSessionPtr& session);
 
 // Releases the trace writer, unloads the pages and clears the exchange directory's name.

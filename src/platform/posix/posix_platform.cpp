@@ -55,7 +55,9 @@ std::string DefaultDrivesDirectory() {
   return std::filesystem::absolute(drives).lexically_normal().string();
 }
 
-bool StandardErrorIsTerminal() { return isatty(STDERR_FILENO) != 0; }
+bool StandardErrorIsTerminal() {
+  return isatty(STDERR_FILENO) != 0;
+}
 
 ProgramLocation RunningProgram() {
   std::error_code error;
