@@ -88,7 +88,10 @@ class Creation {
 
   void RecordPartner(const PcObjectPtr& partner, const PartnerRule& rule) {
     const auto link = object_->AddLink(*partner, LinkClassTo(partner->GetClassId()), *behavior_);
-    object_->SetValue(rule.attribute, Value(partner->GetText(rule.displayAttribute1)));
+    // As on the recipient page, an attribute that is configured empty shows as empty text.
+    object_->SetValue(
+        rule.attribute,
+        Value(rule.displayAttribute1.empty() ? std::string() : partner->GetText(rule.displayAttribute1)));
     if (!rule.displayAttribute2.empty()) {
       object_->SetValue(rule.attribute, Value(object_->GetText(rule.attribute) + " " +
                                               partner->GetText(rule.displayAttribute2)));

@@ -82,6 +82,14 @@ TEST_F(ExchangeObject, WithoutCompanyTheContactIsStillRecorded) {
   EXPECT_EQ(Stored(exchange_attribute::kSendToCompany), "");
 }
 
+TEST_F(ExchangeObject, ADisplayAttributeConfiguredEmptyCostsNoLink) {
+  world_.declarations.configuration.DisplayAttribCustom1.clear();
+  Create();
+  EXPECT_EQ(Links(), (std::vector<std::string>{"1201:1", "901:11", "902:21"}));
+  EXPECT_EQ(Stored(exchange_attribute::kSendToCompany), "");
+  EXPECT_EQ(Stored(exchange_attribute::kSendToContact), "Smith Jo");
+}
+
 TEST_F(ExchangeObject, ARefusedInsertEndsQuietly) {
   world_.host.FailNext({.call = embedded::HostCall::kInsert, .classId = 900, .code = 19});
   Create();
