@@ -61,16 +61,24 @@ int RunExport(const Export& command, Streams& streams) {
   const char* operation = command.folderStructure.empty() ? "" : "StructureMode";
   const std::int16_t status =
       workbench.Entry().StartExport(workbench.Session(), operation, nullptr, nullptr, none);
-  if (driver.RehearsalEnded() && !driver.GaveUp()) return kDone;
-  const WizardState& state = workbench.LoadedProgram().wizard.state;
-  if (status != 0 || state.DispatchFailed || driver.GaveUp()) {
-    streams.err << "the export was not completed\n";
+  if (driver.RehearsalEnded() && !driver.GaveUp()) {
+    // The clean-up forgets the directory when it has deleted it.
+    const std::string& left = workbench.LoadedProgram().exchange.directoryPath;
+    if (left.empty()) return kDone;
+    streams.err << "the copied files could not be deleted: " << left << "\n";
     return kRefused;
   }
+  const WizardState& state = workbench.LoadedProgram().wizard.state;
+  const bool complete =
+      status == 0 && !state.DispatchFailed && !driver.GaveUp() && !state.finishedDirectories.empty();
+  // Directories that an export left behind before it failed are final all the same.
   for (const std::string& directory : state.finishedDirectories) {
-    streams.out << workbench.LoadedProgram().platform.files.NativePath(directory) << "\n";
+    (complete ? streams.out : streams.err << "already final: ")
+        << workbench.LoadedProgram().platform.files.NativePath(directory) << "\n";
   }
-  return kDone;
+  if (complete) return kDone;
+  streams.err << "the export was not completed\n";
+  return kRefused;
 }
 
 }  // namespace tessel::cli

@@ -81,6 +81,7 @@ std::string ExportDriver::FindObstacle() {
     return "this send mode uses no folder structure";
   }
   if (!plan_.fields.empty() && !ShowsCustomForm()) return "this send mode shows no custom form";
+  if (!IsMail() && !(plan_.subject + plan_.content).empty()) return "this send mode writes no mail";
   if (!ShowsRecipients()) {
     return plan_.recipients.empty() ? "" : "this send mode asks for no recipient";
   }
@@ -113,6 +114,12 @@ std::string ExportDriver::FindRecipients() {
     }
     if (hits.size() != 1) {
       return (hits.empty() ? "unknown recipient \"" : "ambiguous recipient \"") + wanted + "\"";
+    }
+    const auto same = [&hits](const FoundRecipient& other) {
+      return other.customerTag == hits.front().customerTag && other.contactTag == hits.front().contactTag;
+    };
+    if (std::any_of(recipients_.begin(), recipients_.end(), same)) {
+      return "the recipient \"" + wanted + "\" is named twice";
     }
     recipients_.push_back(hits.front());
   }
@@ -203,7 +210,9 @@ void ExportDriver::OnMailPage(HeadlessToolkit& toolkit, Window& window) {
   }
   if (!Did(actions.Type("Text1(2)", plan_.subject)) || !Did(actions.Type("Text1(3)", plan_.content))) return;
   ++mailsWritten_;
-  GoForward(toolkit, window, mailsWritten_ == recipients_.size());
+  // The page's own count: the press behind the last mail is the one that sends.
+  GoForward(toolkit, window,
+            static_cast<int>(mailsWritten_) >= program_->wizard.state.recipients->RowCount());
 }
 
 void ExportDriver::GoForward(HeadlessToolkit& toolkit, Window& window, bool dispatches) {
