@@ -42,9 +42,10 @@ void Tessel_4a::Activate() {
 
 void Tessel_4a::ListLinkedFolderStruct() {
   GuardedRun(GetServices().trace, "Fehler in function / Sub: (ListLinkedFolderStruct/Tessel_4a)", [this] {
+    // First: the page outlives an export, and an error must not leave another object's list to choose from.
+    treeView1_->Clear();
     ReadSelectedObject();
     const PcRecordListPtr related = RelatedFolderStructures();
-    treeView1_->Clear();
     if (!related || related->RowCount() == 0) {
       treeView1_->AddNode(kNotFoundText, kNotFoundTag);
       return;
