@@ -36,8 +36,14 @@ class BackupDirectory {
     if (!files_.FolderExists(path_)) files_.CreateFolder(path_);
     files_.CopyFolderContents(directory, path_);
   }
-  void CopyTo(const std::string& directory) {
-    if (!files_.FolderExists(directory)) files_.CreateFolder(directory);
+  // The last recipient gets the backup itself, which saves a copy and its deletion.
+  void CopyTo(const std::string& directory, bool last) {
+    const bool exists = files_.FolderExists(directory);
+    if (last && !exists) {
+      files_.Move(path_, directory);
+      return;
+    }
+    if (!exists) files_.CreateFolder(directory);
     files_.CopyFolderContents(path_, directory);
   }
   void Delete() {
@@ -112,7 +118,7 @@ class Dispatch {
                  "No custmerObjClassID and no CustomerObjObjectID");
     TracePartner(contact, recipient.contact, "ContactPersObjClassID: ", "   ContactPersObjObjectId: ",
                  "No ContactPersObjClassID and no ContactPersObjObjectId");
-    if (row > 0) backup_.CopyTo(recipient.directory);
+    if (row > 0) backup_.CopyTo(recipient.directory, last);
     SaveStructureFile(recipient, contact.settings, company.settings, last);
     CreateExchangeObject(company.object, contact.object);
     WriteDataFile(services_, *session_, request_, static_cast<std::size_t>(row), recipient, objectId_);
