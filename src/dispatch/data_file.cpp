@@ -144,4 +144,9 @@ bool WriteNeutralFormats(Services& services, const PcSessionPtr& session, const 
   return any;
 }
 
+void RemoveNeutralFormats(Services& services, const std::string& directory) {
+  const std::string path = FileInDirectory(directory, kNeutralFormatsFile);
+  if (services.platform.files.FileExists(path)) services.platform.files.DeleteFile(path);
+}
+
 }  // namespace tessel

@@ -24,5 +24,7 @@ void WriteDataFile(Services& services, PcSession& session, const DispatchRequest
 // written.
 bool WriteNeutralFormats(Services& services, const PcSessionPtr& session, const std::string& directory,
                          const PcObjectPtr& contactSettings, const PcObjectPtr& companySettings);
+// Takes the file away that a directory got with another recipient's content.
+void RemoveNeutralFormats(Services& services, const std::string& directory);
 
 }  // namespace tessel

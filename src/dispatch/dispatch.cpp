@@ -57,6 +57,29 @@ class BackupDirectory {
   bool filled_ = false;
 };
 
+// A later recipient's directory until it stands under its final name: an error takes it away again, so that
+// no half-filled one lies about. One that was there before stays.
+class RecipientDirectoryScope {
+ public:
+  RecipientDirectoryScope(Services& services, std::string path, bool made)
+      : trace_(services.trace), files_(services.platform.files), path_(std::move(path)), made_(made) {}
+  RecipientDirectoryScope(const RecipientDirectoryScope&) = delete;
+  RecipientDirectoryScope& operator=(const RecipientDirectoryScope&) = delete;
+  ~RecipientDirectoryScope() {
+    if (!made_) return;
+    GuardedRun(trace_, "Error while deleting the recipient's directory: " + path_, [&] {
+      if (files_.FolderExists(path_)) files_.DeleteFolder(path_);
+    });
+  }
+  void Keep() { made_ = false; }
+
+ private:
+  Trace& trace_;
+  FileSystem& files_;
+  std::string path_;
+  bool made_;
+};
+
 // A company or contact person and its settings; both may be nothing.
 struct Partner {
   PcObjectPtr object;
@@ -118,15 +141,23 @@ class Dispatch {
                  "No custmerObjClassID and no CustomerObjObjectID");
     TracePartner(contact, recipient.contact, "ContactPersObjClassID: ", "   ContactPersObjObjectId: ",
                  "No ContactPersObjClassID and no ContactPersObjObjectId");
+    const bool made = row > 0 && !services_.platform.files.FolderExists(recipient.directory);
+    RecipientDirectoryScope unfinished(services_, recipient.directory, made);
     if (row > 0) backup_.CopyTo(recipient.directory, last);
     SaveStructureFile(recipient, contact.settings, company.settings, last);
     CreateExchangeObject(company.object, contact.object);
     WriteDataFile(services_, *session_, request_, static_cast<std::size_t>(row), recipient, objectId_);
     if (WriteNeutralFormats(services_, session_, recipient.directory, contact.settings, company.settings)) {
+      firstHasNeutralFormats_ = firstHasNeutralFormats_ || row == 0;
       Pause(milliseconds{200});
+    } else if (row > 0 && firstHasNeutralFormats_) {
+      // What came with the backup is the first recipient's.
+      RemoveNeutralFormats(services_, recipient.directory);
     }
     ApplyAdditionalValues(recipient);
-    return Finalise(recipient.directory, row == 0 && !last);
+    std::string finalDirectory = Finalise(recipient.directory, row == 0 && !last);
+    unfinished.Keep();
+    return finalDirectory;
   }
 
   Partner ReadPartner(const ObjectKey& key) {
@@ -216,6 +247,7 @@ class Dispatch {
   ClassId classId_ = 0;
   ObjectId objectId_ = 0;
   std::string idValue_;
+  bool firstHasNeutralFormats_ = false;
 };
 
 }  // namespace
