@@ -46,7 +46,8 @@ FileDescriptor MakeTargetFolder(int from, int to, const std::string& name, const
 }  // namespace
 
 void FileCopier::CopyFile(int fromFolder, const char* fromName, const std::string& path, int toFolder,
-                          const std::string& toName, const std::string& targetPath, bool replace) {
+                          const std::string& toName, const std::string& targetPath, bool replace,
+                          Staging staging) {
   // Without waiting, so that a pipe in place of a file cannot hold the program up.
   const FileDescriptor source(::openat(fromFolder, fromName, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (!source.IsOpen()) ThrowErrno(errno, "open", path);
@@ -54,7 +55,7 @@ void FileCopier::CopyFile(int fromFolder, const char* fromName, const std::strin
   if (::fstat(source.Get(), &status) != 0) ThrowErrno(errno, "open", path);
   if (!S_ISREG(status.st_mode)) ThrowErrno(S_ISDIR(status.st_mode) ? EISDIR : EINVAL, "copy", path);
 
-  StagedFile target(toFolder, toName, targetPath, status.st_mode & kPermissions);
+  StagedFile target(toFolder, toName, targetPath, status.st_mode & kPermissions, staging);
   CopyContent(source.Get(), target.Get(), status.st_size, targetPath);
   const timespec times[2] = {{0, UTIME_OMIT}, status.st_mtim};
   if (::futimens(target.Get(), times) != 0) ThrowErrno(errno, "write", targetPath);
@@ -110,7 +111,7 @@ void FileCopier::CopyTree(int from, const std::string& path, int to, const std::
     const std::string entryTarget = targetPath + "/" + entry.name;
     switch (entry.kind) {
       case EntryKind::kFile:
-        CopyFile(from, entry.name.c_str(), entryPath, to, entry.name, entryTarget, true);
+        CopyFile(from, entry.name.c_str(), entryPath, to, entry.name, entryTarget, true, Staging::kInPlace);
         break;
       case EntryKind::kFolder: {
         const FileDescriptor source = OpenFolder(from, entry.name.c_str(), entryPath);

@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/posix/staged_file.h"
+
 namespace tessel::posix {
 
 class FileCopier {
@@ -13,10 +15,11 @@ class FileCopier {
   // Copies a file's content, permission bits and modification time. Folders are open descriptors or AT_FDCWD;
   // `path` and `targetPath` are what errors show. A link in place of the source is followed.
   void CopyFile(int fromFolder, const char* fromName, const std::string& path, int toFolder,
-                const std::string& toName, const std::string& targetPath, bool replace);
+                const std::string& toName, const std::string& targetPath, bool replace,
+                Staging staging = Staging::kAside);
 
-  // Copies everything below an open folder into another. Links are copied as links. Error 75 for entries that
-  // are neither file, folder nor link.
+  // Copies everything below an open folder into another, files in place. Links are copied as links. Error 75
+  // for entries that are neither file, folder nor link.
   void CopyTree(int from, const std::string& path, int to, const std::string& targetPath);
 
  private:

@@ -28,13 +28,18 @@ int RenameWithoutReplacing(int folder, const char* from, const char* to) {
 
 }  // namespace
 
-StagedFile::StagedFile(int folder, std::string name, std::string path, mode_t mode)
+StagedFile::StagedFile(int folder, std::string name, std::string path, mode_t mode, Staging staging)
     : folder_(folder), name_(std::move(name)), path_(std::move(path)) {
+  constexpr int kCreate = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
+  if (staging == Staging::kInPlace) {
+    temporaryName_ = name_;
+    file_ = FileDescriptor(::openat(folder_, name_.c_str(), kCreate, mode));
+    if (!file_.IsOpen() && errno != EEXIST) ThrowErrno(errno, "create", path_);
+  }
   // Only a crashed process of the same id leaves a name behind.
   for (int attempt = 0; !file_.IsOpen(); ++attempt) {
     temporaryName_ = ".tessel-" + std::to_string(::getpid()) + "-" + std::to_string(attempt) + ".tmp";
-    file_ = FileDescriptor(
-        ::openat(folder_, temporaryName_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    file_ = FileDescriptor(::openat(folder_, temporaryName_.c_str(), kCreate, mode));
     if (!file_.IsOpen() && errno != EEXIST) ThrowErrno(errno, "create", path_);
   }
 }
@@ -60,6 +65,10 @@ void StagedFile::Flush() {
 
 void StagedFile::Commit(bool replace) {
   if (const int error = file_.Close(); error != 0) ThrowErrno(error, "write", path_);
+  if (temporaryName_ == name_) {
+    committed_ = true;
+    return;
+  }
   const int result = replace ? ::renameat(folder_, temporaryName_.c_str(), folder_, name_.c_str())
                              : RenameWithoutReplacing(folder_, temporaryName_.c_str(), name_.c_str());
   if (result != 0) ThrowErrno(errno, "create", path_);

@@ -10,12 +10,18 @@
 
 namespace tessel::posix {
 
+// Where a file is written until it is committed.
+enum class Staging {
+  kAside,    // under a temporary name
+  kInPlace,  // under its own name when that is free; for folders that are themselves not final yet
+};
+
 class StagedFile {
  public:
   // Makes the temporary file in an open folder, which outlives the object. `path` is the final path as errors
   // show it, `name` its name in the folder.
-  StagedFile(int folder, std::string name, std::string path, mode_t mode);
-  // Removes the temporary file when it was not committed.
+  StagedFile(int folder, std::string name, std::string path, mode_t mode, Staging staging = Staging::kAside);
+  // Removes the file when it was not committed.
   ~StagedFile();
   StagedFile(const StagedFile&) = delete;
   StagedFile& operator=(const StagedFile&) = delete;
