@@ -22,6 +22,7 @@ constexpr NamedMode kModes[] = {
 
 ExportPlan PlanOf(const Export& command) {
   ExportPlan plan;
+  plan.documents = static_cast<int>(command.objects.size());
   for (const NamedMode& named : kModes) {
     if (command.mode == named.name) plan.mode = named.mode;
   }

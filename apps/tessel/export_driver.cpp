@@ -151,6 +151,11 @@ void ExportDriver::OnSendDataPage(HeadlessToolkit& toolkit, Window& window) {
     copyStarted_ = true;
     for (int node = 0; node < list->NodeCount(); ++node)
       documents_.push_back(list->NodeAt(node).text);
+    if (list->NodeCount() != plan_.documents) {
+      GiveUp("only " + std::to_string(list->NodeCount()) + " of " + std::to_string(plan_.documents) +
+             " documents could be listed; the trace says why");
+      return;
+    }
     if (Did(actions.Check("Check1", CheckWish::kChecked))) Did(actions.Click("Command1"));
     return;
   }

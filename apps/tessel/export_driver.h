@@ -14,6 +14,7 @@
 namespace tessel::cli {
 
 struct ExportPlan {
+  int documents = 0;  // how many were selected; the send-data page must list them all
   SendMode mode = SendMode::kNoSend;
   std::vector<std::string> recipients;  // CUSTOMER:CONTACT, each by tag (class id "_" object id) or by text
   std::string subject;
