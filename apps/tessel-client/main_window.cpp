@@ -21,6 +21,7 @@ namespace tessel::client {
 namespace {
 
 constexpr QSize kFirstSize{1100, 720};
+constexpr int kMargin = 4;
 constexpr int kNamedObjects = 8;  // listed by number in the status bar
 
 constexpr const char* kGeometryKey = "window/geometry";
@@ -56,6 +57,7 @@ MainWindow::MainWindow(HostedProgram& hosted, qt::Language language, QSettings& 
   whole_->addWidget(exchanges_);
   whole_->setStretchFactor(0, 3);
   whole_->setStretchFactor(1, 1);
+  whole_->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   setCentralWidget(whole_);
   BuildMenus(reopen);
   BuildStatusBar(databasePath);
@@ -69,6 +71,14 @@ MainWindow::MainWindow(HostedProgram& hosted, qt::Language language, QSettings& 
   FillClassFilter();
   Restore();
   table_->setFocus();
+}
+
+// The views go before what they show.
+MainWindow::~MainWindow() {
+  disconnect(qApp, nullptr, this, nullptr);
+  for (QObject* part : findChildren<QObject*>())
+    part->disconnect(this);
+  delete takeCentralWidget();
 }
 
 QWidget* MainWindow::BuildSearchRow() {
@@ -98,7 +108,10 @@ QWidget* MainWindow::BuildSearchRow() {
   });
   connect(search_, &QLineEdit::returnPressed, this, [this] {
     table_->setFocus();
-    if (!table_->currentIndex().isValid()) table_->setCurrentIndex(filter_.index(0, 0));
+    QItemSelectionModel* marks = table_->selectionModel();
+    if (marks->hasSelection()) return;
+    marks->setCurrentIndex(filter_.index(0, 0),
+                           QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   });
   connect(classFilter_, &QComboBox::currentIndexChanged, this, [this] {
     filter_.OnlyClass(static_cast<ClassId>(classFilter_->currentData().toInt()));
@@ -129,7 +142,7 @@ QWidget* MainWindow::BuildDocumentSide() {
   connect(table_, &QTreeView::doubleClicked, this, [this] { properties_->trigger(); });
   auto* side = new QWidget;
   auto* rows = new QVBoxLayout(side);
-  rows->setContentsMargins(0, 4, 0, 0);
+  rows->setContentsMargins(0, 0, 0, 0);
   rows->addWidget(BuildSearchRow());
   rows->addWidget(table_, 1);
   return side;

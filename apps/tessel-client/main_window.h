@@ -28,6 +28,7 @@ class MainWindow : public QMainWindow {
   // database.
   MainWindow(HostedProgram& hosted, qt::Language language, QSettings& settings, const QString& databasePath,
              std::function<void()> reopen);
+  ~MainWindow() override;
 
   // Reads everything anew and shows it, marks kept.
   void Refresh();

@@ -8,21 +8,22 @@ namespace {
 constexpr int kSmallestHeadline = 11;
 constexpr double kHeadlineShare = 0.75;  // of the label's height
 constexpr int kMargin = 1;
+constexpr int kSlack = 2;  // measuring and drawing may differ by a pixel
 
 }  // namespace
 
 void CaptionLabel::SetCaption(const QString& caption) {
   caption_ = QString(caption).replace(QLatin1Char('\n'), QLatin1Char(' '));
-  setToolTip(CaptionWidth() > width() ? caption_ : QString());
+  setToolTip(CaptionWidth() - kSlack > width() ? caption_ : QString());
   update();
 }
 
 int CaptionLabel::CaptionWidth() const {
-  return fontMetrics().horizontalAdvance(caption_) + 2 * kMargin;
+  return fontMetrics().horizontalAdvance(caption_) + 2 * kMargin + kSlack;
 }
 
 void CaptionLabel::resizeEvent(QResizeEvent*) {
-  setToolTip(CaptionWidth() > width() ? caption_ : QString());
+  setToolTip(CaptionWidth() - kSlack > width() ? caption_ : QString());
 }
 
 QFont CaptionLabel::ShownFont() const {

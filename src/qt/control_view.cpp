@@ -127,8 +127,10 @@ class LineEditView : public ControlView {
   LineEditView(TextBox& box, QWidget& parent, const EventRunner& run)
       : box_(box), widget_(new QLineEdit(&parent)) {
     QObject::connect(widget_, &QLineEdit::textEdited, widget_, [this, run](const QString& text) {
+      const int cursor = widget_->cursorPosition();
       run([this, typed = FromQt(text)] { box_.UserType(typed); });
       Take(Change::kValue);
+      if (widget_->text() != text) widget_->setCursorPosition(cursor - 1);
     });
   }
   QWidget& Widget() override { return *widget_; }
@@ -136,7 +138,7 @@ class LineEditView : public ControlView {
     const QString text = ToQt(box_.Text());
     if (widget_->text() == text) return;
     widget_->setText(text);
-    if (!widget_->hasFocus()) widget_->setCursorPosition(0);
+    widget_->setCursorPosition(0);
   }
 
  private:

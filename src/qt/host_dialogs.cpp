@@ -22,7 +22,7 @@ constexpr BothTexts kCopied{"These objects and their files are copied:",
 constexpr BothTexts kAffected{"The operation runs on these objects:",
                               "Die Operation wird auf diesen Objekten ausgeführt:"};
 constexpr BothTexts kDirectory{"Target directory:", "Zielverzeichnis:"};
-constexpr BothTexts kCount{"%1 objects", "%1 Objekte"};
+constexpr BothTexts kCount{"Objects: %1", "Objekte: %1"};
 constexpr BothTexts kSelectTitle{"Select objects", "Objekte auswählen"};
 constexpr BothTexts kFilter{"Filter", "Filtern"};
 constexpr BothTexts kLoginTitle{"Log in", "Anmelden"};

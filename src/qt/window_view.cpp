@@ -220,9 +220,8 @@ void WindowView::showEvent(QShowEvent*) {
   FocusFirst();
 }
 
-// In the order of the controls, unless something has the focus from an earlier visit.
+// In the order of the controls, at each showing, so that Enter means the same each time.
 void WindowView::FocusFirst() {
-  if (focusWidget() != nullptr && focusWidget()->isVisibleTo(this) && focusWidget()->isEnabled()) return;
   for (const auto& control : window_->Controls()) {
     QWidget* widget = WidgetOf(*control);
     const bool reachable = (widget->focusPolicy() & Qt::TabFocus) != 0;

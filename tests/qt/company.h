@@ -23,6 +23,8 @@ class Company {
   // Pauses are over at once unless a pauser is given.
   [[nodiscard]] Platform Services(ProcessLauncher& launcher, Pauser* pauser = nullptr);
   [[nodiscard]] ProcessLauncher& Processes() { return launcher_; }
+  // It is 2024-01-31, 15:45:02 until a minute passes.
+  void LetAMinutePass() { ++clock_.minute; }
 
   // Adds released parts 1202:100001 and following, each with a file, and returns their keys.
   std::vector<ObjectKey> AddParts(HostedProgram& hosted, int count);
@@ -35,7 +37,8 @@ class Company {
  private:
   class FixedClock : public Clock {
    public:
-    [[nodiscard]] LocalTime Now() const override { return {2024, 1, 31, 15, 45, 2}; }
+    [[nodiscard]] LocalTime Now() const override { return {2024, 1, 31, 15, minute, 2}; }
+    int minute = 45;
   };
   class FakeLauncher : public ProcessLauncher {
    public:

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -45,7 +46,10 @@ void TypeInto(QWidget& widget, const QString& text) {
   bool first = true;
   for (const QString& line : text.split(QLatin1Char('\n'))) {
     if (!std::exchange(first, false)) QTest::keyClick(&widget, Qt::Key_Return);
-    QTest::keyClicks(&widget, line);
+    for (const QChar character : line) {
+      QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(character));
+      QApplication::sendEvent(&widget, &press);
+    }
   }
 }
 
@@ -61,7 +65,8 @@ void ResizeTo(QWidget& widget, const Rect& bounds) {
 
 Person::~Person() {
   if (gaveUp_) return;
-  EXPECT_TRUE(walk_.steps.empty()) << walk_.steps.size() << " steps were not reached\n" << seen_;
+  EXPECT_TRUE(walk_.steps.empty()) << walk_.steps.size() << " steps were not reached\n"
+                                   << seen_ << scribe_.Transcript();
   EXPECT_TRUE(walk_.boxes.empty() && walk_.menus.empty() && walk_.lifeCycles.empty())
       << "some questions did not come";
 }

@@ -1,0 +1,133 @@
+#!/usr/bin/env bash
+# Starts the desktop client on an X display of its own, makes an export by mouse and keyboard, and looks at
+# the exported directory. Skipped (77) where there is no Xvfb or xdotool.
+# usage: desktop_test.sh BIN_DIRECTORY EXAMPLE_MODEL
+set -euo pipefail
+
+bin=$1
+model=$2
+for tool in Xvfb xdotool; do
+  command -v "$tool" >/dev/null || { echo "no $tool here"; exit 77; }
+done
+
+work=$(mktemp -d)
+pids=()
+finish() {
+  status=$?
+  if [ "$status" -ne 0 ] && command -v import >/dev/null && [ -n "${TESSEL_TEST_PICTURES:-}" ]; then
+    import -window root "$TESSEL_TEST_PICTURES/desktop-test.png" || true
+  fi
+  for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null || true; done
+  wait 2>/dev/null || true
+  rm -rf "$work"
+  exit "$status"
+}
+trap finish EXIT
+
+fail() {
+  { echo "FAILED: $*"; cat "$work/client.log"; } >&2
+  exit 1
+}
+
+# The display picks its own number.
+mkfifo "$work/display"
+Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
+pids+=($!)
+read -r number <"$work/display"
+export DISPLAY=":$number" QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=1 LC_ALL=C.UTF-8
+export XDG_CONFIG_HOME=$work/config XDG_DATA_HOME=$work/data XDG_RUNTIME_DIR=$work/run TESSEL_DRIVES=$work/drives
+mkdir -m 700 "$XDG_RUNTIME_DIR"
+mkdir "$TESSEL_DRIVES"
+
+"$bin/tessel" host create "$work/company.db" "$model"
+"$bin/tessel-client" "$work/company.db" --user ben >"$work/client.log" 2>&1 &
+client=$!
+pids+=("$client")
+
+# The visible windows of a title; the newest page is the one that was not there before.
+windows() { xdotool search --onlyvisible --name "$1" 2>/dev/null || true; }
+wait_for() { # title, window that it must not be
+  for _ in $(seq 300); do
+    for id in $(windows "$1"); do
+      [ "$id" = "${2:-}" ] || { echo "$id"; return 0; }
+    done
+    kill -0 "$client" 2>/dev/null || fail "the client has ended"
+    sleep 0.1
+  done
+  fail "no window $1"
+}
+key() { sleep 0.3; xdotool key --clearmodifiers "$@"; }
+type() { sleep 0.3; xdotool type --delay 20 "$1"; }
+# A click into the window at a place in twips, as the pages are designed.
+click() { # window, left, top
+  sleep 0.3
+  xdotool mousemove --window "$1" $(($2 / 15)) $(($3 / 15)) click 1
+}
+
+main=$(wait_for 'WENDELAU - Pelicore')
+xdotool windowfocus "$main"
+key ctrl+f
+type 'A-1000'
+key Return
+key ctrl+k
+key ctrl+e
+
+start=$(wait_for '^Kestrix$')
+key Return
+mode=$(wait_for '^Kestrix$' "$start")
+click "$mode" 225 487          # Mail
+click "$mode" 5800 4750        # Next
+data=$(wait_for '^Kestrix$' "$mode")
+click "$data" 120 4280         # Copy all
+click "$data" 5800 4750        # Process
+for _ in $(seq 100); do
+  copied=$(find "$TESSEL_DRIVES" -path '*@@_ben_*' -type f | wc -l)
+  [ "$copied" -ge 14 ] && break
+  sleep 0.1
+done
+[ "$copied" -ge 14 ] || fail "only $copied files were copied"
+sleep 1.5                      # the pauses of the copy
+key Return
+recipients=$(wait_for '^Kestrix$' "$data")
+click "$recipients" 900 720    # the first company
+click "$recipients" 4200 720   # her first contact person
+click "$recipients" 360 3330   # >>
+click "$recipients" 5800 4750  # Send
+mail=$(wait_for '^Kestrix$' "$recipients")
+click "$mail" 3000 1350        # Subject
+type 'Gearbox'
+key Tab
+type 'Enclosed'
+click "$mail" 5800 4750        # Send
+
+for _ in $(seq 150); do
+  exported=$(find "$TESSEL_DRIVES" -type d -name 'Export_ben_*_New')
+  [ -n "$exported" ] && break
+  sleep 0.1
+done
+[ -n "$exported" ] || fail "nothing was exported"
+for _ in $(seq 50); do
+  [ -z "$(windows '^Kestrix$')" ] && break
+  sleep 0.1
+done
+[ -z "$(windows '^Kestrix$')" ] || fail "a page is still open"
+
+files=$(find "$exported" -type f -printf '%f\n' | sort)
+echo "$files"
+[ "$(echo "$files" | grep -c '\.stp$\|\.pdf$\|\.txt$')" -eq 14 ] || fail "not all documents are there"
+for name in Kestrix_Data.xml Kestrix_Structure.xml; do
+  echo "$files" | grep -qx "$name" || fail "no $name"
+done
+grep -q 'Gearbox' "$exported/Kestrix_Data.xml" || fail "the subject is missing"
+grep -q 'p.brandt@koernwald.example' "$exported/Kestrix_Data.xml" || fail "the recipient is missing"
+
+sleep 0.5
+xdotool windowfocus "$main"  # no window manager gives it back
+key ctrl+q
+for _ in $(seq 50); do
+  kill -0 "$client" 2>/dev/null || break
+  sleep 0.1
+done
+kill -0 "$client" 2>/dev/null && fail "the client does not quit"
+grep -q 'company.db' "$XDG_CONFIG_HOME"/tessel/tessel-client.conf || fail "the database was not remembered"
+echo "exported by hand: $(echo "$files" | wc -l) files"

@@ -1,0 +1,230 @@
+// What the widgets add to the model: place and size, captions, keys, modal order, errors.
+#include "qt/qt_toolkit.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "host/error.h"
+#include "qt/caption_label.h"
+#include "qt/looks.h"
+#include "qt/tree_list_view.h"
+
+namespace tessel::test {
+namespace {
+
+std::shared_ptr<Window> MakeWindow(const std::string& name) {
+  return std::make_shared<Window>(name, "Kestrix", Size{6990, 5070});
+}
+
+class QtToolkitTest : public ::testing::Test {
+ protected:
+  // Runs an action while the window waits for the user, then hides it.
+  void WhileShown(const std::shared_ptr<Window>& shown, const std::function<void()>& action) {
+    QTimer::singleShot(0, &context_, [=, this] {
+      action();
+      toolkit_.Hide(*shown);
+    });
+    toolkit_.ShowModal(shown);
+  }
+  template <class WidgetType>
+  WidgetType& WidgetOf(const Control& control) {
+    return dynamic_cast<WidgetType&>(*toolkit_.WidgetOf(control));
+  }
+  void Press(Qt::Key key) { QTest::keyClick(toolkit_.WidgetOf(*window_)->windowHandle(), key); }
+
+  QObject context_;
+  std::shared_ptr<Window> window_ = MakeWindow("Tessel_0");
+  qt::QtToolkit toolkit_;
+};
+
+TEST_F(QtToolkitTest, PlacesWindowsAndFollowsTheUser) {
+  int resizes = 0;
+  window_->OnResize = [&] { ++resizes; };
+  WhileShown(window_, [&] {
+    QWidget& view = *toolkit_.WidgetOf(*window_);
+    EXPECT_EQ(view.size(), QSize(466, 338)) << "client area at 15 twips a pixel";
+    EXPECT_EQ(window_->Bounds().width, 7110);
+    window_->SetBounds({1501, 752, 9007, 6001});
+    EXPECT_EQ(view.pos(), QPoint(100, 50));
+    EXPECT_EQ(window_->Bounds(), (Rect{1501, 752, 9007, 6001})) << "rounding to pixels is no user's doing";
+    view.resize(500, 400);
+    EXPECT_EQ(window_->Bounds(), (Rect{1501, 752, 500 * 15 + 120, 400 * 15 + 405}));
+    view.move(30, 40);
+    EXPECT_EQ(window_->Bounds().left, 450);
+  });
+  EXPECT_EQ(resizes, 2);
+}
+
+TEST_F(QtToolkitTest, ShowsDataAsItIs) {
+  auto& button = window_->Add<Button>("Command1", -1, nullptr, Rect{0, 0, 2000, 400});
+  button.SetCaption("Gears & Sons");
+  auto& label = window_->Add<Label>("Label1", 2, nullptr, Rect{0, 600, 600, 255});
+  label.SetCaption("A & B <b>narrow label</b>");
+  auto& beside = window_->Add<Button>("Command2", -1, nullptr, Rect{1500, 600, 900, 255});
+  auto& list = window_->Add<TreeList>("TreeView1", -1, nullptr, Rect{0, 1500, 3000, 2000}, true);
+  list.AddNode("R&D\nsecond line", "1");
+  WhileShown(window_, [&] {
+    EXPECT_EQ(WidgetOf<QPushButton>(button).text(), "Gears && Sons");
+    EXPECT_EQ(WidgetOf<qt::CaptionLabel>(label).accessibleName(), "Label1(2)");
+    EXPECT_EQ(WidgetOf<qt::NodeList>(list).model()->index(0, 0).data().toString(), "R&D second line");
+    EXPECT_EQ(WidgetOf<qt::CaptionLabel>(label).width(), 96) << "up to what stands beside it";
+    beside.SetVisible(false);
+    EXPECT_GT(WidgetOf<qt::CaptionLabel>(label).width(), 120) << "as far as the caption needs";
+    EXPECT_EQ(DifferencesOf(toolkit_, *window_), "");
+  });
+}
+
+TEST_F(QtToolkitTest, KeysReachEverything) {
+  std::string pressed;
+  for (const char* name : {"Command1", "Command2", "Command3"}) {
+    auto& button = window_->Add<Button>(name, -1, nullptr, Rect{0, 0, 1500, 375});
+    button.OnClick = [&pressed, name] { pressed += std::string(name) + " "; };
+    button.IsDefault = std::string(name) == "Command2";
+    button.IsCancel = std::string(name) == "Command3";
+  }
+  auto& list = window_->Add<TreeList>("TreeView1", -1, nullptr, Rect{0, 600, 3000, 2000}, true);
+  for (const char* text : {"Anchor", "Bolt", "Bracket", "Cover"})
+    list.AddNode(text, text);
+  list.OnNodeClick = [&](int node) { pressed += list.NodeAt(node).text + " "; };
+  list.OnKeyDown = [&](char32_t key) { pressed += key == U' ' ? "space " : ""; };
+  auto& box = window_->Add<CheckBox>("Check1", -1, nullptr, Rect{0, 3000, 3000, 255});
+  WhileShown(window_, [&] {
+    Press(Qt::Key_Return);  // the first control has the focus, a button answers Enter itself
+    toolkit_.WidgetOf(list)->setFocus();
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Space, Qt::Key_B, Qt::Key_End,
+                              Qt::Key_Return, Qt::Key_Escape, Qt::Key_Tab, Qt::Key_Space})
+      Press(key);
+    EXPECT_TRUE(box.Checked());
+    EXPECT_TRUE(list.NodeAt(1).checked);
+  });
+  EXPECT_EQ(pressed, "Command1 Anchor Bolt space Bracket Cover Command2 Command3 ");
+}
+
+TEST_F(QtToolkitTest, TextKeepsWhatTheModelAllows) {
+  auto& line = window_->Add<TextBox>("Text1", -1, nullptr, Rect{0, 0, 3000, 315}, false);
+  WhileShown(window_, [&] {
+    auto& widget = WidgetOf<QLineEdit>(line);
+    widget.setFocus();
+    QTest::keyClicks(&widget, "abc");
+    line.SetText("from the program");
+    EXPECT_EQ(widget.text(), "from the program");
+    QTest::keyClicks(&widget, ">");
+    widget.insert(QString(QChar(1)));
+    QTest::keyClicks(&widget, ">");
+    EXPECT_EQ(widget.text(), ">>from the program") << "control characters are none that can be typed";
+  });
+  EXPECT_EQ(line.Text(), ">>from the program");
+}
+
+TEST_F(QtToolkitTest, OnlyTheInnermostWindowCanBeUsed) {
+  const auto second = MakeWindow("Tessel_1");
+  int pressed = 0;
+  auto& button = window_->Add<Button>("Command1", -1, nullptr, Rect{0, 0, 1500, 375});
+  button.OnClick = [&] {
+    if (++pressed > 1) return;
+    WhileShown(second, [&] {
+      QTest::mouseClick(toolkit_.WidgetOf(button), Qt::LeftButton);
+      EXPECT_EQ(toolkit_.TopWindow(), second);
+      EXPECT_TRUE(window_->Visible());
+      toolkit_.Hide(*window_);
+      EXPECT_EQ(toolkit_.TopWindow(), second) << "a pending show waits for its turn to return";
+    });
+  };
+  QTimer::singleShot(0, &context_, [&] { QTest::mouseClick(toolkit_.WidgetOf(button), Qt::LeftButton); });
+  toolkit_.ShowModal(window_);
+  EXPECT_EQ(pressed, 1);
+  EXPECT_EQ(toolkit_.TopWindow(), nullptr);
+}
+
+TEST_F(QtToolkitTest, AWindowShownAgainFromAnotherComesOnTop) {
+  const auto second = MakeWindow("Tessel_1");
+  int pressed = 0;
+  auto& button = window_->Add<Button>("Command1", -1, nullptr, Rect{0, 0, 1500, 375});
+  button.OnClick = [&] { ++pressed; };
+  second->OnActivate = [&] {
+    QTimer::singleShot(0, &context_, [&] {
+      WhileShown(window_, [&] {
+        QTest::mouseClick(toolkit_.WidgetOf(*window_)->windowHandle(), Qt::LeftButton, {}, QPoint(20, 10));
+      });
+      toolkit_.Hide(*second);
+    });
+  };
+  window_->OnActivate = [&] {
+    window_->OnActivate = nullptr;
+    toolkit_.ShowModal(second);
+  };
+  toolkit_.ShowModal(window_);
+  EXPECT_EQ(pressed, 1);
+}
+
+TEST_F(QtToolkitTest, ErrorsEndTheShowAndGoToTheCaller) {
+  auto& button = window_->Add<Button>("Command1", -1, nullptr, Rect{0, 0, 1500, 375});
+  button.OnClick = [] { throw RuntimeError(13, "Type mismatch"); };
+  const auto click = [&] { QTest::mouseClick(toolkit_.WidgetOf(button), Qt::LeftButton); };
+  QTimer::singleShot(0, &context_, click);
+  EXPECT_THROW(toolkit_.ShowModal(window_), RuntimeError);
+  EXPECT_FALSE(window_->Visible());
+
+  bool pumped = false;
+  WhileShown(window_, [&] {
+    QTimer::singleShot(0, &context_, click);
+    EXPECT_THROW(toolkit_.PumpEvents(), RuntimeError);
+    pumped = window_->Visible();
+  });
+  EXPECT_TRUE(pumped) << "the error is that of the pump, the page stays";
+
+  window_->OnActivate = [&] { toolkit_.ShowModal(window_); };
+  EXPECT_THROW(toolkit_.ShowModal(window_), RuntimeError) << "endless nesting";
+  window_->OnActivate = nullptr;
+  EXPECT_TRUE(toolkit_.Unload(*window_, CloseReason::kProgramCode));
+  EXPECT_THROW(toolkit_.ShowModal(window_), RuntimeError) << "unloaded";
+}
+
+TEST_F(QtToolkitTest, TheFrameAsksTheModel) {
+  std::vector<CloseReason> reasons;
+  bool unloaded = false;
+  window_->OnQueryClose = [&](CloseReason reason) {
+    reasons.push_back(reason);
+    return reasons.size() > 1;
+  };
+  window_->OnUnload = [&] { unloaded = true; };
+  QTimer::singleShot(0, &context_, [&] {
+    toolkit_.WidgetOf(*window_)->close();
+    EXPECT_TRUE(window_->Visible());
+    toolkit_.WidgetOf(*window_)->close();
+  });
+  toolkit_.ShowModal(window_);
+  EXPECT_TRUE(unloaded);
+  EXPECT_EQ(reasons, (std::vector{CloseReason::kUserCommand, CloseReason::kUserCommand}));
+}
+
+TEST_F(QtToolkitTest, BoxesHaveTheirTexts) {
+  toolkit_.SetLanguage(qt::Language::kGerman);
+  QStringList seen;
+  const auto answerNext = [&](QMessageBox::ButtonRole role) {
+    QTimer::singleShot(0, &context_, [&seen, role] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      seen << box->windowTitle() << box->text() << QString::number(box->icon());
+      for (QAbstractButton* button : box->buttons()) {
+        seen << button->text();
+        if (box->buttonRole(button) == role) QTimer::singleShot(0, button, &QAbstractButton::click);
+      }
+    });
+  };
+  answerNext(QMessageBox::YesRole);
+  EXPECT_EQ(toolkit_.ShowMessage({"<b>R&D</b>", "", MessageIcon::kNone, MessageButtons::kYesNo}),
+            MessageAnswer::kYes);
+  answerNext(QMessageBox::AcceptRole);
+  EXPECT_EQ(toolkit_.ShowMessage({"text", "Kestrix", MessageIcon::kCritical}), MessageAnswer::kOk);
+  EXPECT_EQ(seen, (QStringList{"prjTessel", "<b>R&D</b>", "0", "Ja", "Nein", "Kestrix", "text", "3", "OK"}));
+}
+
+}  // namespace
+}  // namespace tessel::test
