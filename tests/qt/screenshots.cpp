@@ -21,6 +21,7 @@ namespace {
 constexpr ObjectKey kGearbox{1201, 4711};
 constexpr ObjectKey kShafts{1201, 4712};
 constexpr ObjectKey kPinion{1202, 4725};
+constexpr ObjectKey kStopped{900, 701};
 constexpr QSize kClientSize{1180, 700};
 constexpr int kTitleHeight = 24;
 
@@ -35,7 +36,11 @@ Walk Tour(const std::string& subject, const std::string& content) {
   walk.Click("Command1");
   // An export by mail, object by object.
   walk.Enter().Click("Check1(1)").Click("Command1");
-  walk.Click("Command1").ClickNode("TreeView2", 1).Click("Command1").Click("Command1");
+  walk.ClickNode("TreeView2", 1)
+      .Click("Command1")
+      .ClickNode("TreeView2", 0)
+      .Click("Command1")
+      .Click("Command1");
   walk.ClickNode("TreeView1", 0).ClickNode("TreeView2", 0).Click("Command4");
   walk.ClickNode("TreeView1", 1).ClickNode("TreeView2", 0).Click("Command4").Click("Command4").Answer();
   walk.Click("Command1");
@@ -104,7 +109,7 @@ void TakeAll(const QDir& directory, const std::string& language, const Walk& tou
   company.LetAMinutePass();
   hooks.Collect({kShafts, kPinion});
   hooks.Export(false);
-  hooks.ShowLatest(kShafts);
+  hooks.ShowObject(kStopped);
   hooks.Collect({kGearbox, kShafts});
 
   QSettings settings(company.Folder().Path("settings.ini").c_str(), QSettings::IniFormat);
