@@ -256,6 +256,13 @@ void Database::ExecuteOnce(const std::string& sql) {
   connection_->Guarded([&] { connection_->session << sql; });
 }
 
+void Database::Settle() {
+  const QueryResult settled = QueryOnce("PRAGMA wal_checkpoint(TRUNCATE)");
+  if (settled.rows.at(0).at(0).AsInt32() != 0) {
+    throw DatabaseError("The database is being read and cannot be brought into one file", SQLITE_BUSY);
+  }
+}
+
 WriteTransaction::WriteTransaction(Database& database) : database_(database) {
   database_.Execute("BEGIN IMMEDIATE");
 }

@@ -52,6 +52,10 @@ class Database {
   [[nodiscard]] QueryResult QueryOnce(const std::string& sql);
   void ExecuteOnce(const std::string& sql);
 
+  // Brings all that was committed into the database file itself, so that this file alone can be moved. The
+  // end of a connection does so too, but says nothing when the disk is full. Error: DatabaseError.
+  void Settle();
+
  private:
   struct Connection;
   std::unique_ptr<Connection> connection_;

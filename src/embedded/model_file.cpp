@@ -142,6 +142,7 @@ void CreateDatabase(FileSystem& files, const std::string& databasePath, const st
   {
     Database database(files.NativePath(target.Path()));
     StoreModel(database, model, source.name);
+    database.Settle();
   }
   target.Finish();
 }

@@ -74,6 +74,22 @@ TEST(DatabaseTest, AnUncommittedTransactionLeavesNothingAndABusyDatabaseAnswersW
   EXPECT_EQ(first.Query("SELECT A FROM T").rows.size(), 1u);
 }
 
+TEST(DatabaseTest, SettlesInOneFileOrSaysThatItCannot) {
+  TemporaryFolder folder;
+  Database database(folder.Path("x.db"), std::chrono::milliseconds(1));
+  database.ExecuteOnce("CREATE TABLE T (A BIGINT)");
+  {
+    Database reader(folder.Path("x.db"));
+    reader.Execute("BEGIN");
+    EXPECT_TRUE(reader.Query("SELECT A FROM T").rows.empty());
+    database.Execute("INSERT INTO T VALUES (1)");
+    EXPECT_EQ(ErrorOf([&] { database.Settle(); }).substr(0, 2), "5 ");
+  }
+  database.Settle();
+  folder.Write("moved.db", folder.Read("x.db"));
+  EXPECT_EQ(Database(folder.Path("moved.db")).Query("SELECT A FROM T").rows.size(), 1u);
+}
+
 TEST(SqlTextTest, OnlyASingleSelectOnTheTablesOfClassesPasses) {
   const char* const allowed[] = {
       "select * from GENERAL_LINK where OBJECT_ID1='5' AND CLASS_ID1='12' AND OBJECT_ID2='7' AND "
