@@ -57,7 +57,7 @@ std::string Structure() {
 }
 
 TEST(CopyTest, CopiesAllBelowOnceAndReportsRowsAndLinks) {
-  // A cycle leads from part 4 back to the top; a general link ties part 3 to the top, another the user.
+  // A cycle leads from 1202:4 back to the top; a general link ties 1202:3 to the top, another the user.
   CopyWorld world(Structure(), Link("Structure", 1, 3) + "," + Link("Structure", 1, 2) + "," +
                                    Link("Structure", 2, 3) + "," + Link("Structure", 2, 4) + "," +
                                    Link("Structure", 4, 1) + "," + Link("General Link", 3, 1) + "," +

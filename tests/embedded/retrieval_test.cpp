@@ -17,8 +17,8 @@ struct Wish {
   const char* code;
 };
 
-// Assembly 1 has the parts 4, 3 (in this order) and the assembly 2, which has part 3 too; a general link ties
-// part 3 to assembly 1, and another to the user 100.
+// Assembly 1 has below it the pieces 4, 3 (in this order) and the assembly 2, which has piece 3 too; a
+// general link ties piece 3 to assembly 1, and another to the user 100.
 class RetrievalTest : public ::testing::Test {
  protected:
   RetrievalTest()

@@ -33,7 +33,7 @@ struct WorldOptions {
   SettingLines contactSettings = {};
   // Off: the database has no class mechanism for folder structures.
   bool folderStructures = true;
-  // Released parts 1202:1001 and following, without files' content of interest.
+  // Released documents 1202:1001 and following, without files' content of interest.
   int moreParts = 0;
 };
 
