@@ -93,6 +93,7 @@ class LockCall {
   LockRecords records_;
   PcObjectPtr document_;  // the last one retrieved
   std::optional<std::string> identifyingAttribute_;
+  std::optional<bool> unlockRight_;  // asked for once, since it takes all users of the session
   bool changed_ = false;
 };
 
@@ -181,7 +182,9 @@ int LockCall::WriteLock() {
 bool LockCall::MayUnlock() {
   const Value owner = document_->GetValue(kLockedBy);
   const bool own = !owner.IsNull() && owner.AsInt32() == OwnUserObject();
-  return own || HasUnlockRight(services_, session_);
+  if (own) return true;
+  if (!unlockRight_) unlockRight_ = HasUnlockRight(services_, session_);
+  return *unlockRight_;
 }
 
 void LockCall::UnlockRow(int row) {
