@@ -75,7 +75,7 @@ HostDialog* MakeObjectDialog(const embedded::ObjectDialogRequest& request, const
   for (const auto& [name, value] : request.attributes) {
     if (HasLines(value)) pages->addTab(MakeTextPage(value), Literal(name));
   }
-  pages->setCurrentIndex(std::clamp(request.page, 0, pages->count() - 1));
+  pages->setCurrentIndex(std::clamp(request.page - 1, 0, pages->count() - 1));
   dialog->Rows().addWidget(pages, 1);
   dialog->AddButtons(language, request.modal);
   dialog->resize(kSize);

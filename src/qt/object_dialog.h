@@ -6,7 +6,7 @@
 
 namespace tessel::qt {
 
-// Page 0 lists the attributes of the first object; each text of several lines has a page of its own. The
+// Page 1 lists the attributes of the first object; each text of several lines has a page of its own. The
 // caller owns the dialog.
 [[nodiscard]] HostDialog* MakeObjectDialog(const embedded::ObjectDialogRequest& request, const QIcon& icon,
                                            Language language, QWidget* parent);
