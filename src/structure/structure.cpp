@@ -136,7 +136,7 @@ void StartStructureDocument(Services& services, StructureState& state) {
 SelectedObjectNodes AddSelectedObject(Services& services, StructureState& state, const PcObject& object) {
   XmlDocument& document = *Required(state.document.get(), "structure document");
   const std::string& attribute = services.Settings().DisplayAttribute1;
-  const std::string description = object.GetText(attribute);
+  const std::string description = DisplayValue(object, attribute);
   const std::string identifier = ObjectKeyText(object.Key(), '_');
   if (description.empty()) {
     services.trace.Write("!! NODE NAME (DESCRIPTION1: '" + attribute + "') IS EMPTY FOR OBJECT: '" +

@@ -36,6 +36,10 @@ bool IsHierarchyElement(XmlNode node) {
 
 }  // namespace
 
+std::string DisplayValue(const PcObject& object, const std::string& attribute) {
+  return object.HasAttribute(attribute) ? object.GetText(attribute) : std::string();
+}
+
 StructureBuilder::StructureBuilder(Services& services, const ExchangeState& exchange, StructureState& state)
     : services_(services),
       copied_(exchange.copied),
@@ -104,9 +108,9 @@ void StructureBuilder::FillNodeAttributes(XmlNode element, PcObject& object, int
   SetAccess(element, object);
   services_.trace.Write("  Set Access mode for new XML node with: " +
                         element.Attribute("ACCESS_AUTHORIZATION"));
-  SetAttribute(element, "FIRST_DESCRIPTION", object.GetText(settings.DisplayAttribute1),
+  SetAttribute(element, "FIRST_DESCRIPTION", DisplayValue(object, settings.DisplayAttribute1),
                "  Set DisplayAttribute1 for new XML Node with: ");
-  SetAttribute(element, "SECOND_DESCRIPTION", object.GetText(settings.DisplayAttribute2),
+  SetAttribute(element, "SECOND_DESCRIPTION", DisplayValue(object, settings.DisplayAttribute2),
                "  Set DisplayAttribute2 for new XML Node with: ");
   const std::string fileName = object.GetText("CAD_REF_FILE_NAME");
   SetAttribute(element, "ORIG_FILE_NAME", fileName, "  Set origin file name for new XML Node with: ");
@@ -131,9 +135,9 @@ void StructureBuilder::FillNodeAttributes(XmlNode element, PcObject& object, int
 XmlNode StructureBuilder::AddStructureNode(XmlNode parent, const ObjectKey& key, const char* elementName,
                                            const LinkEnd* filledWith) {
   PcObject& object = Object(key);
-  const XmlNode element = DX_XML::CreateDXNodeElement(*state_.document, elementName,
-                                                      object.GetText(services_.Settings().DisplayAttribute1),
-                                                      parent, ObjectKeyText(object.Key(), '_'));
+  const XmlNode element = DX_XML::CreateDXNodeElement(
+      *state_.document, elementName, DisplayValue(object, services_.Settings().DisplayAttribute1), parent,
+      ObjectKeyText(object.Key(), '_'));
   services_.trace.Write(std::string("Set new xml node with name: ") + elementName +
                         " to parent node: " + parent.Name());
   if (element && filledWith != nullptr) {

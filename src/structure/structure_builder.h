@@ -12,6 +12,9 @@
 
 namespace tessel {
 
+// The text of a configured display attribute; empty for a class without it, and when none is configured.
+[[nodiscard]] std::string DisplayValue(const PcObject& object, const std::string& attribute);
+
 // Lives as long as the nodes of one copy are built; what the host told is kept for that time.
 class StructureBuilder {
  public:

@@ -156,7 +156,7 @@ class FakeObject : public PcObject {
   [[nodiscard]] PcClassPtr Class() const override;
   [[nodiscard]] std::shared_ptr<PcSession> Session() const override;
   void ReadData() override {}
-  [[nodiscard]] bool HasAttribute(std::string_view) const override { return true; }
+  [[nodiscard]] bool HasAttribute(std::string_view name) const override { return !name.empty(); }
   [[nodiscard]] Value GetValue(std::string_view name) const override;
   void SetValue(std::string_view name, const Value& value) override { pending_[std::string(name)] = value; }
   [[nodiscard]] int Add(const PcBehavior&) override { return 0; }

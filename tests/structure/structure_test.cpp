@@ -280,6 +280,18 @@ TEST_F(StructureTest, EndsInTheFailureThatTheTraceTells) {
   }
 }
 
+TEST_F(StructureTest, WithoutDisplayAttributesTheDescriptionsAreEmpty) {
+  world.declarations.configuration.DisplayAttribute1.clear();
+  world.declarations.configuration.DisplayAttribute2.clear();
+  Start({kA});
+  EXPECT_TRUE(Traced("!! NODE NAME (DESCRIPTION1: '') IS EMPTY FOR OBJECT: '1201_1' !!!"));
+  world.SetCopy({{kA}, {kB}}, {});
+  ASSERT_TRUE(world.Create("1201_1"));
+  EXPECT_NE(Saved("Content_List").find("FIRST_DESCRIPTION=\"\" SECOND_DESCRIPTION=\"\" ORIG_FILE_NAME=\"a"),
+            std::string::npos)
+      << Saved("Content_List");
+}
+
 TEST_F(StructureTest, TracesAnEmptyNameAndKeepsOddValues) {
   documents.Add(kA, "", "]]>\u20AC\".\x01");
   Start({kA});
