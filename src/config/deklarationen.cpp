@@ -93,7 +93,7 @@ bool Deklarationen::SetIconDirectory() {
 bool Deklarationen::ReadConfiguration(const ErrorHandling& errors) {
   try {
     trace_.Write("begin value initialization");
-    const auto metaData = Required(startup.session.get(), "stored session")->MetaData();
+    const auto metaData = Required(Required(startup.session.get(), "stored session")->MetaData(), "metadata");
     if (!FixSupportedClasses(*metaData, startup, trace_)) return false;
     if (!pciniAdminTool) pciniAdminTool = makeReader_();
     trace_.Write(pciniAdminTool ? "pciniAdminTool is not nothing" : "pciniAdminTool is nothing");

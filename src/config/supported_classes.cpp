@@ -1,5 +1,7 @@
 #include "config/supported_classes.h"
 
+#include "host/error.h"
+
 namespace tessel {
 namespace {
 
@@ -46,7 +48,7 @@ Classes FixClass(const Behavior& behavior, const PcMetaData& metaData, StartupVa
   const PcClassMechanismPtr mechanism = metaData.ClassMechanism(behavior.mechanism);
   const Classes classes = CountClasses(behavior, mechanism.get(), trace);
   if (classes == Classes::kSome || (classes == Classes::kNone && !mayBeEmpty)) {
-    startup.*behavior.classId = mechanism->SupportedClass(0)->Id();
+    startup.*behavior.classId = Required(mechanism->SupportedClass(0), behavior.mechanism)->Id();
   }
   return classes;
 }

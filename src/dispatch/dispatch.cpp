@@ -126,8 +126,10 @@ class Dispatch {
   }
 
  private:
-  // Before anything is made: a configured name that would leave the directories ends the dispatch.
+  // Before anything is made: a configured name that would leave the directories ends the dispatch. The prefix
+  // becomes the beginning of the final directories' names, and may be empty.
   static void CheckFileNames(const Configuration& settings) {
+    static_cast<void>(FileInDirectory("", settings.ExportPrefix + "_"));
     for (const std::string* name : {&settings.StructureFileName, &settings.DataFileName}) {
       static_cast<void>(FileInDirectory("", *name));
     }

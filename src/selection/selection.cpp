@@ -51,8 +51,8 @@ class Collector {
  private:
   // The values of the entries 0 to count, so that the duplicate check costs one look-up a row.
   void IndexPresentEntries() {
-    for (int number = 0; number <= count_; ++number) {
-      const Value entry = globalData_.Get(global_data::ObjectName(number));
+    for (std::int64_t number = 0; number <= count_; ++number) {
+      const Value entry = globalData_.Get(global_data::ObjectName(static_cast<int>(number)));
       if (!entry.IsNull()) entries_.insert(entry.AsText());
     }
   }
@@ -166,8 +166,8 @@ void RemoveSelection(PcGlobalData& globalData) {
   const Value stored = globalData.Get(global_data::kCount);
   if (stored.IsNull()) return;
   const int count = stored.AsInt32();
-  for (int number = 1; number <= count; ++number) {
-    RemoveIfPresent(globalData, global_data::ObjectName(number));
+  for (std::int64_t number = 1; number <= count; ++number) {
+    RemoveIfPresent(globalData, global_data::ObjectName(static_cast<int>(number)));
   }
   globalData.Remove(global_data::kCount);
 }
@@ -195,7 +195,11 @@ PcObjectPtr RetrieveObjFromGlobalData(Services& services, const std::string& key
     const Value entry = session.GlobalData().Get(key);
     if (entry.IsNull()) return;
     IgnoringErrors([&] { object = session.ObjectStore()->Object(ParseObjectKey(entry.AsText(), ':')); });
-    if (!object) return;
+    if (!object) {
+      services.trace.Write(
+          key + " names no object (RetrieveObjFromGlobalData/CommonXFunctions): " + entry.AsText());
+      return;
+    }
     IgnoringErrors([&] { object->ReadData(); });
     services.trace.Write(
         "Auslesen der Objekte aus der globalen Variablen(RetrieveObjFromGlobalData/CommonXFunctions) " +

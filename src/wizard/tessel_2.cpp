@@ -70,8 +70,9 @@ void Tessel_2::ListSelection() {
 }
 
 void Tessel_2::ListObject(int number) {
-  const PcObjectPtr object = Required(
-      CommonXFunctions::RetrieveObjFromGlobalData(GetServices(), global_data::ObjectName(number)), "object");
+  const std::string entry = global_data::ObjectName(number);
+  const PcObjectPtr object =
+      Required(CommonXFunctions::RetrieveObjFromGlobalData(GetServices(), entry), entry.c_str());
   const std::string position = std::to_string(number - 1);
   const std::string classText = std::to_string(object->GetClassId());
   TraceLine("lese Objekte aus den globalen Variablen aus(Form_Load/Tessel_2): " + position + " " +

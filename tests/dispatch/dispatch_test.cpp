@@ -326,6 +326,7 @@ TEST_F(DispatchTest, EndsBeforeAnythingIsMade) {
   };
   const Case cases[] = {
       {{"[ini_xml]", "DataFileName=../data.xml"}, error_number::kPathFileAccess},
+      {{"[Path]", "ExportPrefix=../elsewhere/x"}, error_number::kPathFileAccess},
       {{"[ini_xml]", "StructurFileName=/tmp/structure.xml"}, error_number::kPathFileAccess}};
   for (const Case& test : cases) {
     exchange_ = {};
