@@ -54,6 +54,23 @@ embedded::HostOptions OptionsOf(const Platform& platform, embedded::HostDialogs&
   return options;
 }
 
+// Hands lines on, and keeps the newest error line.
+class ErrorKeepingWriter : public TraceWriter {
+ public:
+  ErrorKeepingWriter(std::shared_ptr<TraceWriter> next, std::string& lastError)
+      : next_(std::move(next)), lastError_(lastError) {}
+  void WriteEntry(const std::string& text, std::int16_t number, const std::string& description,
+                  const std::string& directory, const std::string& name, bool on) override {
+    if (number != 0) lastError_ = text + ": " + description;
+    next_->WriteEntry(text, number, description, directory, name, on);
+  }
+  void Flush() noexcept override { next_->Flush(); }
+
+ private:
+  std::shared_ptr<TraceWriter> next_;
+  std::string& lastError_;
+};
+
 }  // namespace
 
 HostedProgram::HostedProgram(const HostedLogin& login, const Platform& platform, Toolkit& toolkit,
@@ -61,7 +78,10 @@ HostedProgram::HostedProgram(const HostedLogin& login, const Platform& platform,
     : platform_(platform),
       traceFile_(platform_.files, platform_.encodings.Open(platform_.ansiCodePage)),
       host_(login.database, OptionsOf(platform_, dialogs)),
-      program_(platform_, toolkit, host_, traceFile_.Factory(), MakeTracingAdditionalValues),
+      program_(
+          platform_, toolkit, host_,
+          [this] { return std::make_shared<ErrorKeepingWriter>(traceFile_.Factory()(), lastError_); },
+          MakeTracingAdditionalValues),
       entry_(program_),
       session_(host_.OpenSession(login.user, login.password, login.language)) {
   host_.SetLfcStage2([this](const PcSessionPtr& session, const std::string& operation,

@@ -31,6 +31,9 @@ class HostedProgram {
   [[nodiscard]] const PcSessionPtr& Session() const { return session_; }
   [[nodiscard]] Program& LoadedProgram() { return program_; }
   [[nodiscard]] StartApplication& Entry() { return entry_; }
+  // The newest error line of the trace with its description, for a person who cannot look there; empty when
+  // there was none.
+  [[nodiscard]] const std::string& LastError() const { return lastError_; }
 
   [[nodiscard]] PcRecordListPtr NewRecordList() { return host_.CreateRecordList(); }
   // The record list of some objects as the client passes it to a hook: one row an object with all its
@@ -40,6 +43,7 @@ class HostedProgram {
  private:
   Platform platform_;
   TraceFile traceFile_;
+  std::string lastError_;
   embedded::EmbeddedHost host_;
   Program program_;
   StartApplication entry_;

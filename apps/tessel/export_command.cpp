@@ -78,6 +78,7 @@ int RunExport(const Export& command, Streams& streams) {
         << workbench.LoadedProgram().platform.files.NativePath(directory) << "\n";
   }
   if (complete) return kDone;
+  if (!workbench.LastError().empty()) streams.err << workbench.LastError() << "\n";
   streams.err << "the export was not completed\n";
   return kRefused;
 }

@@ -24,6 +24,7 @@ class Workbench : public HookCaller {
   [[nodiscard]] Program& LoadedProgram() { return hosted_.LoadedProgram(); }
   [[nodiscard]] HeadlessToolkit& Windows() { return toolkit_; }
   [[nodiscard]] StartApplication& Entry() { return hosted_.Entry(); }
+  [[nodiscard]] const std::string& LastError() const { return hosted_.LastError(); }
 
   // HookCaller
   [[nodiscard]] std::vector<std::string> HookNames() const override;

@@ -99,6 +99,14 @@ TEST_F(CliWorld, WhatIsRefusedLeavesNothing) {
   EXPECT_EQ(Run({"host", "show", folder.Path("missing.db")}), 1);
 }
 
+TEST_F(CliWorld, AFailedCopySaysWhy) {
+  std::filesystem::remove(folder.Path("company.db.vault/P-1010.stp"));
+  EXPECT_EQ(RunAs("anna", "export", {"--select", "1202:4721", "--no-send"}), 1);
+  EXPECT_NE(err.find("only 0 of 1 documents could be copied"), std::string::npos) << err;
+  EXPECT_NE(err.find("P-1010.stp"), std::string::npos) << err;
+  EXPECT_EQ(Exchanges(), 0U);
+}
+
 TEST_F(CliWorld, MailToTwoRecipients) {
   ASSERT_EQ(RunAs("anna", "export",
                   {"--select", "1202:4721", "--mode", "mail", "--recipient", "901_301:902_401", "--recipient",
