@@ -71,7 +71,8 @@ QString ChooseDatabase(const QString& last, FileSystem& files, qt::Language lang
       const QString name = QFileInfo(last).fileName().replace(QLatin1Char('&'), QLatin1String("&&"));
       again = box.addButton(texts::kChoiceLast.In(language).arg(name), QMessageBox::AcceptRole);
     }
-    QPushButton* open = box.addButton(texts::kChoiceOpen.In(language), QMessageBox::AcceptRole);
+    QPushButton* open = box.addButton(
+        (again != nullptr ? texts::kChoiceOpen : texts::kChoiceFirst).In(language), QMessageBox::AcceptRole);
     QPushButton* create = box.addButton(texts::kChoiceCreate.In(language), QMessageBox::AcceptRole);
     box.addButton(qt::kCancelText.In(language), QMessageBox::RejectRole);
     box.exec();

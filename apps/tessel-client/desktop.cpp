@@ -1,5 +1,6 @@
 #include "desktop.h"
 
+#include <QApplication>
 #include <QFileInfo>
 #include <QLocale>
 #include <QMessageBox>
@@ -86,7 +87,7 @@ void Desktop::ShowWindow(const QString& database) {
 
 // Outside the menu of the window that is going to be replaced.
 void Desktop::Reopen() {
-  QTimer::singleShot(0, window_.get(), [this] {
+  QTimer::singleShot(0, qApp, [this] {
     StartOptions options;
     options.database = AskForDatabase(settings_.value(kLastDatabase).toString(), language_);
     if (!options.database.isEmpty()) static_cast<void>(Open(options));

@@ -13,6 +13,7 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 #include <iterator>
+#include <unordered_set>
 
 #include "qt/logo.h"
 #include "qt/text.h"
@@ -210,11 +211,12 @@ void MainWindow::Refresh() {
 }
 
 void MainWindow::MarkDocuments(const Keys& keys) {
+  const std::unordered_set<ObjectKey> wanted(keys.begin(), keys.end());
   QItemSelection marks;
   QModelIndex first;
   for (int row = 0; row < filter_.rowCount(); ++row) {
     const QModelIndex index = filter_.index(row, 0);
-    if (std::find(keys.begin(), keys.end(), filter_.KeyAt(index)) == keys.end()) continue;
+    if (!wanted.contains(filter_.KeyAt(index))) continue;
     marks.select(index, index);
     if (!first.isValid()) first = index;
   }

@@ -76,6 +76,7 @@ inline constexpr BothTexts kChoice{"Which database shall be opened?",
                                    "Welche Datenbank soll geöffnet werden?"};
 inline constexpr BothTexts kChoiceLast{"Open the last one: %1", "Die letzte öffnen: %1"};
 inline constexpr BothTexts kChoiceOpen{"Open another one...", "Eine andere öffnen..."};
+inline constexpr BothTexts kChoiceFirst{"Open a database...", "Eine Datenbank öffnen..."};
 inline constexpr BothTexts kChoiceCreate{"Create the sample company...", "Die Beispielfirma anlegen..."};
 inline constexpr BothTexts kDatabases{"Databases (*.db);;All files (*)",
                                       "Datenbanken (*.db);;Alle Dateien (*)"};

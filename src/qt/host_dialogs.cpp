@@ -30,6 +30,7 @@ constexpr BothTexts kUser{"User:", "Benutzer:"};
 constexpr BothTexts kPassword{"Password:", "Kennwort:"};
 constexpr BothTexts kSystemMessage{"Message", "Meldung"};
 constexpr QSize kListSize{560, 420};
+constexpr int kLoginWidth = 320;
 
 QLabel* PlainLabel(const QString& text) {
   auto* label = new QLabel(text);
@@ -136,6 +137,7 @@ embedded::LoginAnswer QtHostDialogs::Login() {
   form->addRow(kUser.In(language_), user);
   form->addRow(kPassword.In(language_), password);
   dialog.Rows().addLayout(form);
+  dialog.setMinimumWidth(kLoginWidth);
   dialog.AddButtons(language_, true);
   if (!user_.isEmpty()) password->setFocus();
   if (dialog.Ask() != HostDialog::kOk) return {};
