@@ -26,7 +26,7 @@ class Company {
   // It is 2024-01-31, 15:45:02 until a minute passes.
   void LetAMinutePass() { ++clock_.minute; }
 
-  // Adds released parts 1202:100001 and following, each with a file, and returns their keys.
+  // Adds released documents 1202:100001 and following, each with a file, and returns their keys.
   std::vector<ObjectKey> AddParts(HostedProgram& hosted, int count);
 
   // Everything in the exchange directory, sorted.
