@@ -1,10 +1,31 @@
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QMessageBox>
+#include <exception>
 
 #include "desktop.h"
 
+namespace {
+
+// Tells an error that reached the event loop, for example a database that can no longer be read, instead of
+// ending the program with it.
+class Application : public QApplication {
+ public:
+  using QApplication::QApplication;
+  bool notify(QObject* receiver, QEvent* event) override {
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (const std::exception& error) {
+      QMessageBox::critical(nullptr, applicationName(), QString::fromUtf8(error.what()).toHtmlEscaped());
+    }
+    return true;
+  }
+};
+
+}  // namespace
+
 int main(int argc, char** argv) {
-  QApplication application(argc, argv);
+  Application application(argc, argv);
   QApplication::setOrganizationName("tessel");
   QApplication::setApplicationName("tessel-client");
   QApplication::setApplicationVersion(TESSEL_VERSION);

@@ -279,14 +279,17 @@ void MainWindow::EnableActions() {
 
 void MainWindow::Run(const Work& work) {
   if (running_) return;
+  const auto telling = [this](const Work& step) {
+    try {
+      step();
+    } catch (const std::exception& error) {
+      QMessageBox::critical(this, texts::kError.In(language_), qt::ToQt(error.what()).toHtmlEscaped());
+    }
+  };
   running_ = true;
-  try {
-    work();
-  } catch (const std::exception& error) {
-    QMessageBox::critical(this, texts::kError.In(language_), qt::ToQt(error.what()).toHtmlEscaped());
-  }
+  telling(work);
   running_ = false;
-  Refresh();
+  telling([this] { Refresh(); });
 }
 
 }  // namespace tessel::client

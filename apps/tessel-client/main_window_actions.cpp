@@ -63,7 +63,11 @@ void MainWindow::BuildActions() {
 
 void MainWindow::BuildMenus(const std::function<void()>& reopen) {
   QMenu* file = menuBar()->addMenu(texts::kFileMenu.In(language_));
-  file->addAction(texts::kOpen.In(language_), this, reopen)->setShortcut(QKeySequence::Open);
+  file->addAction(texts::kOpen.In(language_), this,
+                  [this, reopen] {
+                    if (!running_) reopen();
+                  })
+      ->setShortcut(QKeySequence::Open);
   QAction* refresh = file->addAction(texts::kRefresh.In(language_), this, [this] { Run([] {}); });
   refresh->setShortcut(Qt::Key_F5);
   file->addSeparator();

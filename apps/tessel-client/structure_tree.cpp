@@ -1,6 +1,7 @@
 #include "structure_tree.h"
 
 #include <QHeaderView>
+#include <unordered_set>
 
 #include "qt/text.h"
 #include "texts.h"
@@ -59,8 +60,11 @@ void StructureTree::Open(QTreeWidgetItem* item) {
 
 std::vector<ObjectKey> StructureTree::MarkedKeys() const {
   std::vector<ObjectKey> keys;
-  for (const QTreeWidgetItem* item : selectedItems())
-    keys.push_back(KeyOf(*item));
+  // A shared part may be marked at several places.
+  std::unordered_set<ObjectKey> seen;
+  for (const QTreeWidgetItem* item : selectedItems()) {
+    if (seen.insert(KeyOf(*item)).second) keys.push_back(KeyOf(*item));
+  }
   return keys;
 }
 
