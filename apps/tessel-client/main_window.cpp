@@ -201,7 +201,9 @@ bool MainWindow::event(QEvent* event) {
 
 void MainWindow::Refresh() {
   refreshing_ = false;
-  const Keys marked = MarkedDocuments();
+  // The list keeps its own marks, whatever is marked in the structure: what a later action takes is what the
+  // list shows.
+  const Keys marked = MarkedInList();
   documents_.Show(catalogue_.Documents());
   MarkDocuments(marked);
   exchanges_->Show(catalogue_.Exchanges());
@@ -230,7 +232,10 @@ bool MainWindow::StructureInUse() const {
 }
 
 Keys MainWindow::MarkedDocuments() const {
-  if (StructureInUse()) return structure_->MarkedKeys();
+  return StructureInUse() ? structure_->MarkedKeys() : MarkedInList();
+}
+
+Keys MainWindow::MarkedInList() const {
   Keys keys;
   for (const QModelIndex& index : table_->selectionModel()->selectedRows())
     keys.push_back(filter_.KeyAt(index));

@@ -55,6 +55,7 @@ class MainWindow : public QMainWindow {
 
   // The marked documents of the view that was used last.
   [[nodiscard]] Keys MarkedDocuments() const;
+  [[nodiscard]] Keys MarkedInList() const;
   [[nodiscard]] bool StructureInUse() const;
   void MarkDocuments(const Keys& keys);
   void ShowStructure();
