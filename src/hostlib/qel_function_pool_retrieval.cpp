@@ -43,6 +43,14 @@ PcRecordListPtr RetrieveBy(Retrieve retrieve, const PcObject& object, ClassId re
   return (object.*retrieve)(*attributes, *behavior);
 }
 
+ClassId Resolve(const PcObject& object, const ClassArgument& argument) {
+  return argument.Resolve(*Required(object.Session(), "session of the object"));
+}
+
+std::vector<ClassId> NoLinkClasses(ClassId) {
+  return {};
+}
+
 // Adds the link classes that may tie two classes in this order.
 void AddLinkClasses(const PcObject& object, ClassId first, ClassId second,
                     std::vector<ClassId>& linkClasses) {
@@ -52,8 +60,21 @@ void AddLinkClasses(const PcObject& object, ClassId first, ClassId second,
   }
 }
 
-ClassId Resolve(const PcObject& object, const ClassArgument& argument) {
-  return argument.Resolve(*Required(object.Session(), "session of the object"));
+// The link class that a caller named; empty when it named none.
+std::vector<ClassId> NamedLinkClass(const PcObject& object, const ClassArgument& linkClass) {
+  const ClassId id = Resolve(object, linkClass);
+  return id >= 1 ? std::vector<ClassId>{id} : std::vector<ClassId>{};
+}
+
+// A whole retrieval into `records`, which it gives back too. `linkClassesTo` names the link classes for the
+// related class; it is asked only when that class is known.
+template <class LinkClassesTo>
+PcRecordListPtr RetrieveInto(PcRecordListPtr& records, Retrieve retrieve, const PcObject& object,
+                             const ClassArgument& relatedClass, int mode, LinkClassesTo linkClassesTo) {
+  records = nullptr;
+  const ClassId related = Resolve(object, relatedClass);
+  if (related != 0) records = RetrieveBy(retrieve, object, related, linkClassesTo(related), mode);
+  return records;
 }
 
 // The first object right above another by a hierarchical link; nothing at the top.
@@ -80,73 +101,53 @@ PcObjectPtr FirstParent(const PcObject& object) {
 
 PcRecordListPtr QelFunctionPool::RetrieveChildren(const PcObject& object, const ClassArgument& childClass,
                                                   int mode, PcRecordListPtr& records) const {
-  records = nullptr;
-  const ClassId related = Resolve(object, childClass);
-  if (related == 0) return records;
-  records = RetrieveBy(&PcObject::Children, object, related, {}, mode);
-  return records;
+  return RetrieveInto(records, &PcObject::Children, object, childClass, mode, NoLinkClasses);
 }
 
 PcRecordListPtr QelFunctionPool::RetrieveChildrenAndLinks(const PcObject& object,
                                                           const ClassArgument& childClass, int mode,
                                                           PcRecordListPtr& records) const {
-  records = nullptr;
-  const ClassId related = Resolve(object, childClass);
-  if (related == 0) return records;
-  std::vector<ClassId> links;
-  AddLinkClasses(object, object.GetClassId(), related, links);
-  records = RetrieveBy(&PcObject::Children, object, related, links, mode);
-  return records;
+  return RetrieveInto(records, &PcObject::Children, object, childClass, mode, [&object](ClassId child) {
+    std::vector<ClassId> links;
+    AddLinkClasses(object, object.GetClassId(), child, links);
+    return links;
+  });
 }
 
 PcRecordListPtr QelFunctionPool::RetrieveParents(const PcObject& object, const ClassArgument& parentClass,
                                                  int mode, PcRecordListPtr& records) const {
-  records = nullptr;
-  const ClassId related = Resolve(object, parentClass);
-  if (related == 0) return records;
-  records = RetrieveBy(&PcObject::Parents, object, related, {}, mode);
-  return records;
+  return RetrieveInto(records, &PcObject::Parents, object, parentClass, mode, NoLinkClasses);
 }
 
 PcRecordListPtr QelFunctionPool::RetrieveParentsAndLinks(const PcObject& object,
                                                          const ClassArgument& parentClass, int mode,
                                                          PcRecordListPtr& records) const {
-  records = nullptr;
-  const ClassId related = Resolve(object, parentClass);
-  if (related == 0) return records;
-  std::vector<ClassId> links;
-  AddLinkClasses(object, related, object.GetClassId(), links);
-  records = RetrieveBy(&PcObject::Parents, object, related, links, mode);
-  return records;
+  return RetrieveInto(records, &PcObject::Parents, object, parentClass, mode, [&object](ClassId parent) {
+    std::vector<ClassId> links;
+    AddLinkClasses(object, parent, object.GetClassId(), links);
+    return links;
+  });
 }
 
 PcRecordListPtr QelFunctionPool::RetrieveRelations(const PcObject& object, const ClassArgument& relatedClass,
                                                    const ClassArgument& linkClass, int mode,
                                                    PcRecordListPtr& records) const {
-  records = nullptr;
-  const ClassId related = Resolve(object, relatedClass);
-  if (related == 0) return records;
-  std::vector<ClassId> links;
-  if (const ClassId given = Resolve(object, linkClass); given >= 1) links.push_back(given);
-  records = RetrieveBy(&PcObject::Relations, object, related, links, mode);
-  return records;
+  return RetrieveInto(records, &PcObject::Relations, object, relatedClass, mode,
+                      [&](ClassId) { return NamedLinkClass(object, linkClass); });
 }
 
 PcRecordListPtr QelFunctionPool::RetrieveRelationsAndLinks(const PcObject& object,
                                                            const ClassArgument& relatedClass,
                                                            const ClassArgument& linkClass, int mode,
                                                            PcRecordListPtr& records) const {
-  records = nullptr;
-  const ClassId related = Resolve(object, relatedClass);
-  if (related == 0) return records;
-  std::vector<ClassId> links;
-  if (const ClassId given = Resolve(object, linkClass); given >= 1) links.push_back(given);
-  if (links.empty()) {
-    AddLinkClasses(object, object.GetClassId(), related, links);
-    AddLinkClasses(object, related, object.GetClassId(), links);
-  }
-  records = RetrieveBy(&PcObject::Relations, object, related, links, mode);
-  return records;
+  return RetrieveInto(records, &PcObject::Relations, object, relatedClass, mode, [&](ClassId related) {
+    std::vector<ClassId> links = NamedLinkClass(object, linkClass);
+    if (links.empty()) {
+      AddLinkClasses(object, object.GetClassId(), related, links);
+      AddLinkClasses(object, related, object.GetClassId(), links);
+    }
+    return links;
+  });
 }
 
 PcObjectPtr QelFunctionPool::RetrieveMainObject(const PcObjectPtr& object, std::int16_t steps) const {
