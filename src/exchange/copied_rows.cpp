@@ -28,6 +28,10 @@ class KeyColumns {
 
 }  // namespace
 
+bool IsFileCopied(const Value& operation) {
+  return !operation.IsNull() && operation.AsInt32() == kFileCopied;
+}
+
 void CopiedRows::SetFiles(PcRecordListPtr files) {
   files_ = std::move(files);
   filesIndexed_ = false;
@@ -38,8 +42,9 @@ void CopiedRows::SetFiles(PcRecordListPtr files) {
 void CopiedRows::SetLinks(PcRecordListPtr links) {
   links_ = std::move(links);
   linksIndexed_ = false;
-  allLinks_.clear();
+  linkColumns_.clear();
   linksFrom_.clear();
+  linkError_ = nullptr;
 }
 
 int CopiedRows::FindFileRow(const ObjectKey& key) const {
@@ -58,9 +63,25 @@ int CopiedRows::CopiedCount(const ObjectKey& key) const {
   return found == fileEntries_.end() ? 0 : found->second.copied;
 }
 
-const std::vector<CopiedLink>& CopiedRows::AllLinks() const {
-  IndexLinks();
-  return allLinks_;
+int CopiedRows::LinkCount() const {
+  return links_ ? links_->RowCount() : 0;
+}
+
+CopiedLink CopiedRows::Link(int row) const {
+  const PcRecordList& list = *Required(links_.get(), "copied-links list");
+  if (linkColumns_.empty()) {
+    std::vector<int> columns;
+    for (const char* name :
+         {"CLASS_ID", "CLASS_ID1", "OBJECT_ID1", "CLASS_ID2", "OBJECT_ID2", "VRK_DIRECTION"}) {
+      columns.push_back(ColumnOf(list, name));
+    }
+    linkColumns_ = std::move(columns);
+  }
+  const auto cell = [&](std::size_t column) { return list.GetValue(linkColumns_[column], row); };
+  return {cell(0).AsInt16(),
+          {cell(1).AsInt16(), cell(2).AsInt32()},
+          {cell(3).AsInt16(), cell(4).AsInt32()},
+          cell(5).AsInt32()};
 }
 
 const std::vector<int>& CopiedRows::LinksFrom(const ObjectKey& key) const {
@@ -70,18 +91,24 @@ const std::vector<int>& CopiedRows::LinksFrom(const ObjectKey& key) const {
   return found == linksFrom_.end() ? kNone : found->second;
 }
 
+void CopiedRows::CheckLinks() const {
+  IndexLinks();
+  if (linkError_) std::rethrow_exception(linkError_);
+}
+
 void CopiedRows::IndexFiles() const {
   const PcRecordList& list = *Required(files_.get(), "copied-files list");
   if (filesIndexed_) return;
   filesIndexed_ = true;
   try {
-    const KeyColumns keys(list, "CLASS_ID", "OBJECT_ID");
     const int rows = list.RowCount();
+    if (rows == 0) return;  // an empty list may have no columns
+    const KeyColumns keys(list, "CLASS_ID", "OBJECT_ID");
     const int operation = list.FindColumn("OPERATION_ID");
     for (int row = 0; row < rows; ++row) {
       FileEntry& entry = fileEntries_[keys.At(row)];
       if (entry.firstRow < 0) entry.firstRow = row;
-      if (operation >= 0 && list.GetValue(operation, row).AsInt16() == kFileCopied) ++entry.copied;
+      if (operation >= 0 && IsFileCopied(list.GetValue(operation, row))) ++entry.copied;
     }
   } catch (...) {
     fileError_ = std::current_exception();
@@ -90,22 +117,16 @@ void CopiedRows::IndexFiles() const {
 
 void CopiedRows::IndexLinks() const {
   if (linksIndexed_ || !links_) return;
-  const PcRecordList& list = *links_;
-  const int linkClass = ColumnOf(list, "CLASS_ID");
-  const int direction = ColumnOf(list, "VRK_DIRECTION");
-  const KeyColumns firsts(list, "CLASS_ID1", "OBJECT_ID1");
-  const KeyColumns seconds(list, "CLASS_ID2", "OBJECT_ID2");
-  const int rows = list.RowCount();
-  std::vector<CopiedLink> all;
-  std::unordered_map<ObjectKey, std::vector<int>> from;
-  for (int row = 0; row < rows; ++row) {
-    all.push_back({list.GetValue(linkClass, row).AsInt16(), firsts.At(row), seconds.At(row),
-                   list.GetValue(direction, row).AsInt32()});
-    from[all.back().first].push_back(row);
-  }
-  allLinks_ = std::move(all);
-  linksFrom_ = std::move(from);
   linksIndexed_ = true;
+  try {
+    const int rows = links_->RowCount();
+    if (rows == 0) return;  // an empty list may have no columns
+    const KeyColumns firsts(*links_, "CLASS_ID1", "OBJECT_ID1");
+    for (int row = 0; row < rows; ++row)
+      linksFrom_[firsts.At(row)].push_back(row);
+  } catch (...) {
+    linkError_ = std::current_exception();
+  }
 }
 
 }  // namespace tessel

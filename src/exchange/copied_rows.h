@@ -20,6 +20,8 @@ struct CopiedLink {
 
 // "OPERATION_ID" of a row whose file was copied.
 inline constexpr int kFileCopied = 6;
+// Whether an "OPERATION_ID" says so; one without value does not. Error 13 for text that is no number.
+[[nodiscard]] bool IsFileCopied(const Value& operation);
 
 class CopiedRows {
  public:
@@ -34,10 +36,15 @@ class CopiedRows {
   [[nodiscard]] int FindFileRow(const ObjectKey& key) const;
   // Number of rows of the key whose file was copied. Errors as the list raises them; 0 without a list.
   [[nodiscard]] int CopiedCount(const ObjectKey& key) const;
-  // Every link, in list order. Errors as the list raises them; empty without a list.
-  [[nodiscard]] const std::vector<CopiedLink>& AllLinks() const;
-  // Positions in AllLinks of the links whose first end is the key, ascending.
+  // Number of rows of the links list; 0 without a list.
+  [[nodiscard]] int LinkCount() const;
+  // The link in a row. Errors as the list raises them.
+  [[nodiscard]] CopiedLink Link(int row) const;
+  // Rows of the links whose first end is the key, ascending, as far as first ends can be read; empty without
+  // a list.
   [[nodiscard]] const std::vector<int>& LinksFrom(const ObjectKey& key) const;
+  // Raises the error of the first row whose first end cannot be read.
+  void CheckLinks() const;
 
  private:
   void IndexFiles() const;
@@ -53,8 +60,9 @@ class CopiedRows {
   mutable bool linksIndexed_ = false;
   mutable std::unordered_map<ObjectKey, FileEntry> fileEntries_;
   mutable std::exception_ptr fileError_;  // what ended the indexing of the files
-  mutable std::vector<CopiedLink> allLinks_;
+  mutable std::vector<int> linkColumns_;  // in the order of the members of CopiedLink; empty until asked for
   mutable std::unordered_map<ObjectKey, std::vector<int>> linksFrom_;
+  mutable std::exception_ptr linkError_;  // the same for the links
 };
 
 }  // namespace tessel

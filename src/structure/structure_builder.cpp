@@ -156,7 +156,7 @@ void StructureBuilder::BuildContentList(XmlNode rootNode) {
   const int rows = files.RowCount();
   for (int row = 0; row < rows; ++row) {
     const ObjectKey key = files.KeyOfRow(row);
-    if (key == root || files.GetValue("OPERATION_ID", row).AsInt16() != kFileCopied) continue;
+    if (key == root || !IsFileCopied(files.GetValue("OPERATION_ID", row))) continue;
     AddStructureNode(rootNode, key, kContentElement, &kFurtherObject);
   }
 }
@@ -168,13 +168,14 @@ bool StructureBuilder::BothEndsCopied(const ObjectKey& first, const ObjectKey& s
 }
 
 void StructureBuilder::AddChildren(XmlNode element, const ObjectKey& parent) {
-  for (const int position : copied_.LinksFrom(parent)) {
-    const CopiedLink& link = copied_.AllLinks()[static_cast<std::size_t>(position)];
+  for (const int row : copied_.LinksFrom(parent)) {
+    const CopiedLink link = copied_.Link(row);
     (void)ClassName(link.linkClass);
     if (link.linkClass == state_.defaultHierarchicalLinkClassId && BothEndsCopied(parent, link.second)) {
       AddStructureNode(element, link.second, kHierarchyElement, nullptr);
     }
   }
+  copied_.CheckLinks();
 }
 
 // Depth first with a stack of its own, since a structure may be deeper than the program's. An object that
@@ -211,8 +212,9 @@ void StructureBuilder::BuildHierarchicalStructure(XmlNode element) {
 }
 
 void StructureBuilder::BuildDependencyList(XmlNode list) {
-  const std::vector<CopiedLink>& links = copied_.AllLinks();
-  for (const CopiedLink& link : links) {
+  const int rows = copied_.LinkCount();
+  for (int row = 0; row < rows; ++row) {
+    const CopiedLink link = copied_.Link(row);
     const std::string linkName = ClassName(link.linkClass);
     if (!BothEndsCopied(link.first, link.second)) continue;
     const XmlNode first = AddStructureNode(list, link.first, kDependencyElement, nullptr);

@@ -30,7 +30,8 @@ class CopiedRowsTest : public testing::Test {
 };
 
 TEST_F(CopiedRowsTest, FindsRowsAndCountsCopies) {
-  rows_.SetFiles(Files({{1201, 1, 6}, {1202, 2, 5}, {1202, 2, 6}, {1202, 2, 6}}));
+  rows_.SetFiles(Files({{1201, 1, Value()}, {1202, 2, 5}, {1202, 2, 6}, {1203, 1, 100000}, {1202, 2, 6}}));
+  EXPECT_EQ(rows_.CopiedCount({1201, 1}), 0);
   EXPECT_EQ(rows_.FindFileRow({1202, 2}), 1);
   EXPECT_EQ(rows_.CopiedCount({1202, 2}), 2);
   EXPECT_EQ(rows_.FindFileRow({1202, 1}), -1);
@@ -55,7 +56,7 @@ TEST_F(CopiedRowsTest, WithoutListsThereIsNothingToFind) {
   } catch (const RuntimeError& error) {
     EXPECT_EQ(error.Number(), error_number::kObjectNotSet);
   }
-  EXPECT_TRUE(rows_.AllLinks().empty());
+  EXPECT_EQ(rows_.LinkCount(), 0);
   EXPECT_TRUE(rows_.LinksFrom({1201, 1}).empty());
 }
 
@@ -65,12 +66,17 @@ TEST_F(CopiedRowsTest, LinksKeepTheirOrder) {
   rows_.SetLinks(List(
       columns, {{2001, 1, 1201, 2, 1202, 1}, {2001, 2, 1202, 3, 1202, 1}, {2000, 1, 1201, 3, 1202, -1}}));
   EXPECT_EQ(rows_.LinksFrom({1201, 1}), (std::vector<int>{0, 2}));
-  const CopiedLink& link = rows_.AllLinks()[2];
+  const CopiedLink link = rows_.Link(2);
   EXPECT_EQ(link.linkClass, 2000);
   EXPECT_EQ(link.second, (ObjectKey{1202, 3}));
   EXPECT_EQ(link.direction, -1);
-  rows_.SetLinks(List(columns, {{2001, 1, 1201, Value(), 1202, 1}}));
-  EXPECT_THROW(static_cast<void>(rows_.AllLinks()), RuntimeError);
+  rows_.SetLinks(List(
+      columns,
+      {{2001, 1, 1201, Value(), 1202, 1}, {2001, Value(), 1201, 3, 1202, 1}, {2001, 1, 1201, 3, 1202, 1}}));
+  EXPECT_EQ(rows_.LinksFrom({1201, 1}), std::vector<int>{0});
+  EXPECT_THROW(static_cast<void>(rows_.Link(0)), RuntimeError);
+  for (int attempt = 0; attempt < 2; ++attempt)
+    EXPECT_THROW(rows_.CheckLinks(), RuntimeError);
 }
 
 }  // namespace

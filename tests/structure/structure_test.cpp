@@ -263,8 +263,14 @@ TEST_F(StructureTest, EndsInTheFailureThatTheTraceTells) {
        "Fehlerabbruch im Modul (BuildHierarchicalStructure/CommonXFunctions) [91 Object variable not set: "
        "class 501",
        2},
+      {"empty list", "1201_1",
+       [](DocumentWorld& t) { t.world.exchange.copied.SetFiles(std::make_shared<test::FakeList>()); },
+       "Error: Could not find selected root object in record list created during copy file operation!", 0},
       {"links without columns", "1201_1",
-       [](DocumentWorld& t) { t.world.exchange.copied.SetLinks(std::make_shared<test::FakeList>()); },
+       [](DocumentWorld& t) {
+         t.world.exchange.copied.SetLinks(std::make_shared<test::FakeList>(
+             std::vector<std::string>{"CLASS_ID"}, std::vector<std::vector<Value>>{{kUses}}));
+       },
        "Fehlerabbruch im Modul (BuildHierarchicalStructure/CommonXFunctions) [440", 2},
   };
   for (const Case& row : cases) {
@@ -278,6 +284,32 @@ TEST_F(StructureTest, EndsInTheFailureThatTheTraceTells) {
     const auto& rows = fresh.world.state.exportCopiedFiles;
     EXPECT_EQ(rows ? rows->RowCount() : -1, row.exportRows);
   }
+}
+
+TEST_F(StructureTest, AnUnreadableLinkEndsItsListWhereItStands) {
+  const Value none;
+  const auto setLinks = [&](const std::vector<Value>& unreadable) {
+    world.SetCopy({{kA}, {kB}, {kC}}, {});
+    world.exchange.copied.SetLinks(std::make_shared<test::FakeList>(
+        StructureWorld::kLinkColumns,
+        std::vector<std::vector<Value>>{
+            {kUses, kAssembly, 1, kPart, 2, 1}, unreadable, {kUses, kAssembly, 1, kPart, 3, 1}}));
+  };
+  Start({kA});
+  setLinks({kUses, none, none, kPart, 2, 1});
+  EXPECT_FALSE(world.Create("1201_1"));
+  EXPECT_EQ(Outline(world.state.hierarchicalStructure), "1(2)");
+
+  // Without a say in the hierarchy of the root, the row breaks off the dependencies alone.
+  Start({kA});
+  setLinks({kUses, kPart, 9, kPart, 2, none});
+  EXPECT_FALSE(world.Create("1201_1"));
+  EXPECT_EQ(Outline(world.state.hierarchicalStructure), "1(2,3)");
+  EXPECT_EQ(Outline(world.state.dependencyList), "1(2)");
+
+  Start({kA});
+  world.exchange.copied.SetLinks(std::make_shared<test::FakeList>());
+  EXPECT_TRUE(world.Create("1201_1"));
 }
 
 TEST_F(StructureTest, WithoutDisplayAttributesTheDescriptionsAreEmpty) {
