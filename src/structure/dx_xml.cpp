@@ -9,6 +9,8 @@ XmlNode CreateDXNodeElement(XmlDocument& document, const std::string& name, cons
                             XmlNode parent, const std::string& identifier) {
   XmlNode element;
   IgnoringErrors([&] { element = CreateRepairedElement(document, name, "_NoName_", parent); });
+  // A parent that takes no element leaves it detached.
+  if (!element) IgnoringErrors([&] { element = CreateRepairedElement(document, name, "_NoName_", {}); });
   if (!element) return element;
   IgnoringErrors([&] { SetDXNodeValue(document, element, value); });
   // Earlier instances are counted under the caller's own name, so a repaired name always gets number 0.

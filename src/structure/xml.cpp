@@ -109,6 +109,7 @@ XmlNode CreateSaveModeElement(XmlDocument& document, const std::string& name, co
   const std::string counted = name.empty() ? "NoName" : name;
   XmlNode element;
   IgnoringErrors([&] { element = CreateRepairedElement(document, counted, "NoName", parent); });
+  if (!element) IgnoringErrors([&] { element = CreateRepairedElement(document, counted, "NoName", {}); });
   if (!element) return element;
   if (!text.empty()) IgnoringErrors([&] { document.SetText(element, text); });
   if (!identifier.empty()) IgnoringErrors([&] { document.SetIdentity(element, counted, identifier); });

@@ -54,6 +54,15 @@ TEST_F(XmlModulesTest, DxNodesAreRepairedAndNumbered) {
   EXPECT_FALSE(DX_XML::FindSpecificDXNode("9_9", *document, 0, "n"));
 }
 
+TEST_F(XmlModulesTest, AParentThatTakesNoElementLeavesItDetached) {
+  const XmlNode second = DX_XML::CreateDXNodeElement(*document, "n n", "v", document->Root(), "1_2");
+  EXPECT_EQ(second.Name() + second.Text() + second.Attribute("Identifier"), "n_nv1_2");
+  EXPECT_FALSE(second.Parent());
+  const XmlNode text = DX_XML::CreateDXNodeElement(*document, "a", "v", Root(), "").FirstChild();
+  EXPECT_EQ(XML::CreateSaveModeElement(*document, "b", "w", text, "3").Text(), "w");
+  EXPECT_EQ(Saved(), "<root><a><![CDATA[v]]></a></root>");
+}
+
 TEST_F(XmlModulesTest, PlainElementsAndAttributes) {
   const XmlNode element = XML::CreateElement(*document, "e", "text", Root());
   EXPECT_EQ(XML::CreateAttribute(*document, "Created by", element, "u"), "u");
