@@ -41,6 +41,15 @@ TEST(Encodings, TextGoesThereAndBack) {
   }
 }
 
+TEST(Encodings, NoCharacterBringsAByteOrderMark) {
+  const IconvEncodings encodings;
+  for (const auto& [name, size] : {std::pair("UTF-32", 12U), std::pair("UTF16", 6U)}) {
+    const std::string bytes = encodings.Open(name)->Encode("a<ü");
+    EXPECT_EQ(bytes.size(), size) << name;
+    EXPECT_EQ(encodings.Open(name)->Decode(bytes), "a<ü") << name;
+  }
+}
+
 TEST(Encodings, WhatIsMissingIsToldAndReplaced) {
   const IconvEncodings encodings;
   struct Case {

@@ -207,6 +207,7 @@ class MultiByteEncoding : public TextEncoding {
  public:
   explicit MultiByteEncoding(const std::string& name)
       : name_(name), toUtf8_("UTF-8", name), fromScalar_(name, kScalars) {
+    markSize_ = MarkSize();
     for (char32_t c = 0; c < 0x80 && isAsciiCompatible_; ++c) {
       const std::optional<std::string> bytes = BytesOf(c);
       isAsciiCompatible_ = bytes && *bytes == std::string(1, static_cast<char>(c));
@@ -229,13 +230,22 @@ class MultiByteEncoding : public TextEncoding {
   [[nodiscard]] std::optional<std::string> BytesOf(char32_t codePoint) const {
     std::string bytes;
     if (fromScalar_.Convert(ScalarBytes(codePoint), bytes) != 0) return std::nullopt;
-    return bytes;
+    return bytes.substr(markSize_);
+  }
+
+  // Some converters begin every text with a byte-order mark, which then comes before each character converted
+  // by itself. The mark as a character gives it away: it comes out twice.
+  [[nodiscard]] std::size_t MarkSize() const {
+    const std::string mark = BytesOf(U'\uFEFF').value_or("");
+    const std::size_t half = mark.size() / 2;
+    return mark.size() % 2 == 0 && mark.compare(0, half, mark, half) == 0 ? half : 0;
   }
 
   std::string name_;
   mutable Converter toUtf8_;
   mutable Converter fromScalar_;
   mutable std::unordered_map<char32_t, std::optional<std::string>> known_;
+  std::size_t markSize_ = 0;  // of the byte-order mark that the converter puts before each character
   bool isAsciiCompatible_ = true;
 };
 
