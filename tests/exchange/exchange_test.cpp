@@ -17,12 +17,6 @@ class FakePage : public SendDataView {
   bool hidden = false;
 };
 
-class AnsweringDialogs : public embedded::UnattendedDialogs {
- public:
-  int ConfirmLifeCycle(const embedded::LifeCycleRequest&) override { return answer; }
-  int answer = 1;
-};
-
 class Exchange : public testing::Test {
  protected:
   Exchange() {
@@ -87,6 +81,26 @@ TEST_F(Exchange, SilentCopyKeepsTheListsOfTheHook) {
   EXPECT_EQ(state_.copied.CopiedCount({1202, 2}), 1);
   EXPECT_EQ(state_.copied.LinksFrom({1201, 1}).size(), 1U);
   EXPECT_EQ(state_.copied.Files()->GetValue("ROOT_OBJ", 0).AsInt16(), 0);
+}
+
+TEST_F(Exchange, TheLifeCycleViewSaysHowTheCopyEnded) {
+  MakeDirectory();
+  page_.copyAll = false;
+  for (const auto& [answer, result] :
+       {std::pair{1, CopyResult::kCopied}, std::pair{2, CopyResult::kCancelled},
+        std::pair{7, CopyResult::kCancelled}, std::pair{3, CopyResult::kFailed}}) {
+    page_.hidden = false;
+    world_.dialogs.lifeCycleAnswer = answer;
+    EXPECT_EQ(Copy("1201_1"), result) << answer;
+    EXPECT_TRUE(page_.hidden);
+    EXPECT_FALSE(FlagIsSet());
+  }
+  EXPECT_TRUE(world_.toolkit.boxes.empty());
+  // Even a cancelled copy needs its directory.
+  world_.platform.files.DeleteFolder(state_.directoryPath);
+  world_.dialogs.lifeCycleAnswer = 2;
+  EXPECT_EQ(Copy("1201_1"), CopyResult::kFailed);
+  EXPECT_EQ(world_.toolkit.boxes, std::vector<std::string>{"critical|Kestrix|no Message found"});
 }
 
 TEST_F(Exchange, FailedCopiesGiveNoResult) {

@@ -50,6 +50,13 @@ class RecordingLauncher : public ProcessLauncher {
   std::int32_t processId = 4711;
 };
 
+// Answers the life-cycle view as it is told, all else as nobody would.
+class AnsweringDialogs : public embedded::UnattendedDialogs {
+ public:
+  int ConfirmLifeCycle(const embedded::LifeCycleRequest&) override { return lifeCycleAnswer; }
+  int lifeCycleAnswer = 1;
+};
+
 // Lines of the INI texts; without lines the settings object is left out.
 struct WorldSettings {
   std::vector<std::string> initialization = {};
@@ -81,7 +88,7 @@ class ExportWorld {
   RecordingLauncher launcher;
   PosixPlatform posix;
   Platform platform;
-  embedded::UnattendedDialogs dialogs;
+  AnsweringDialogs dialogs;
   embedded::EmbeddedHost host;
   Deklarationen declarations;
   std::shared_ptr<const TextEncoding> ansi;
