@@ -230,6 +230,8 @@ class MultiByteEncoding : public TextEncoding {
   [[nodiscard]] std::optional<std::string> BytesOf(char32_t codePoint) const {
     std::string bytes;
     if (fromScalar_.Convert(ScalarBytes(codePoint), bytes) != 0) return std::nullopt;
+    // Converters pass over the tag characters that they lack as if nothing were lost.
+    if (bytes.size() <= markSize_) return std::nullopt;
     return bytes.substr(markSize_);
   }
 
