@@ -8,6 +8,10 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <algorithm>
+#include <iterator>
 
 #include "qt/caption_label.h"
 #include "qt/frame_widget.h"
@@ -127,10 +131,11 @@ class LineEditView : public ControlView {
   LineEditView(TextBox& box, QWidget& parent, const EventRunner& run)
       : box_(box), widget_(new QLineEdit(&parent)) {
     QObject::connect(widget_, &QLineEdit::textEdited, widget_, [this, run](const QString& text) {
-      const int cursor = widget_->cursorPosition();
+      // Where the control allows less than was typed, what stands behind the cursor stays behind it.
+      const auto behind = text.size() - widget_->cursorPosition();
       run([this, typed = FromQt(text)] { box_.UserType(typed); });
       Take(Change::kValue);
-      if (widget_->text() != text) widget_->setCursorPosition(cursor - 1);
+      widget_->setCursorPosition(static_cast<int>(std::max<qsizetype>(widget_->text().size() - behind, 0)));
     });
   }
   QWidget& Widget() override { return *widget_; }
@@ -153,21 +158,37 @@ class TextEditView : public ControlView {
     // The keyboard has to get out of it again.
     widget_->setTabChangesFocus(true);
     QObject::connect(widget_, &QPlainTextEdit::textChanged, widget_, [this, run] {
-      run([this] { box_.UserType(FromQt(widget_->toPlainText())); });
+      run([this] { box_.UserType(FromQt(Shown())); });
       Take(Change::kValue);
     });
   }
   QWidget& Widget() override { return *widget_; }
+  // Replaces only what differs, so that the cursor stays where the user is typing.
   void Take(Change) override {
     // The widget knows one kind of line break only.
     QString text = ToQt(box_.Text());
     text.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    if (widget_->toPlainText() == text) return;
+    const QString shown = Shown();
+    if (shown == text) return;
+    const auto same = std::mismatch(shown.begin(), shown.end(), text.begin(), text.end());
+    const auto sameEnd = std::mismatch(shown.rbegin(), std::make_reverse_iterator(same.first), text.rbegin(),
+                                       std::make_reverse_iterator(same.second));
     const QSignalBlocker quiet(widget_);
-    widget_->setPlainText(text);
+    QTextCursor change(widget_->document());
+    change.setPosition(static_cast<int>(same.first - shown.begin()));
+    change.setPosition(static_cast<int>(sameEnd.first.base() - shown.begin()), QTextCursor::KeepAnchor);
+    change.insertText(QString(same.second, sameEnd.second.base() - same.second));
   }
 
  private:
+  // The text without the widget's own signs; spaces stay what they are.
+  [[nodiscard]] QString Shown() const {
+    return widget_->document()
+        ->toRawText()
+        .replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n'))
+        .replace(QChar(QChar::LineSeparator), QLatin1Char('\n'));
+  }
+
   TextBox& box_;
   QPlainTextEdit* widget_;
 };

@@ -7,6 +7,7 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -109,6 +110,7 @@ TEST_F(QtToolkitTest, KeysReachEverything) {
 
 TEST_F(QtToolkitTest, TextKeepsWhatTheModelAllows) {
   auto& line = window_->Add<TextBox>("Text1", -1, nullptr, Rect{0, 0, 3000, 315}, false);
+  auto& lines = window_->Add<TextBox>("Text2", -1, nullptr, Rect{0, 600, 3000, 900}, true);
   WhileShown(window_, [&] {
     auto& widget = WidgetOf<QLineEdit>(line);
     widget.setFocus();
@@ -119,8 +121,22 @@ TEST_F(QtToolkitTest, TextKeepsWhatTheModelAllows) {
     widget.insert(QString(QChar(1)));
     QTest::keyClicks(&widget, ">");
     EXPECT_EQ(widget.text(), ">>from the program") << "control characters are none that can be typed";
+    widget.insert(QStringLiteral("a\1b\2c"));
+    QTest::keyClicks(&widget, "-");
+    EXPECT_EQ(widget.text(), ">>abc-from the program") << "typing goes on behind what was pasted";
+
+    auto& text = WidgetOf<QPlainTextEdit>(lines);
+    lines.SetText("first\r\nsecond\u00a0line");
+    text.setFocus();
+    QTextCursor cursor = text.textCursor();
+    cursor.setPosition(5);
+    text.setTextCursor(cursor);
+    text.insertPlainText(QStringLiteral(",\1 a\2"));
+    QTest::keyClicks(&text, "b");
+    EXPECT_EQ(text.toPlainText().section('\n', 0, 0), "first, ab");
   });
-  EXPECT_EQ(line.Text(), ">>from the program");
+  EXPECT_EQ(line.Text(), ">>abc-from the program");
+  EXPECT_EQ(lines.Text(), "first, ab\nsecond\u00a0line");
 }
 
 TEST_F(QtToolkitTest, OnlyTheInnermostWindowCanBeUsed) {
