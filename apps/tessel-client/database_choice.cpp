@@ -56,7 +56,7 @@ QString CreateExample(FileSystem& files, qt::Language language) {
 }  // namespace
 
 QString AskForDatabase(const QString& last, qt::Language language) {
-  return QFileDialog::getOpenFileName(nullptr, texts::kOpen.In(language),
+  return QFileDialog::getOpenFileName(nullptr, texts::kOpenTitle.In(language),
                                       last.isEmpty() ? DataDirectory() : QFileInfo(last).path(),
                                       texts::kDatabases.In(language));
 }

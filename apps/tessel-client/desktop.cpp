@@ -37,20 +37,21 @@ bool Desktop::Open(const StartOptions& options) {
   }
   if (chosen.database.isEmpty()) return false;
   std::unique_ptr<HostedProgram> hosted = LogIn(chosen);
-  if (!hosted) return false;
-  window_.reset();
-  hosted_ = std::move(hosted);
+  if (!hosted || !ShowWindow(std::move(hosted), chosen.database)) return false;
   settings_.setValue(kLastDatabase, QFileInfo(chosen.database).absoluteFilePath());
   settings_.setValue(kLastUser, qt::ToQt(hosted_->Session()->CurrentUser()->LoginName()));
-  ShowWindow(chosen.database);
   return true;
+}
+
+void Desktop::Tell(const std::exception& error) const {
+  QMessageBox::critical(window_.get(), texts::kError.In(language_), qt::ToQt(error.what()).toHtmlEscaped());
 }
 
 std::unique_ptr<HostedProgram> Desktop::TryLogIn(const HostedLogin& login) {
   try {
     return std::make_unique<HostedProgram>(login, platform_, toolkit_, dialogs_);
   } catch (const std::exception& error) {
-    QMessageBox::critical(nullptr, texts::kError.In(language_), qt::ToQt(error.what()).toHtmlEscaped());
+    Tell(error);
     return nullptr;
   }
 }
@@ -74,15 +75,27 @@ std::unique_ptr<HostedProgram> Desktop::LogIn(const StartOptions& options) {
   }
 }
 
-void Desktop::ShowWindow(const QString& database) {
-  language_ = qt::LanguageOf(hosted_->Session()->Language());
+bool Desktop::ShowWindow(std::unique_ptr<HostedProgram> hosted, const QString& database) {
+  const qt::Language language = qt::LanguageOf(hosted->Session()->Language());
+  if (window_) window_->SavePlace();
+  std::unique_ptr<MainWindow> window;
+  try {
+    window = std::make_unique<MainWindow>(*hosted, language, settings_, QFileInfo(database).fileName(),
+                                          [this] { Reopen(); });
+  } catch (const std::exception& error) {
+    Tell(error);
+    return false;
+  }
+  language_ = language;
   toolkit_.SetLanguage(language_);
   dialogs_.SetLanguage(language_);
-  window_ = std::make_unique<MainWindow>(*hosted_, language_, settings_, QFileInfo(database).fileName(),
-                                         [this] { Reopen(); });
   dialogs_.OnRefresh = [this](const ObjectKey&) { window_->RefreshSoon(); };
   dialogs_.IconOf = [this](ClassId classId) { return window_->Contents().IconOf(classId); };
-  window_->show();
+  window->show();
+  // The old window goes before the program that it shows.
+  window_ = std::move(window);
+  hosted_ = std::move(hosted);
+  return true;
 }
 
 // Outside the menu of the window that is going to be replaced.

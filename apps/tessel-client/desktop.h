@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QSettings>
+#include <exception>
 #include <memory>
 #include <optional>
 
@@ -24,7 +25,8 @@ class Desktop {
  public:
   Desktop();
 
-  // False when the user wants no database or could not log in.
+  // Opens a database in a window. False, with a window that is open already left as it is, when the user
+  // wants no database or cannot log in, or when the database cannot be read.
   [[nodiscard]] bool Open(const StartOptions& options);
   [[nodiscard]] MainWindow& Window() { return *window_; }
 
@@ -32,7 +34,9 @@ class Desktop {
   // Opens the database with a user that is given or asked for. Nothing after a cancel.
   [[nodiscard]] std::unique_ptr<HostedProgram> LogIn(const StartOptions& options);
   [[nodiscard]] std::unique_ptr<HostedProgram> TryLogIn(const HostedLogin& login);
-  void ShowWindow(const QString& database);
+  // False, and all as before, when the database cannot be listed.
+  [[nodiscard]] bool ShowWindow(std::unique_ptr<HostedProgram> hosted, const QString& database);
+  void Tell(const std::exception& error) const;
   void Reopen();
 
   PosixPlatform system_;

@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTreeWidget>
 #include <iterator>
 
@@ -40,11 +41,17 @@ ExchangePanel::ExchangePanel(const Catalogue& catalogue, qt::Language language)
   addWidget(protocol_);
   setStretchFactor(0, 3);
   setStretchFactor(1, 2);
-  connect(list_, &QTreeWidget::currentItemChanged, this, [this] { ShowProtocol(); });
+  connect(list_, &QTreeWidget::itemSelectionChanged, this, [this] {
+    if (showing_) return;
+    ShowProtocol();
+    if (OnMarkChanged) OnMarkChanged();
+  });
 }
 
 void ExchangePanel::Show(std::vector<ExchangeRow> rows) {
   const std::optional<ObjectKey> marked = MarkedKey();
+  const int scrolled = list_->verticalScrollBar()->value();
+  showing_ = true;
   list_->clear();
   rows_ = std::move(rows);
   for (const ExchangeRow& row : rows_) {
@@ -54,14 +61,20 @@ void ExchangePanel::Show(std::vector<ExchangeRow> rows) {
     list_->addTopLevelItem(item);
     if (marked == row.key) list_->setCurrentItem(item);
   }
-  for (int column = 0; column < list_->columnCount() - 1; ++column)
-    list_->resizeColumnToContents(column);
+  showing_ = false;
+  list_->verticalScrollBar()->setValue(scrolled);
   ShowProtocol();
 }
 
+void ExchangePanel::FitColumns() {
+  for (int column = 0; column < list_->columnCount() - 1; ++column)
+    list_->resizeColumnToContents(column);
+}
+
 const ExchangeRow* ExchangePanel::MarkedRow() const {
-  const int position = list_->indexOfTopLevelItem(list_->currentItem());
-  return position < 0 ? nullptr : &rows_[static_cast<std::size_t>(position)];
+  const QList<QTreeWidgetItem*> marked = list_->selectedItems();
+  if (marked.isEmpty()) return nullptr;
+  return &rows_[static_cast<std::size_t>(list_->indexOfTopLevelItem(marked.front()))];
 }
 
 std::optional<ObjectKey> ExchangePanel::MarkedKey() const {
@@ -69,9 +82,13 @@ std::optional<ObjectKey> ExchangePanel::MarkedKey() const {
   return row == nullptr ? std::nullopt : std::optional(row->key);
 }
 
+// A protocol that stays the same stays where it is scrolled to.
 void ExchangePanel::ShowProtocol() {
   const ExchangeRow* row = MarkedRow();
-  protocol_->setPlainText(row == nullptr ? QString() : row->protocol);
+  const QString protocol = row == nullptr ? QString() : row->protocol;
+  if (protocol == shownProtocol_) return;
+  shownProtocol_ = protocol;
+  protocol_->setPlainText(protocol);
 }
 
 }  // namespace tessel::client

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QSplitter>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -17,10 +18,14 @@ class ExchangePanel : public QSplitter {
  public:
   ExchangePanel(const Catalogue& catalogue, qt::Language language);
 
-  // Keeps the mark where it is.
+  // Keeps the mark where it is; no callback is called.
   void Show(std::vector<ExchangeRow> rows);
+  void FitColumns();
   [[nodiscard]] std::optional<ObjectKey> MarkedKey() const;
   [[nodiscard]] QTreeWidget* List() const { return list_; }
+
+  // The user has marked another one.
+  std::function<void()> OnMarkChanged;
 
  private:
   void ShowProtocol();
@@ -29,6 +34,8 @@ class ExchangePanel : public QSplitter {
   const Catalogue& catalogue_;
   qt::Language language_;
   std::vector<ExchangeRow> rows_;
+  QString shownProtocol_;
+  bool showing_ = false;
   QTreeWidget* list_;
   QPlainTextEdit* protocol_;
 };

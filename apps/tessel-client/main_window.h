@@ -6,34 +6,33 @@
 #include <functional>
 
 #include "catalogue.h"
-#include "document_model.h"
+#include "document_pane.h"
 #include "exchange_panel.h"
 #include "hook_caller.h"
 #include "structure_tree.h"
 #include "texts.h"
 
 class QAction;
-class QComboBox;
 class QLabel;
-class QLineEdit;
 class QMenu;
 class QToolBar;
-class QTreeView;
 
 namespace tessel::client {
 
 class MainWindow : public QMainWindow {
  public:
   // The program and the settings outlive the window. `reopen` is called when the user asks for another
-  // database.
+  // database. Errors: HostError for a database that cannot be listed.
   MainWindow(HostedProgram& hosted, qt::Language language, QSettings& settings, const QString& databasePath,
              std::function<void()> reopen);
   ~MainWindow() override;
 
-  // Reads everything anew and shows it, marks kept.
+  // Reads everything anew and shows it, marks kept. Errors: HostError.
   void Refresh();
   // Refreshes when the events that wait have run, once for many calls.
   void RefreshSoon();
+  // Writes place, size, panes and columns into the settings, for the next window.
+  void SavePlace();
   [[nodiscard]] const Catalogue& Contents() const { return catalogue_; }
 
  protected:
@@ -43,24 +42,20 @@ class MainWindow : public QMainWindow {
  private:
   using Work = std::function<void()>;
 
+  void BuildPanes();
   void BuildActions();
   QAction* AddAction(const char* name, const qt::BothTexts& text, const qt::BothTexts& tip,
                      const QKeySequence& key, Work work);
   void BuildMenus(const std::function<void()>& reopen);
-  [[nodiscard]] QWidget* BuildSearchRow();
-  [[nodiscard]] QWidget* BuildDocumentSide();
   void BuildStatusBar(const QString& databasePath);
-  void FillClassFilter();
-  void Restore();
+  void Connect();
+  void RestorePlace();
 
   // The marked documents of the view that was used last.
   [[nodiscard]] Keys MarkedDocuments() const;
-  [[nodiscard]] Keys MarkedInList() const;
-  [[nodiscard]] bool StructureInUse() const;
-  void MarkDocuments(const Keys& keys);
+  void ShowProperties();
   void ShowStructure();
   void ShowSelection();
-  void ShowCount();
   void EnableActions();
   // Runs an action of the user: errors are told, the window shows the new state afterwards.
   void Run(const Work& work);
@@ -70,14 +65,8 @@ class MainWindow : public QMainWindow {
   QSettings& settings_;
   Catalogue catalogue_;
   HookCaller hooks_;
-  DocumentModel documents_;
-  DocumentFilter filter_;
 
-  QLineEdit* search_ = nullptr;
-  QComboBox* classFilter_ = nullptr;
-  QComboBox* stateFilter_ = nullptr;
-  QLabel* count_ = nullptr;
-  QTreeView* table_ = nullptr;
+  DocumentPane* documents_ = nullptr;
   StructureTree* structure_ = nullptr;
   ExchangePanel* exchanges_ = nullptr;
   QSplitter* upper_ = nullptr;

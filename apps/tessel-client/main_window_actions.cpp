@@ -1,17 +1,18 @@
 // The actions of the client's window.
 #include <QAction>
 #include <QApplication>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
 #include <QToolBar>
+#include <QTreeView>
 #include <QTreeWidget>
 
 #include "main_window.h"
 
 namespace tessel::client {
 
+// The keys are none that edit text, so that they act wherever the focus is.
 QAction* MainWindow::AddAction(const char* name, const qt::BothTexts& text, const qt::BothTexts& tip,
                                const QKeySequence& key, Work work) {
   auto* action = new QAction(text.In(language_), this);
@@ -33,42 +34,34 @@ void MainWindow::BuildActions() {
     toolBar_->addAction(action);
     return action;
   };
-  onDocuments_.push_back(add("collect", texts::kCollect, texts::kCollectTip, "Ctrl+K",
+  onDocuments_.push_back(add("collect", texts::kCollect, texts::kCollectTip, "F7",
                              [this] { hooks_.Collect(MarkedDocuments()); }));
-  add("export", texts::kExport, texts::kExportTip, "Ctrl+E", [this] { hooks_.Export(false); });
-  add("exportStructure", texts::kExportStructure, texts::kExportStructureTip, "Ctrl+Shift+E",
+  add("export", texts::kExport, texts::kExportTip, "F8", [this] { hooks_.Export(false); });
+  add("exportStructure", texts::kExportStructure, texts::kExportStructureTip, "Shift+F8",
       [this] { hooks_.Export(true); });
   toolBar_->addSeparator();
   onDocuments_.push_back(
-      add("lock", texts::kLock, texts::kLockTip, "Ctrl+L", [this] { hooks_.Lock(MarkedDocuments()); }));
-  onDocuments_.push_back(add("unlock", texts::kUnlock, texts::kUnlockTip, "Ctrl+U",
+      add("lock", texts::kLock, texts::kLockTip, "F9", [this] { hooks_.Lock(MarkedDocuments()); }));
+  onDocuments_.push_back(add("unlock", texts::kUnlock, texts::kUnlockTip, "Shift+F9",
                              [this] { hooks_.Unlock(MarkedDocuments()); }));
   toolBar_->addSeparator();
-  continue_ = add("continue", texts::kContinue, texts::kContinueTip, "Ctrl+T",
+  continue_ = add("continue", texts::kContinue, texts::kContinueTip, "F6",
                   [this] { hooks_.Continue(*exchanges_->MarkedKey()); });
-  latest_ = add("latest", texts::kLatest, texts::kLatestTip, "Ctrl+J",
+  latest_ = add("latest", texts::kLatest, texts::kLatestTip, "F4",
                 [this] { hooks_.ShowLatest(MarkedDocuments().front()); });
-  properties_ = AddAction("properties", texts::kProperties, texts::kProperties,
-                          QKeySequence(QStringLiteral("Alt+Return")), [this] {
-                            const auto exchange = exchanges_->MarkedKey();
-                            const bool ofExchange = lastView_ == exchanges_->List() && exchange;
-                            const Keys marked = MarkedDocuments();
-                            if (ofExchange || marked.empty()) {
-                              if (exchange) hooks_.ShowObject(*exchange);
-                            } else {
-                              hooks_.ShowObject(marked.front());
-                            }
-                          });
+  properties_ = AddAction("properties", texts::kProperties, texts::kPropertiesTip,
+                          QKeySequence(QStringLiteral("Alt+Return")), [this] { ShowProperties(); });
 }
 
 void MainWindow::BuildMenus(const std::function<void()>& reopen) {
   QMenu* file = menuBar()->addMenu(texts::kFileMenu.In(language_));
-  file->addAction(texts::kOpen.In(language_), this,
-                  [this, reopen] {
-                    if (!running_) reopen();
-                  })
-      ->setShortcut(QKeySequence::Open);
+  QAction* open = file->addAction(texts::kOpen.In(language_), this, [this, reopen] {
+    if (!running_) reopen();
+  });
+  open->setObjectName("open");
+  open->setShortcut(QKeySequence::Open);
   QAction* refresh = file->addAction(texts::kRefresh.In(language_), this, [this] { Run([] {}); });
+  refresh->setObjectName("refresh");
   refresh->setShortcut(Qt::Key_F5);
   file->addSeparator();
   file->addAction(texts::kQuit.In(language_), this, &QWidget::close)->setShortcut(QKeySequence::Quit);
@@ -81,8 +74,7 @@ void MainWindow::BuildMenus(const std::function<void()>& reopen) {
   objects->addSeparator();
   objects->addAction(properties_);
 
-  QWidget* documents = findChild<QWidget*>(QStringLiteral("documents"));
-  for (QWidget* view : {documents, static_cast<QWidget*>(structure_)}) {
+  for (QWidget* view : {static_cast<QWidget*>(documents_->List()), static_cast<QWidget*>(structure_)}) {
     view->setContextMenuPolicy(Qt::ActionsContextMenu);
     view->addActions(objects->actions());
   }
@@ -90,10 +82,7 @@ void MainWindow::BuildMenus(const std::function<void()>& reopen) {
   exchanges_->List()->addActions({continue_, properties_});
 
   auto* find = new QShortcut(QKeySequence::Find, this);
-  connect(find, &QShortcut::activated, this, [this] {
-    search_->setFocus();
-    search_->selectAll();
-  });
+  connect(find, &QShortcut::activated, this, [this] { documents_->GoToSearch(); });
 }
 
 }  // namespace tessel::client

@@ -1,6 +1,7 @@
 #include "structure_tree.h"
 
 #include <QHeaderView>
+#include <QTreeWidgetItemIterator>
 #include <unordered_set>
 
 #include "qt/text.h"
@@ -32,20 +33,28 @@ StructureTree::StructureTree(const Catalogue& catalogue, const DocumentModel& do
 }
 
 QTreeWidgetItem* StructureTree::MakeItem(const ObjectKey& key) const {
-  const DocumentRow* row = documents_.Find(key);
-  const QString number = row != nullptr ? row->number : catalogue_.NumberOf(key);
-  auto* item = new QTreeWidgetItem({number, row != nullptr ? row->description : QString()});
-  item->setIcon(0, catalogue_.IconOf(key.classId));
+  auto* item = new QTreeWidgetItem;
   item->setData(0, kClassRole, key.classId);
   item->setData(0, kObjectRole, key.objectId);
-  item->setChildIndicatorPolicy(catalogue_.Below(key).empty() ? QTreeWidgetItem::DontShowIndicator
-                                                              : QTreeWidgetItem::ShowIndicator);
+  item->setIcon(0, catalogue_.IconOf(key.classId));
+  Describe(*item);
   return item;
 }
 
+void StructureTree::Describe(QTreeWidgetItem& item) const {
+  const ObjectKey key = KeyOf(item);
+  const DocumentRow* row = documents_.Find(key);
+  item.setText(0, row != nullptr ? row->number : catalogue_.NumberOf(key));
+  item.setText(1, row != nullptr ? row->description : QString());
+  item.setChildIndicatorPolicy(catalogue_.Below(key).empty() ? QTreeWidgetItem::DontShowIndicator
+                                                             : QTreeWidgetItem::ShowIndicator);
+}
+
 void StructureTree::ShowBelow(const ObjectKey& key) {
+  QTreeWidgetItem* root = topLevelItem(0);
+  if (root != nullptr && KeyOf(*root) == key) return Update(*root);
   clear();
-  auto* root = MakeItem(key);
+  root = MakeItem(key);
   addTopLevelItem(root);
   Open(root);
   root->setExpanded(true);
@@ -58,12 +67,40 @@ void StructureTree::Open(QTreeWidgetItem* item) {
     item->addChild(MakeItem(key));
 }
 
+void StructureTree::Update(QTreeWidgetItem& item) {
+  Describe(item);
+  if (!item.data(0, kReadRole).toBool()) return;
+  const std::vector<ObjectKey> below = catalogue_.Below(KeyOf(item));
+  std::unordered_multiset<ObjectKey> staying(below.begin(), below.end());
+  for (int position = item.childCount() - 1; position >= 0; --position) {
+    const auto found = staying.find(KeyOf(*item.child(position)));
+    if (found == staying.end()) {
+      delete item.takeChild(position);
+    } else {
+      staying.erase(found);
+    }
+  }
+  int position = 0;
+  for (const ObjectKey& key : below) {
+    QTreeWidgetItem* child = item.child(position);
+    if (child != nullptr && KeyOf(*child) == key) {
+      Update(*child);
+    } else {
+      item.insertChild(position, MakeItem(key));
+    }
+    ++position;
+  }
+  // Left over only where the order has changed.
+  while (item.childCount() > position)
+    delete item.takeChild(position);
+}
+
 std::vector<ObjectKey> StructureTree::MarkedKeys() const {
   std::vector<ObjectKey> keys;
-  // A shared part may be marked at several places.
   std::unordered_set<ObjectKey> seen;
-  for (const QTreeWidgetItem* item : selectedItems()) {
-    if (seen.insert(KeyOf(*item)).second) keys.push_back(KeyOf(*item));
+  for (QTreeWidgetItemIterator item(const_cast<StructureTree*>(this), QTreeWidgetItemIterator::Selected);
+       *item; ++item) {
+    if (seen.insert(KeyOf(**item)).second) keys.push_back(KeyOf(**item));
   }
   return keys;
 }

@@ -13,13 +13,17 @@ class StructureTree : public QTreeWidget {
  public:
   StructureTree(const Catalogue& catalogue, const DocumentModel& documents, qt::Language language);
 
-  // Shows a document and what hangs below it.
+  // Shows a document and what hangs below it. When it is shown already, it is read anew: what still hangs
+  // there stays open and marked as it was.
   void ShowBelow(const ObjectKey& key);
+  // In the order of the tree, each once: a shared part may be marked at several places.
   [[nodiscard]] std::vector<ObjectKey> MarkedKeys() const;
 
  private:
   [[nodiscard]] QTreeWidgetItem* MakeItem(const ObjectKey& key) const;
+  void Describe(QTreeWidgetItem& item) const;
   void Open(QTreeWidgetItem* item);
+  void Update(QTreeWidgetItem& item);
 
   const Catalogue& catalogue_;
   const DocumentModel& documents_;

@@ -12,21 +12,22 @@ inline constexpr BothTexts kSearch{"Search documents (Ctrl+F)", "Dokumente suche
 inline constexpr BothTexts kAllClasses{"All classes", "Alle Klassen"};
 inline constexpr BothTexts kAllStates{"All states", "Alle Zustände"};
 
-inline constexpr BothTexts kCollect{"Collect", "Sammeln"};
-inline constexpr BothTexts kExport{"Export...", "Exportieren..."};
-inline constexpr BothTexts kExportStructure{"Export with folder structure...",
-                                            "Exportieren mit Ordnerstruktur..."};
-inline constexpr BothTexts kLock{"Lock", "Sperren"};
-inline constexpr BothTexts kUnlock{"Unlock", "Entsperren"};
-inline constexpr BothTexts kContinue{"Continue", "Fortsetzen"};
-inline constexpr BothTexts kLatest{"Latest exchange", "Letzter Austausch"};
-inline constexpr BothTexts kProperties{"Properties", "Eigenschaften"};
-inline constexpr BothTexts kRefresh{"Refresh", "Aktualisieren"};
-inline constexpr BothTexts kOpen{"Open database...", "Datenbank öffnen..."};
-inline constexpr BothTexts kQuit{"Quit", "Beenden"};
-inline constexpr BothTexts kFileMenu{"Database", "Datenbank"};
-inline constexpr BothTexts kObjectMenu{"Documents", "Dokumente"};
-inline constexpr BothTexts kExchangeMenu{"Data exchange", "Datenaustausch"};
+inline constexpr BothTexts kCollect{"&Collect", "&Sammeln"};
+inline constexpr BothTexts kExport{"&Export...", "&Exportieren..."};
+inline constexpr BothTexts kExportStructure{"Export with &folder structure...",
+                                            "Exportieren mit &Ordnerstruktur..."};
+inline constexpr BothTexts kLock{"&Lock", "S&perren"};
+inline constexpr BothTexts kUnlock{"&Unlock", "&Entsperren"};
+inline constexpr BothTexts kContinue{"&Continue", "&Fortsetzen"};
+inline constexpr BothTexts kLatest{"Latest e&xchange", "&Letzter Austausch"};
+inline constexpr BothTexts kProperties{"&Properties", "E&igenschaften"};
+inline constexpr BothTexts kRefresh{"&Refresh", "&Aktualisieren"};
+inline constexpr BothTexts kOpen{"&Open database...", "Datenbank &öffnen..."};
+inline constexpr BothTexts kOpenTitle{"Open database", "Datenbank öffnen"};
+inline constexpr BothTexts kQuit{"&Quit", "&Beenden"};
+inline constexpr BothTexts kFileMenu{"&Database", "&Datenbank"};
+inline constexpr BothTexts kObjectMenu{"D&ocuments", "D&okumente"};
+inline constexpr BothTexts kExchangeMenu{"Data e&xchange", "Daten&austausch"};
 
 inline constexpr BothTexts kCollectTip{"Add the marked documents to the selection for the export",
                                        "Die markierten Dokumente in die Auswahl für den Export aufnehmen"};
@@ -42,6 +43,9 @@ inline constexpr BothTexts kContinueTip{"Continue the marked exchange that was s
                                         "Den markierten angehaltenen Austausch fortsetzen"};
 inline constexpr BothTexts kLatestTip{"Show the newest data exchange of the marked document",
                                       "Den neuesten Datenaustausch des markierten Dokuments zeigen"};
+
+inline constexpr BothTexts kPropertiesTip{"Show the attributes of the marked object",
+                                          "Die Attribute des markierten Objekts zeigen"};
 
 inline constexpr BothTexts kNumber{"Id", "Nummer"};
 inline constexpr BothTexts kRevision{"Rev.", "Rev."};

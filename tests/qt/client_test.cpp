@@ -42,6 +42,34 @@ class ClientTest : public ::testing::Test {
   }
   // Marks every listed document.
   void MarkAll() { Part<QTreeView>("documents").selectAll(); }
+  void MarkFirst() {
+    auto& documents = Part<QTreeView>("documents");
+    documents.setCurrentIndex(documents.model()->index(0, 0));
+    documents.setFocus();
+  }
+  // The numbers of the marked documents.
+  std::string Marked() {
+    std::string numbers;
+    for (const QModelIndex& row : Part<QTreeView>("documents").selectionModel()->selectedRows())
+      numbers += FromQt(row.data().toString()) + " ";
+    return numbers;
+  }
+  // Shows the structure of the gearbox, the focus on it, with the branch of the input shaft open.
+  QTreeWidgetItem* OpenShafts() {
+    MarkFirst();
+    window_.show();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&window_));
+    window_.activateWindow();
+    auto& structure = Part<QTreeWidget>("structure");
+    structure.setFocus();
+    EXPECT_EQ(structure.topLevelItem(0)->childCount(), 8);
+    QTreeWidgetItem* shafts = structure.topLevelItem(0)->child(2);
+    EXPECT_EQ(shafts->text(0), "A-1100");
+    EXPECT_EQ(shafts->childCount(), shafts->isExpanded() ? 3 : 0) << "read when it is opened";
+    shafts->setExpanded(true);
+    EXPECT_EQ(shafts->childCount(), 3);
+    return shafts;
+  }
   std::string Selection() { return FromQt(Part<QLabel>("selection").text()); }
   std::string Cell(int row, int column) {
     return FromQt(Part<QTreeView>("documents").model()->index(row, column).data().toString());
@@ -63,13 +91,30 @@ TEST_F(ClientTest, SearchesAndFilters) {
   EXPECT_EQ(Listed(), "S-1011 ");
   EXPECT_EQ(Cell(0, client::DocumentModel::kLockedBy), "ben");
   Search("");
-  auto* states = window_.findChildren<QComboBox*>().at(1);
-  states->setCurrentIndex(states->findData(4));
+  auto& states = Part<QComboBox>("stateFilter");
+  states.setCurrentIndex(states.findData(4));
   EXPECT_EQ(Listed(), "P-1010 P-1600 ");
-  states->setCurrentIndex(0);
-  auto* classes = window_.findChildren<QComboBox*>().at(0);
-  classes->setCurrentIndex(classes->findData(1201));
+  states.setCurrentIndex(0);
+  auto& classes = Part<QComboBox>("classFilter");
+  classes.setCurrentIndex(classes.findData(1201));
   EXPECT_EQ(Listed(), "A-1000 A-1100 A-1200 A-9000 ");
+  Search("welle");
+  company_.AddParts(hosted_, 1);
+  Trigger("refresh");
+  EXPECT_EQ(Listed(), "A-1100 A-1200 ") << "the filters stay";
+  classes.setCurrentIndex(0);
+  Search("normteil");
+  EXPECT_EQ(Listed(), "N-100001 ");
+}
+
+TEST_F(ClientTest, EnterGoesFromTheSearchToTheFirstHit) {
+  Search("P-12");
+  MarkAll();
+  QTest::keyClick(&Part<QLineEdit>("search"), Qt::Key_Return);
+  EXPECT_EQ(Marked(), "P-1210 ");
+  Search("nothing of that");
+  QTest::keyClick(&Part<QLineEdit>("search"), Qt::Key_Return);
+  EXPECT_EQ(Marked(), "");
 }
 
 TEST_F(ClientTest, CollectsWhatIsMarkedWhereverItIs) {
@@ -82,22 +127,44 @@ TEST_F(ClientTest, CollectsWhatIsMarkedWhereverItIs) {
   Trigger("collect");
   EXPECT_EQ(Selection(), "Selection for export (3): A-1000, A-1100, A-1200");
 
-  auto& structure = Part<QTreeWidget>("structure");
-  Part<QTreeView>("documents").setCurrentIndex(Part<QTreeView>("documents").model()->index(0, 0));
-  ASSERT_EQ(structure.topLevelItemCount(), 1);
-  EXPECT_EQ(structure.topLevelItem(0)->childCount(), 8);
-  QTreeWidgetItem* shafts = structure.topLevelItem(0)->child(2);
-  EXPECT_EQ(shafts->text(0), "A-1100");
-  EXPECT_EQ(shafts->childCount(), 0) << "read when it is opened";
-  window_.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
-  window_.activateWindow();
-  structure.setFocus();
-  shafts->setExpanded(true);
-  EXPECT_EQ(shafts->childCount(), 3);
-  structure.setCurrentItem(shafts->child(1));
+  QTreeWidgetItem* shafts = OpenShafts();
+  Part<QTreeWidget>("structure").setCurrentItem(shafts->child(1));
   Trigger("collect");
   EXPECT_EQ(Selection(), "Selection for export (4): A-1000, A-1100, A-1200, P-1120");
+}
+
+// What happens in the database changes what is shown, not what is marked and open.
+TEST_F(ClientTest, StaysAsItIsWhenReadAnew) {
+  QTreeWidgetItem* shafts = OpenShafts();
+  auto& structure = Part<QTreeWidget>("structure");
+  structure.setCurrentItem(shafts->child(1));
+  Trigger("lock");
+  ASSERT_EQ(structure.selectedItems().size(), 1);
+  EXPECT_EQ(structure.selectedItems().front()->text(0), "P-1120");
+  EXPECT_TRUE(shafts->isExpanded());
+  EXPECT_EQ(Marked(), "A-1000 ") << "the list's own mark";
+  Search("P-1120");
+  EXPECT_EQ(Cell(0, client::DocumentModel::kLockedBy), "anna");
+  Search("");
+  MarkFirst();
+
+  const PcSessionPtr& session = hosted_.Session();
+  const PcBehaviorPtr behavior = session->NewBehavior();
+  const PcObjectPtr parent = session->ObjectStore()->Object({1201, 4712});
+  const auto links = structure.topLevelItem(0)->childCount();
+  shafts = OpenShafts();
+  structure.setCurrentItem(shafts->child(2));
+  const auto added = company_.AddParts(hosted_, 1).front();
+  ASSERT_NE(parent->AddLink(*session->ObjectStore()->Object(added), 2001, *behavior), nullptr);
+  ASSERT_EQ(session->ObjectStore()->Object({1202, 4725})->Delete(*behavior), 0);
+  Trigger("refresh");
+  EXPECT_EQ(structure.topLevelItem(0)->childCount(), links);
+  std::string below;
+  for (int row = 0; row < shafts->childCount(); ++row)
+    below += FromQt(shafts->child(row)->text(0)) + " ";
+  EXPECT_EQ(below, "P-1110 P-1300 N-100001 ");
+  ASSERT_EQ(structure.selectedItems().size(), 1);
+  EXPECT_EQ(structure.selectedItems().front()->text(0), "P-1300");
 }
 
 class LockingClientTest : public ClientTest {
@@ -121,7 +188,8 @@ TEST_F(LockingClientTest, ShowsLocksAndRefusals) {
 TEST_F(ClientTest, ShowsExchangesAndTheLatest) {
   auto& exchanges = Part<QTreeWidget>("exchanges");
   ASSERT_EQ(exchanges.topLevelItemCount(), 1);
-  EXPECT_FALSE(Enabled("continue"));
+  exchanges.setCurrentItem(exchanges.topLevelItem(0), 0, QItemSelectionModel::NoUpdate);
+  EXPECT_FALSE(Enabled("continue")) << "the current exchange is not marked";
   exchanges.setCurrentItem(exchanges.topLevelItem(0));
   EXPECT_TRUE(Enabled("continue"));
   EXPECT_EQ(exchanges.topLevelItem(0)->text(1), "Stopped");
@@ -131,12 +199,42 @@ TEST_F(ClientTest, ShowsExchangesAndTheLatest) {
   Trigger("latest");
   EXPECT_EQ(person_.TakeTranscript(),
             "object dialog mode 1 \"DataExchange Object to selected document\" 900:701 [1]\n");
+  MarkFirst();
+  Trigger("properties");
+  EXPECT_NE(person_.TakeTranscript().find("1202:4725"), std::string::npos);
+}
+
+class ExportingClientTest : public ClientTest {
+ protected:
+  ExportingClientTest()
+      : ClientTest(Walk().Enter().Click("Check1(5)").Click("Command1").Click("Check1").Enter().Enter()) {}
+};
+
+TEST_F(ExportingClientTest, ShowsWhatWasExportedAndContinues) {
+  Search("P-1120");
+  MarkAll();
+  Trigger("collect");
+  EXPECT_EQ(Selection(), "Selection for export (1): P-1120");
+  Trigger("export");
+  EXPECT_EQ(Selection(), "Selection for export: none");
+  auto& exchanges = Part<QTreeWidget>("exchanges");
+  ASSERT_EQ(exchanges.topLevelItemCount(), 2);
+  exchanges.setCurrentItem(exchanges.topLevelItem(0));
+  EXPECT_EQ(exchanges.topLevelItem(0)->text(1), "New") << "the newest first";
+  EXPECT_FALSE(company_.Exchanged().empty());
+
+  const std::string stopped = "C:\\temp\\Exchange\\Export_anna_20240305_101500_Break";
+  std::filesystem::create_directories(company_.Services(company_.Processes()).files.NativePath(stopped));
+  exchanges.setCurrentItem(exchanges.topLevelItem(1));
+  Trigger("continue");
+  EXPECT_EQ(exchanges.topLevelItem(1)->text(1), "Continued");
+  EXPECT_TRUE(exchanges.topLevelItem(1)->isSelected());
 }
 
 TEST_F(ClientTest, RemembersItsPlace) {
   window_.setGeometry(40, 50, 700, 500);
   window_.show();
-  window_.close();
+  window_.SavePlace();
   client::MainWindow again(hosted_, qt::Language::kGerman, settings_, "company.db", [] {});
   EXPECT_EQ(again.size(), QSize(700, 500));
 }

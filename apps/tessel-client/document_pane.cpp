@@ -1,0 +1,166 @@
+#include "document_pane.h"
+
+#include <QComboBox>
+#include <QItemSelectionModel>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QTreeView>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <iterator>
+#include <set>
+#include <unordered_set>
+
+#include "texts.h"
+
+namespace tessel::client {
+
+DocumentPane::DocumentPane(DocumentModel::IconSource iconOf, qt::Language language)
+    : language_(language),
+      iconOf_(std::move(iconOf)),
+      documents_(iconOf_, language),
+      filter_(documents_),
+      search_(new QLineEdit),
+      classFilter_(new QComboBox),
+      stateFilter_(new QComboBox),
+      count_(new QLabel),
+      list_(new QTreeView) {
+  BuildSearch();
+  BuildList();
+  auto* searchRow = new QHBoxLayout;
+  searchRow->addWidget(search_, 1);
+  searchRow->addWidget(classFilter_);
+  searchRow->addWidget(stateFilter_);
+  searchRow->addWidget(count_);
+  auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->addLayout(searchRow);
+  rows->addWidget(list_, 1);
+}
+
+// The list goes before what it shows.
+DocumentPane::~DocumentPane() {
+  OnMarksChanged = nullptr;
+  OnCurrentChanged = nullptr;
+  delete list_;
+}
+
+void DocumentPane::BuildSearch() {
+  search_->setObjectName("search");
+  search_->setAccessibleName("search");
+  search_->setPlaceholderText(texts::kSearch.In(language_));
+  search_->setClearButtonEnabled(true);
+  classFilter_->setObjectName("classFilter");
+  classFilter_->setAccessibleName("classFilter");
+  classFilter_->addItem(texts::kAllClasses.In(language_), 0);
+  stateFilter_->setObjectName("stateFilter");
+  stateFilter_->setAccessibleName("stateFilter");
+  stateFilter_->addItem(texts::kAllStates.In(language_), 0);
+  for (int state = 1; state < static_cast<int>(std::size(texts::kStates)); ++state)
+    stateFilter_->addItem(StateName(state, language_), state);
+  connect(search_, &QLineEdit::textChanged, this, [this](const QString& text) {
+    filter_.SearchFor(text);
+    ShowCount();
+  });
+  connect(search_, &QLineEdit::returnPressed, this, [this] { GoToFirstHit(); });
+  connect(classFilter_, &QComboBox::currentIndexChanged, this, [this] {
+    filter_.OnlyClass(static_cast<ClassId>(classFilter_->currentData().toInt()));
+    ShowCount();
+  });
+  connect(stateFilter_, &QComboBox::currentIndexChanged, this, [this] {
+    filter_.OnlyState(stateFilter_->currentData().toInt());
+    ShowCount();
+  });
+}
+
+void DocumentPane::BuildList() {
+  list_->setObjectName("documents");
+  list_->setAccessibleName("documents");
+  list_->setModel(&filter_);
+  list_->setRootIsDecorated(false);
+  list_->setUniformRowHeights(true);
+  list_->setAlternatingRowColors(true);
+  list_->setSortingEnabled(true);
+  list_->setSelectionMode(QTreeView::ExtendedSelection);
+  list_->sortByColumn(DocumentModel::kNumber, Qt::AscendingOrder);
+  connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+    if (!showing_ && OnMarksChanged) OnMarksChanged();
+  });
+  connect(list_->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
+    if (!showing_ && OnCurrentChanged) OnCurrentChanged();
+  });
+}
+
+void DocumentPane::GoToSearch() {
+  search_->setFocus();
+  search_->selectAll();
+}
+
+void DocumentPane::GoToFirstHit() {
+  const QModelIndex first = filter_.index(0, 0);
+  if (!first.isValid()) return;
+  list_->setFocus();
+  list_->selectionModel()->setCurrentIndex(first,
+                                           QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void DocumentPane::Show(std::vector<DocumentRow> rows) {
+  const std::vector<ObjectKey> marked = MarkedKeys();
+  const std::optional<ObjectKey> current = CurrentKey();
+  const int scrolled = list_->verticalScrollBar()->value();
+  showing_ = true;
+  documents_.Show(std::move(rows));
+  FillClassFilter();
+  Mark(marked, current);
+  showing_ = false;
+  list_->verticalScrollBar()->setValue(scrolled);
+  ShowCount();
+}
+
+void DocumentPane::FillClassFilter() {
+  std::set<std::pair<QString, ClassId>> classes;
+  for (int row = 0; row < documents_.rowCount(); ++row)
+    classes.emplace(documents_.RowAt(row).className, documents_.RowAt(row).key.classId);
+  const QSignalBlocker quiet(classFilter_);
+  const QVariant chosen = classFilter_->currentData();
+  while (classFilter_->count() > 1)
+    classFilter_->removeItem(1);
+  for (const auto& [name, classId] : classes)
+    classFilter_->addItem(iconOf_(classId), name, classId);
+  classFilter_->setCurrentIndex(std::max(classFilter_->findData(chosen), 0));
+  filter_.OnlyClass(static_cast<ClassId>(classFilter_->currentData().toInt()));
+}
+
+void DocumentPane::Mark(const std::vector<ObjectKey>& keys, const std::optional<ObjectKey>& current) {
+  const std::unordered_set<ObjectKey> wanted(keys.begin(), keys.end());
+  QItemSelection marks;
+  for (int row = 0; row < filter_.rowCount(); ++row) {
+    const QModelIndex index = filter_.index(row, 0);
+    const ObjectKey key = filter_.KeyAt(index);
+    if (wanted.contains(key)) marks.select(index, index);
+    if (key == current) list_->selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+  }
+  list_->selectionModel()->select(marks, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+std::vector<ObjectKey> DocumentPane::MarkedKeys() const {
+  QModelIndexList marked = list_->selectionModel()->selectedRows();
+  std::sort(marked.begin(), marked.end());
+  std::vector<ObjectKey> keys;
+  for (const QModelIndex& index : marked)
+    keys.push_back(filter_.KeyAt(index));
+  return keys;
+}
+
+std::optional<ObjectKey> DocumentPane::CurrentKey() const {
+  const QModelIndex current = list_->currentIndex();
+  return current.isValid() ? std::optional(filter_.KeyAt(current)) : std::nullopt;
+}
+
+void DocumentPane::ShowCount() {
+  count_->setText(texts::kDocuments.In(language_).arg(filter_.rowCount()).arg(documents_.rowCount()));
+}
+
+}  // namespace tessel::client
