@@ -4,13 +4,16 @@
 
 #include <QApplication>
 #include <QPushButton>
+#include <QSettings>
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
 #include <ctime>
 
+#include "main_window.h"
 #include "qt/person.h"
 #include "qt/qt_pauser.h"
+#include "qt/text.h"
 #include "qt/tree_list_view.h"
 
 namespace tessel::test {
@@ -47,8 +50,9 @@ class TimedToolkit : public qt::QtToolkit {
 
 class Responsiveness : public ::testing::Test {
  protected:
-  Responsiveness()
-      : hosted_(company_.Login(), company_.Services(company_.Processes(), &pauser_), toolkit_, dialogs_) {
+  explicit Responsiveness(bool pauses = true)
+      : hosted_(company_.Login(), company_.Services(company_.Processes(), pauses ? &pauser_ : nullptr),
+                toolkit_, dialogs_) {
     PcRecordListPtr none;
     const auto keys = company_.AddParts(hosted_, kDocuments);
     hosted_.Entry().CollectSelObjs(hosted_.Session(), "", hosted_.ObjectRows(keys), nullptr, none);
@@ -129,6 +133,41 @@ TEST_F(Responsiveness, ThousandDocuments) {
   std::cout << "opens in " << opening * 1000 << " ms, scrolls in " << scrolling * 1000 << " ms a step, works "
             << toolkit_.longestWork_ * 1000 << " ms between turns of events of "
             << toolkit_.longestTurn_ * 1000 << " ms\n";
+}
+
+// Pauses would take minutes here.
+class WholeCopy : public Responsiveness {
+ protected:
+  WholeCopy() : Responsiveness(false) {}
+};
+
+TEST_F(WholeCopy, AnswersUpToItsEnd) {
+  QSettings settings(qt::ToQt(company_.Folder().Path("settings.ini")), QSettings::IniFormat);
+  client::MainWindow client(hosted_, qt::Language::kGerman, settings, "company.db", [] {});
+  client.show();
+  double ending = 0;
+  const auto onSendData = [&] {
+    Press("Check1");
+    std::clock_t lastTurn = 0;
+    toolkit_.OnTurn = [&](int) { lastTurn = std::clock(); };
+    Press("Command1");
+    ending = Spent(lastTurn);
+    const auto& bar = dynamic_cast<ProgressBar&>(*toolkit_.TopWindow()->FindById("ProgressBar1"));
+    EXPECT_EQ(bar.Value(), kDocuments);
+    toolkit_.Hide(*toolkit_.TopWindow());
+  };
+  Next([&] {
+    Next([&] {
+      Next(onSendData);
+      Press("Command1");
+    });
+    Press("Command1");
+  });
+  Export();
+  EXPECT_LT(ending, kAnswers) << "seconds of work behind the last document";
+  EXPECT_LT(toolkit_.longestWork_ + toolkit_.longestTurn_, kAnswers);
+  std::cout << "works " << toolkit_.longestWork_ * 1000 << " ms between turns, " << ending * 1000
+            << " ms at the end\n";
 }
 
 }  // namespace
