@@ -227,7 +227,8 @@ void ExportDriver::GoForward(HeadlessToolkit& toolkit, Window& window, bool disp
     leaving_ = true;
     return;
   }
-  const std::string page = window.Name();
+  // A copy, since the click may unload the window.
+  const std::string page(window.Name());  // NOLINT(performance-unnecessary-copy-initialization)
   if (!Did(UserActions(toolkit).Click("Command1")) || !dispatches) return;
   const std::shared_ptr<Window> top = toolkit.TopWindow();
   if (top && top->Name() == page) GiveUp("the export could not be dispatched; the trace says why");

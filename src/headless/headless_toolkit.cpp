@@ -1,7 +1,6 @@
 #include "headless/headless_toolkit.h"
 
 #include <algorithm>
-#include <ranges>
 
 #include "host/error.h"
 
@@ -116,15 +115,13 @@ void HeadlessToolkit::Redraw(Window& window) {
 }
 
 std::shared_ptr<Window> HeadlessToolkit::TopWindow() const {
-  for (const Show& show : std::views::reverse(shows_)) {
-    if (!show.ended) return show.window;
-  }
-  return nullptr;
+  const auto top = std::find_if(shows_.rbegin(), shows_.rend(), [](const Show& show) { return !show.ended; });
+  return top == shows_.rend() ? nullptr : top->window;
 }
 
 std::shared_ptr<Window> HeadlessToolkit::FindWindow(std::string_view name) const {
-  for (const auto& known : std::views::reverse(known_)) {
-    const auto window = known.lock();
+  for (auto known = known_.rbegin(); known != known_.rend(); ++known) {
+    const auto window = known->lock();
     if (window && window->Name() == name) return window;
   }
   return nullptr;

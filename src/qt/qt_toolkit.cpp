@@ -5,7 +5,7 @@
 #include <QCursor>
 #include <QEventLoop>
 #include <QMenu>
-#include <ranges>
+#include <algorithm>
 
 #include "host/error.h"
 #include "qt/message_box.h"
@@ -161,10 +161,8 @@ void QtToolkit::Redraw(Window& window) {
 }
 
 std::shared_ptr<Window> QtToolkit::TopWindow() const {
-  for (const Show& show : std::views::reverse(shows_)) {
-    if (!show.ended) return show.window;
-  }
-  return nullptr;
+  const auto top = std::find_if(shows_.rbegin(), shows_.rend(), [](const Show& show) { return !show.ended; });
+  return top == shows_.rend() ? nullptr : top->window;
 }
 
 QWidget* QtToolkit::WidgetOf(const Window& window) const {
