@@ -12,6 +12,7 @@ namespace tessel {
 namespace {
 
 using Lines = std::vector<std::string>;
+using test::SettingLines;
 
 constexpr const char* kName = "@@_anna_20240131_154502";
 constexpr const char* kDispatchError = "Fehler beim Aufbauen der XML Dateien (Command1_Click/Tessel_4)";
@@ -82,10 +83,10 @@ constexpr const char* kNoFolderStructure =
 // An export after its copy: the exchange directory with one file, and a structure with two documents.
 class DispatchTest : public testing::Test {
  protected:
-  void Prepare(Lines settings, Lines company = {}, Lines contact = {}) {
-    settings.insert(settings.begin(), "# settings");
+  void Prepare(const SettingLines& settings, const SettingLines& company = {},
+               const SettingLines& contact = {}) {
     world_ = std::make_unique<test::ExportWorld>(
-        test::WorldSettings{std::move(settings), std::move(company), std::move(contact)});
+        test::CompanyOptions{.settings = settings, .companySettings = company, .contactSettings = contact});
     StartUpState startUp;
     ASSERT_TRUE(CommonXFunctions::Init(world_->services, startUp, world_->session));
     exchange_.directoryPath = world_->folder.Path(std::string("ex/") + kName);
@@ -126,13 +127,8 @@ class DispatchTest : public testing::Test {
   std::string File(const std::string& path) { return world_->folder.Read("ex/" + path); }
   // Ids of the data exchange objects in the database, in order.
   Lines ExchangeObjects() {
-    const auto query = world_->session->ObjectStore()->NewQuery();
-    query->SetSql("select OBJECT_ID from DATA_EXCHANGE order by OBJECT_ID");
-    const auto rows = query->Run();
-    Lines ids;
-    for (int row = 0; row < rows->RowCount(); ++row)
-      ids.push_back(rows->GetValue(0, row).AsText());
-    return ids;
+    const std::string ids = world_->Rows("select OBJECT_ID from DATA_EXCHANGE order by OBJECT_ID");
+    return ids.empty() ? Lines{} : SplitText(ids, "; ");
   }
 
   std::unique_ptr<test::ExportWorld> world_;
@@ -164,20 +160,21 @@ TEST_F(DispatchTest, OneExportWithoutRecipient) {
             "</Content_List></DataEx_Structure>");
   const ObjectKey object{900, ParseInt32(objects[0])};
   EXPECT_EQ(world_->Stored(object, "VRKX_DX_EXCH_PROTOCOL"), "copied\r\n");
-  EXPECT_EQ(world_->LinkedTo(object), Lines{"1201:1"});
+  EXPECT_EQ(world_->Rows("select CLASS_ID2, OBJECT_ID2 from GENERAL_LINK where OBJECT_ID1 = " + objects[0]),
+            "1201|1");
   EXPECT_EQ(additional_, Lines{std::string("0_0 0_0 ") + kName});
   EXPECT_EQ(listener_.finished, 1);
   EXPECT_EQ(listener_.directories, Lines{world_->folder.Path("ex/" + name)});
   EXPECT_TRUE(world_->Traced("No custmerObjClassID and no CustomerObjObjectID"));
   EXPECT_TRUE(world_->launcher.starts.empty());
-  EXPECT_TRUE(world_->toolkit.boxes.empty());
+  EXPECT_TRUE(world_->user.seen.empty());
   EXPECT_FALSE(structure_.document);
 }
 
 TEST_F(DispatchTest, ThreeMailsAndTheMonitorForTheLast) {
-  Prepare({"[Settings]", "UseServerMonitor=1"},
-          {"[Neutral_Formats]", "ProductDocument=STEP", "PartDocument=JT"},
-          {"[Neutral_Formats]", "PartDocument=STEP"});
+  Prepare({{"Settings", {"UseServerMonitor=1"}}},
+          {{"Neutral_Formats", {"ProductDocument=STEP", "PartDocument=JT"}}},
+          {{"Neutral_Formats", {"PartDocument=STEP"}}});
   AddThreeRecipients();
   request_.sendMode = SendMode::kMail;
   request_.mails = {{"anna@x", "jo@acme", "smtp.x", "One", "Text <1>"},
@@ -229,7 +226,7 @@ TEST_F(DispatchTest, ThreeMailsAndTheMonitorForTheLast) {
 }
 
 TEST_F(DispatchTest, CustomTextsAndFolderStructure) {
-  Prepare({"[CustomClient]", "UseCustomForm=True"});
+  Prepare({{"CustomClient", {"UseCustomForm=True"}}});
   AddRecipient({901, 12}, {902, 22});
   request_.sendMode = SendMode::kCustom;
   request_.customTexts = {"first", "", "two\nlines"};
@@ -248,9 +245,8 @@ TEST_F(DispatchTest, CustomTextsAndFolderStructure) {
 }
 
 TEST_F(DispatchTest, MappedAttributesFailOnOneLevelAlone) {
-  const Lines mapping = {"[Mapping_XML_StructureFile]", "Part number||VRK_ID", "# no line",
-                         "Material||MATERIAL"};
-  Prepare({}, {"[Mapping_XML_StructureFile]", "City||NONE"}, mapping);
+  Prepare({}, {{"Mapping_XML_StructureFile", {"City||NONE"}}},
+          {{"Mapping_XML_StructureFile", {"Part number||VRK_ID", "# no line", "Material||MATERIAL"}}});
   const XmlNode gearbox = structure_.contentList.FirstChild();
   AddNode("Gone", gearbox, "1202_999");
   AddNode("Never reached", gearbox, "1202_2");
@@ -281,7 +277,7 @@ TEST_F(DispatchTest, MappingLinesThatCannotBeUsed) {
   for (const char* line : {"Material", "1st||MATERIAL", "Material||NONE", "||MATERIAL"}) {
     exchange_ = {};
     structure_ = {};
-    Prepare({}, {"[Mapping_XML_StructureFile]", line});
+    Prepare({}, {{"Mapping_XML_StructureFile", {line}}});
     AddRecipient({901, 11}, {});
     EXPECT_TRUE(Run()) << line;
     EXPECT_EQ(File("Export_anna_20240131_154502_New/Kestrix_Structure.xml").find("Material="),
@@ -293,17 +289,17 @@ TEST_F(DispatchTest, MappingLinesThatCannotBeUsed) {
 }
 
 TEST_F(DispatchTest, AMonitorThatCannotBeStartedLeavesTheExportComplete) {
-  Prepare({"[Settings]", "UseServerMonitor=1"});
+  Prepare({{"Settings", {"UseServerMonitor=1"}}});
   AddRecipient({901, 12}, {});
   world_->launcher.processId = 0;
   EXPECT_TRUE(Run());
-  EXPECT_EQ(world_->toolkit.boxes, Lines{"exclamation||Error while launching the 'Kestrix Server Monitor'"});
+  EXPECT_EQ(world_->user.seen, Lines{"exclamation||Error while launching the 'Kestrix Server Monitor'"});
   EXPECT_EQ(listener_.finished, 1);
   EXPECT_TRUE(world_->folder.Exists("ex/Export_anna_20240131_154502_New/Kestrix_Data.xml"));
 }
 
 TEST_F(DispatchTest, AMoveThatFailsHalfWayKeepsWhatIsFinal) {
-  Prepare({"[Settings]", "UseServerMonitor=1"});
+  Prepare({{"Settings", {"UseServerMonitor=1"}}});
   AddThreeRecipients();
   world_->folder.MakeFolder("ex/Export_anna_20240131_15450a_New");
   EXPECT_FALSE(Run());
@@ -321,13 +317,13 @@ TEST_F(DispatchTest, AMoveThatFailsHalfWayKeepsWhatIsFinal) {
 
 TEST_F(DispatchTest, EndsBeforeAnythingIsMade) {
   struct Case {
-    Lines settings;
+    SettingLines settings;
     int error;
   };
   const Case cases[] = {
-      {{"[ini_xml]", "DataFileName=../data.xml"}, error_number::kPathFileAccess},
-      {{"[Path]", "ExportPrefix=../elsewhere/x"}, error_number::kPathFileAccess},
-      {{"[ini_xml]", "StructurFileName=/tmp/structure.xml"}, error_number::kPathFileAccess}};
+      {{{"ini_xml", {"DataFileName=../data.xml"}}}, error_number::kPathFileAccess},
+      {{{"Path", {"ExportPrefix=../elsewhere/x"}}}, error_number::kPathFileAccess},
+      {{{"ini_xml", {"StructurFileName=/tmp/structure.xml"}}}, error_number::kPathFileAccess}};
   for (const Case& test : cases) {
     exchange_ = {};
     structure_ = {};
@@ -342,7 +338,7 @@ TEST_F(DispatchTest, EndsBeforeAnythingIsMade) {
 }
 
 TEST_F(DispatchTest, WithoutDataExchangeObjectTheExportGoesOn) {
-  Prepare({"[Path]", "ExportPrefix=Out@@"});
+  Prepare({{"Path", {"ExportPrefix=Out@@"}}});
   AddRecipient({901, 11}, {902, 21});
   world_->host.FailNext({.call = embedded::HostCall::kInsert, .classId = 900, .code = 19});
   EXPECT_TRUE(Run());

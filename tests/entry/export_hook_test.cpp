@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "support/world.h"
+#include "support/wizard_script.h"
 
 namespace tessel::test {
 namespace {
@@ -9,19 +9,6 @@ constexpr const char* kKeep = "Do you want to keep your selektion?";
 
 void CancelOnStartPage(World& world) {
   world.driver.Click("Command2");
-}
-
-void ExportWithoutSending(World& world) {
-  world.driver.Click("Command1")
-      .Check("Check1(5)")
-      .Click("Command1")
-      .Check("Check1")
-      .Click("Command1")
-      .Click("Command1");
-}
-
-std::size_t FoldersLeft(const World& world) {
-  return world.platform.files.ListFolders(world.ExchangePath()).size();
 }
 
 TEST(ExportHook, NothingSelected) {
@@ -88,14 +75,15 @@ TEST(ExportHook, CancelKeepsOrDropsTheSelection) {
     world.Select({World::kGearbox, World::kBolt});
     world.session->GlobalData().Remove("ExportObject2");  // a gap is passed over
     world.session->GlobalData().Set("isKestrix", "True");
-    world.driver.Click("Command1").Check("Check1(5)").Click("Command1").Click("Command1");
+    GoToSendData(world, kNoSend);
+    world.driver.Click("Command1");
     world.driver.AnswerBox(keep ? MessageAnswer::kYes : MessageAnswer::kNo).Click("Command3");
     EXPECT_EQ(world.Export(), 1);
     EXPECT_NE(world.driver.Transcript().find(kKeep), std::string::npos);
     EXPECT_EQ(world.GlobalText("ExportObject1"), keep ? "1201:1" : "Null");
     EXPECT_EQ(world.GlobalText("ExportObjCount"), keep ? "2" : "Null");
     EXPECT_EQ(world.GlobalText("isKestrix"), keep ? "True" : "Null");
-    EXPECT_EQ(FoldersLeft(world), 0U);
+    EXPECT_EQ(world.ExchangeFolders().size(), 0U);
   }
 }
 
@@ -107,29 +95,30 @@ TEST(ExportHook, AnExportAfterACancelledOneStartsAfresh) {
   EXPECT_TRUE(world.Wizard().ExportCancelled);
 
   world.Select({World::kGearbox});
-  ExportWithoutSending(world);
+  GoBehindSendData(world, kNoSend);
   EXPECT_EQ(world.Export(), 0);
   EXPECT_FALSE(world.Wizard().ExportCancelled);
-  EXPECT_EQ(FoldersLeft(world), 1U);
+  EXPECT_EQ(world.ExchangeFolders().size(), 1U);
   EXPECT_EQ(world.GlobalText("ExportObjCount"), "Null");
 
   // A cancel before any copy leaves the directories of earlier exports alone.
   world.Select({World::kGearbox});
   CancelOnStartPage(world);
   EXPECT_EQ(world.Export(), 1);
-  EXPECT_EQ(FoldersLeft(world), 1U);
+  EXPECT_EQ(world.ExchangeFolders().size(), 1U);
 }
 
 TEST(ExportHook, ReadOnlyFilesGoWithACancelledExport) {
   World world;
   world.Select({World::kGearbox});
-  world.driver.Click("Command1").Check("Check1(1)").Click("Command1").Check("Check1").Click("Command1");
+  GoToSendData(world, kMail);
+  CopyAll(world);
   world.driver.Do([&](UserActions& user) {
     world.platform.files.SetReadOnly(world.program.exchange.directoryPath + "/gearbox.stp", true);
     EXPECT_EQ(user.Click("Command3"), "");
   });
   EXPECT_EQ(world.Export(), 1);
-  EXPECT_EQ(FoldersLeft(world), 0U);
+  EXPECT_EQ(world.ExchangeFolders().size(), 0U);
 }
 
 TEST(ExportHook, AConfigurationThatDoesNotConvert) {
@@ -163,7 +152,8 @@ TEST(ExportHook, AnErrorThatNobodyHandles) {
 TEST(ExportHook, AnExportAfterABrokenOneStartsAfresh) {
   World world;
   world.Select({World::kBolt});
-  world.driver.Click("Command1").Check("Check1(5)").Click("Command1").Check("Check1").Click("Command1");
+  GoToSendData(world, kNoSend);
+  CopyAll(world);
   world.driver.Do([&](UserActions& user) {
     world.session->GlobalData().Set("ExportObjCount", "many");
     EXPECT_EQ(user.Click("Command3"), "");
@@ -172,15 +162,15 @@ TEST(ExportHook, AnExportAfterABrokenOneStartsAfresh) {
   EXPECT_EQ(world.Export(), 1);
   EXPECT_NE(world.driver.TakeTranscript().find("could not read ini values for Kestrix"), std::string::npos);
   FileSystem& files = world.platform.files;
-  for (const std::string& left : files.ListFolders(world.ExchangePath()))
+  for (const std::string& left : world.ExchangeFolders())
     files.DeleteFolder(world.ExchangePath() + "/" + left);
 
   world.session->GlobalData().Remove("ExportObjCount");
   world.Select({World::kGearbox});
-  ExportWithoutSending(world);
+  GoBehindSendData(world, kNoSend);
   EXPECT_EQ(world.Export(), 0);
-  ASSERT_EQ(FoldersLeft(world), 1U);
-  const std::string sent = world.ExchangePath() + "/" + files.ListFolders(world.ExchangePath()).front();
+  ASSERT_EQ(world.ExchangeFolders().size(), 1U);
+  const std::string sent = world.ExchangePath() + "/" + world.ExchangeFolders().front();
   EXPECT_TRUE(files.FileExists(sent + "/gearbox.stp"));
   EXPECT_FALSE(files.FileExists(sent + "/bolt.stp"));
 }

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "embedded/failures.h"
-#include "support/world.h"
+#include "support/wizard_script.h"
 
 namespace tessel::test {
 namespace {
@@ -9,25 +9,6 @@ namespace {
 using Lines = std::vector<std::string>;
 
 constexpr const char* kFinal = "exchange/Export_anna_20240131_154502_New/";
-
-void ExportWithoutSending(World& world) {
-  world.driver.Click("Command1")
-      .Check("Check1(5)")
-      .Click("Command1")
-      .Check("Check1")
-      .Click("Command1")
-      .Click("Command1");
-}
-
-// Presses the process button and, the copy having failed, cancels.
-void TryToCopy(World& world) {
-  world.driver.Click("Command1")
-      .Check("Check1(5)")
-      .Click("Command1")
-      .Check("Check1")
-      .Click("Command1")
-      .Click("Command3");
-}
 
 std::string Content(const std::string& key, const std::string& instance, const std::string& access,
                     const std::string& description, const std::string& id, const std::string& file,
@@ -49,20 +30,11 @@ std::string Node(const std::string& name, const std::string& key, const std::str
          value + "]]>";
 }
 
-// Descriptions with all that markup could trip over; the gearbox is marked for writing once.
-void PrepareGearbox(World& world) {
-  const PcObjectPtr gearbox = world.session->ObjectStore()->Object(World::kGearbox);
-  gearbox->ReadData();
-  gearbox->SetValue("VRKX_DX_FIRST_LOCK_USE", true);
-  gearbox->SetValue("CAD_REF_FILE_NAME", "gearbox.stp");
-  ASSERT_EQ(gearbox->Update(*world.session->NewBehavior()), 0);
-}
-
 TEST(WholeExport, AssemblyAndPartGoOutWithAllThatDescribesThem) {
   World world;
-  PrepareGearbox(world);
+  world.Set(World::kGearbox, {{"VRKX_DX_FIRST_LOCK_USE", true}});
   world.Select({World::kGearbox, World::kShaft});
-  ExportWithoutSending(world);
+  GoBehindSendData(world, kNoSend);
   EXPECT_EQ(world.Export(), 0);
 
   const std::string link = " LINK_NAME=\"Product Structure\" LINK_DIRECTION=\"1\"";
@@ -87,9 +59,7 @@ TEST(WholeExport, AssemblyAndPartGoOutWithAllThatDescribesThem) {
              "Export_anna_20240131_154502_New/gearbox.stp", "Export_anna_20240131_154502_New/shaft.stp"}));
 
   // The mark for writing is used up.
-  const PcObjectPtr gearbox = world.session->ObjectStore()->Object(World::kGearbox);
-  gearbox->ReadData();
-  EXPECT_EQ(gearbox->GetValue("VRKX_DX_FIRST_LOCK_USE"), Value(false));
+  EXPECT_EQ(world.Object(World::kGearbox)->GetValue("VRKX_DX_FIRST_LOCK_USE"), Value(false));
 }
 
 // What stands in the way, and the trace line that tells of it.
@@ -99,18 +69,17 @@ struct Obstacle {
   std::string trace;
 };
 
-void SetFileName(World& world, const std::string& name) {
-  const PcObjectPtr part = world.session->ObjectStore()->Object(World::kBolt);
-  part->ReadData();
-  part->SetValue("CAD_REF_FILE_NAME", name);
-  ASSERT_EQ(part->Update(*world.session->NewBehavior()), 0);
-}
-
 TEST(WholeExport, WhatCannotBeCopiedLeavesNothingBehind) {
   const Obstacle obstacles[] = {
-      {"a name that leaves the directory", [](World& world) { SetFileName(world, "../../escaped.stp"); },
+      {"a name that leaves the directory",
+       [](World& world) {
+         world.Set(World::kBolt, {{"CAD_REF_FILE_NAME", "../../escaped.stp"}});
+       },
        "Result of CopyFile Window (1=ok; 2=abord): 0"},
-      {"a Windows path for a name", [](World& world) { SetFileName(world, "C:\\autoexec.bat"); },
+      {"a Windows path for a name",
+       [](World& world) {
+         world.Set(World::kBolt, {{"CAD_REF_FILE_NAME", "C:\\autoexec.bat"}});
+       },
        "Result of CopyFile Window (1=ok; 2=abord): 0"},
       {"a file that is gone from the vault",
        [](World& world) { world.platform.files.DeleteFolder(world.folder.Path("vault")); },
@@ -130,7 +99,9 @@ TEST(WholeExport, WhatCannotBeCopiedLeavesNothingBehind) {
     World world;
     obstacle.put(world);
     world.Select({World::kBolt});
-    TryToCopy(world);
+    GoToSendData(world, kNoSend);
+    CopyAll(world);
+    world.driver.Click("Command3");
     EXPECT_EQ(world.Export(), 1);
     EXPECT_TRUE(world.Traced(obstacle.trace));
     EXPECT_FALSE(world.platform.files.FileExists(world.folder.Path("escaped.stp")));
@@ -161,7 +132,8 @@ TEST(WholeExport, AHostThatFailsEndsInTheFailureOfTheStep) {
     SCOPED_TRACE(failure.trace);
     World world;
     world.Select({World::kBolt});
-    world.driver.Click("Command1").Check("Check1(5)").Click("Command1").Check("Check1");
+    GoToSendData(world, kNoSend);
+    world.driver.Check("Check1");
     world.driver.Do([&](UserActions& user) {
       world.host.FailNext(failure.planned);
       EXPECT_EQ(user.Click("Command1"), "");
@@ -170,18 +142,15 @@ TEST(WholeExport, AHostThatFailsEndsInTheFailureOfTheStep) {
     world.driver.Click(failure.copied ? "Command1" : "Command3");
     EXPECT_EQ(world.Export(), failure.copied ? 0 : 1);
     EXPECT_TRUE(world.Traced(failure.trace));
-    EXPECT_EQ(world.platform.files.ListFolders(world.ExchangePath()).size(), failure.copied ? 1U : 0U);
+    EXPECT_EQ(world.ExchangeFolders().size(), failure.copied ? 1U : 0U);
   }
 }
 
 TEST(WholeExport, ValuesThatTheEncodingLacksSurvive) {
   World world(SettingLines{{"Settings", {"XMLStructureEncoding=us-ascii"}}});
-  const PcObjectPtr bolt = world.session->ObjectStore()->Object(World::kBolt);
-  bolt->ReadData();
-  bolt->SetValue("VRK_DESCRIPTION", "a]]>b \"q\" <&> \xC3\x9C \x01 end");
-  ASSERT_EQ(bolt->Update(*world.session->NewBehavior()), 0);
+  world.Set(World::kBolt, {{"VRK_DESCRIPTION", "a]]>b \"q\" <&> \xC3\x9C \x01 end"}});
   world.Select({World::kBolt});
-  ExportWithoutSending(world);
+  GoBehindSendData(world, kNoSend);
   EXPECT_EQ(world.Export(), 0);
   const std::string file = world.folder.Read(std::string(kFinal) + "Kestrix_Structure.xml");
   EXPECT_NE(file.find("<![CDATA[a]]]]><![CDATA[>b \"q\" <&> ]]>&#220;<![CDATA[ ? end]]>"), std::string::npos)

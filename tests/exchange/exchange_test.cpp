@@ -90,17 +90,17 @@ TEST_F(Exchange, TheLifeCycleViewSaysHowTheCopyEnded) {
        {std::pair{1, CopyResult::kCopied}, std::pair{2, CopyResult::kCancelled},
         std::pair{7, CopyResult::kCancelled}, std::pair{3, CopyResult::kFailed}}) {
     page_.hidden = false;
-    world_.dialogs.lifeCycleAnswer = answer;
+    world_.user.lifeCycleAnswer = answer;
     EXPECT_EQ(Copy("1201_1"), result) << answer;
     EXPECT_TRUE(page_.hidden);
     EXPECT_FALSE(FlagIsSet());
   }
-  EXPECT_TRUE(world_.toolkit.boxes.empty());
+  EXPECT_TRUE(world_.user.seen.empty());
   // Even a cancelled copy needs its directory.
   world_.platform.files.DeleteFolder(state_.directoryPath);
-  world_.dialogs.lifeCycleAnswer = 2;
+  world_.user.lifeCycleAnswer = 2;
   EXPECT_EQ(Copy("1201_1"), CopyResult::kFailed);
-  EXPECT_EQ(world_.toolkit.boxes, std::vector<std::string>{"critical|Kestrix|no Message found"});
+  EXPECT_EQ(world_.user.seen, std::vector<std::string>{"critical|Kestrix|no Message found"});
 }
 
 TEST_F(Exchange, FailedCopiesGiveNoResult) {
@@ -113,7 +113,7 @@ TEST_F(Exchange, FailedCopiesGiveNoResult) {
   world_.host.FailNext({.call = embedded::HostCall::kOperation, .code = 1234});
   EXPECT_EQ(Copy("1201_1"), CopyResult::kFailed);
   EXPECT_FALSE(FlagIsSet());
-  EXPECT_TRUE(world_.toolkit.boxes.empty());
+  EXPECT_TRUE(world_.user.seen.empty());
   world_.platform.files.DeleteFolder(state_.directoryPath);
   state_.directoryPath += "\n";
   page_.copyAll = false;

@@ -10,9 +10,6 @@ using namespace myCommonFunctions;
 
 class LinkQueries : public testing::Test {
  protected:
-  PcObjectPtr Object(ClassId classId, ObjectId id) {
-    return world_.session->ObjectStore()->Object({classId, id});
-  }
   void Link(const PcObjectPtr& first, const PcObjectPtr& second) {
     ASSERT_TRUE(first->AddLink(*second, 2000, *world_.session->NewBehavior()));
   }
@@ -25,8 +22,8 @@ class LinkQueries : public testing::Test {
 };
 
 TEST_F(LinkQueries, FindTheOneLinkBetweenTwoObjects) {
-  const auto gearbox = Object(1201, 1);
-  const auto acme = Object(901, 11);
+  const auto gearbox = world_.Object(test::Company::kGearbox);
+  const auto acme = world_.Object({901, 11});
   PcObjectPtr link;
   EXPECT_FALSE(isObjLinked2Obj(*gearbox, *acme, 2000, link));
   Link(gearbox, acme);
@@ -37,8 +34,8 @@ TEST_F(LinkQueries, FindTheOneLinkBetweenTwoObjects) {
 }
 
 TEST_F(LinkQueries, TwoLinksAreNoSingleLink) {
-  const auto gearbox = Object(1201, 1);
-  const auto acme = Object(901, 11);
+  const auto gearbox = world_.Object(test::Company::kGearbox);
+  const auto acme = world_.Object({901, 11});
   Link(gearbox, acme);
   Link(gearbox, acme);
   PcObjectPtr link;
@@ -47,11 +44,11 @@ TEST_F(LinkQueries, TwoLinksAreNoSingleLink) {
 }
 
 TEST_F(LinkQueries, RelationsPreferTheRowsAbove) {
-  const auto gearbox = Object(1201, 1);
-  const auto shaft = Object(1202, 2);
+  const auto gearbox = world_.Object(test::Company::kGearbox);
+  const auto shaft = world_.Object(test::Company::kShaft);
   EXPECT_EQ(FirstRow(RetrieveParents2(*shaft)), "1 > 2");
   EXPECT_EQ(FirstRow(RetrieveRelations2(*gearbox, 2001)), "1 > 2");  // a first end only
-  const auto acme = Object(901, 11);
+  const auto acme = world_.Object({901, 11});
   Link(acme, gearbox);
   Link(gearbox, shaft);
   EXPECT_EQ(FirstRow(RetrieveRelations2(*gearbox, 2000)), "11 > 1");
@@ -64,7 +61,7 @@ TEST_F(LinkQueries, FindIDAttPassesOverRevision) {
   EXPECT_TRUE(FindIDAtt(*world_.session->ObjectStore()->NewObject(900), attribute, sequence));
   EXPECT_EQ(attribute->Name(), "VRK_ID");
   // A class that nothing identifies leaves the last attribute walked.
-  EXPECT_FALSE(FindIDAtt(*Object(1203, 4), attribute, sequence));
+  EXPECT_FALSE(FindIDAtt(*world_.Object({1203, 4}), attribute, sequence));
   EXPECT_EQ(attribute->Name(), "CN_DESCRIPTION");
   EXPECT_FALSE(sequence);
 }

@@ -35,19 +35,19 @@ TEST_F(Selection, GrowsOverSeveralCallsAndRefusesWhatItHas) {
       "selection!",
       "information|Kestrix info|Object 'Gearbox' has been selected previously. It will not be added to the "
       "selection!"};
-  EXPECT_EQ(world_.toolkit.boxes, refused);
+  EXPECT_EQ(world_.user.seen, refused);
   EXPECT_TRUE(world_.Traced("current amount of selected files: 2"));
 }
 
 TEST_F(Selection, RefusesEachRowByItsFirstFailingCheck) {
-  Select(world_.ObjectList({{1203, 4}, {1204, 5}, {1202, 3}, {1202, 2}, {1201, 1}}, {9, 9, 9, 2, 4}));
+  Select(world_.ObjectList({{1203, 4}, {1204, 5}, {1202, 5}, {1202, 2}, {1201, 1}}, {9, 9, 9, 2, 4}));
   const Boxes refused = {
       "information|Kestrix info|Object 'Minutes' is not an appropriate data exchange object",
       "information|Kestrix info|Object '' is not file based",
       "information|Kestrix info|No file is attached to Object 'Sketch'",
       "information|Kestrix info|The Object 'Shaft' has to be in 'Released', 'Checked In' or 'Obsolete' "
       "status"};
-  EXPECT_EQ(world_.toolkit.boxes, refused);
+  EXPECT_EQ(world_.user.seen, refused);
   EXPECT_EQ(Entry("ExportObjCount"), "1");
   EXPECT_EQ(Entry("ExportObject1"), "1201:1");
 }
@@ -55,9 +55,9 @@ TEST_F(Selection, RefusesEachRowByItsFirstFailingCheck) {
 TEST_F(Selection, AnErrorKeepsTheEntriesButWritesNoCount) {
   for (const auto& bad : {world_.ObjectList({{1201, 1}, {1202, 999}}),
                           world_.ObjectList({{1202, 2}}, {Value()}), PcRecordListPtr()}) {
-    world_.toolkit.boxes.clear();
+    world_.user.seen.clear();
     EXPECT_EQ(Select(bad), 0);
-    EXPECT_EQ(world_.toolkit.boxes, Boxes{"critical|Kestrix Error|Error while analyzing the selected data"});
+    EXPECT_EQ(world_.user.seen, Boxes{"critical|Kestrix Error|Error while analyzing the selected data"});
   }
   EXPECT_EQ(Entry("ExportObjCount"), "(Null)");
   EXPECT_EQ(Entry("ExportObject1"), "1201:1");
@@ -66,7 +66,7 @@ TEST_F(Selection, AnErrorKeepsTheEntriesButWritesNoCount) {
 TEST_F(Selection, ListsWithoutObjectsLeaveNoTrace) {
   Select(world_.host.CreateRecordList());
   EXPECT_EQ(Entry("ExportObjCount"), "(Null)");
-  EXPECT_TRUE(world_.toolkit.boxes.empty());
+  EXPECT_TRUE(world_.user.seen.empty());
 }
 
 TEST_F(Selection, RemovingSkipsGaps) {
@@ -112,7 +112,7 @@ TEST_F(Selection, IconsAreAddedOnceAClassAndNeverFromOutside) {
   ASSERT_EQ(images.Images().size(), 1U);
   EXPECT_EQ(images.Images()[0].key, "Class1201");
   EXPECT_EQ(images.Images()[0].file, world_.folder.Path("model/icons/assembly.png"));
-  GetIcon(world_.services, *store->Object({1202, 2}), images);  // its icon is "../part.png"
+  GetIcon(world_.services, *store->Object({1203, 4}), images);  // its icon is "../note.png"
   EXPECT_EQ(images.Images().size(), 1U);
   EXPECT_EQ(world_.trace.writer->entries.back().text,
             "Fehler beim Auslesen der Icons in function: (GetIcon/CommonXFunctions)");

@@ -8,14 +8,14 @@ namespace tessel {
 namespace {
 
 TEST(StartUp, ReadsTheConfigurationOfTheUser) {
-  test::ExportWorld world({.initialization = {"[Path]", "ExportPrefix=Sent"}});
+  test::ExportWorld world({.settings = test::SettingLines{{"Path", {"ExportPrefix=Sent"}}}});
   StartUpState state;
   EXPECT_TRUE(CommonXFunctions::Init(world.services, state, world.session));
   EXPECT_TRUE(state.adminTool);
   EXPECT_EQ(world.declarations.configuration.ExportPrefix, "Sent");
   EXPECT_EQ(world.declarations.startup.databaseAlias, "WORLD");
   EXPECT_EQ(world.declarations.startup.TransmittalClassID, 900);
-  EXPECT_TRUE(world.toolkit.boxes.empty());
+  EXPECT_TRUE(world.user.seen.empty());
 }
 
 TEST(StartUp, WithoutSettingsOrSessionItFailsWithItsMessage) {
@@ -24,7 +24,7 @@ TEST(StartUp, WithoutSettingsOrSessionItFailsWithItsMessage) {
   EXPECT_FALSE(CommonXFunctions::Init(world.services, state, world.session));
   EXPECT_FALSE(CommonXFunctions::Init(world.services, state, nullptr));
   const std::vector<std::string> boxes(2, "critical|Kestrix Error|no Message found");
-  EXPECT_EQ(world.toolkit.boxes, boxes);
+  EXPECT_EQ(world.user.seen, boxes);
 }
 
 class FailingRun : public RunObjects {

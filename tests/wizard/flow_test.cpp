@@ -1,4 +1,4 @@
-#include "wizard/wizard_script.h"
+#include "support/wizard_script.h"
 
 namespace tessel::test {
 namespace {
@@ -21,10 +21,6 @@ void GoForward(World& world, const std::string& page, int mode) {
   if (page == "Tessel_3") CollectPair(world, "Acme ", "Smith Jo");
   if (page == "Tessel_4a") driver.ClickNode("TreeView1", 1);
   driver.Click("Command1");
-}
-
-std::vector<std::string> FoldersIn(const World& world) {
-  return world.platform.files.ListFolders(world.ExchangePath());
 }
 
 const std::vector<std::string> kFinalFolder{"Export_anna_20240131_154502_New"};
@@ -56,7 +52,7 @@ TEST(Flow, EveryPathForward) {
     EXPECT_EQ(world.driver.Transcript(), expected);
     EXPECT_TRUE(world.Wizard().ExportFinished);
     EXPECT_FALSE(world.Wizard().DispatchFailed);
-    EXPECT_EQ(FoldersIn(world), kFinalFolder);
+    EXPECT_EQ(world.ExchangeFolders(), kFinalFolder);
     EXPECT_EQ(world.GlobalText("ExportObjCount"), "Null");
   }
 }
@@ -126,7 +122,7 @@ TEST(Flow, CancelButtons) {
     const bool kept = row.asked && row.answer == MessageAnswer::kYes;
     EXPECT_EQ(world.Wizard().KeepSelection, kept);
     EXPECT_EQ(world.GlobalText("ExportObjCount"), kept ? "1" : "Null");
-    EXPECT_EQ(FoldersIn(world), std::vector<std::string>{});
+    EXPECT_EQ(world.ExchangeFolders(), std::vector<std::string>{});
   }
 }
 
@@ -149,7 +145,7 @@ TEST(Flow, ClosingAPage) {
     EXPECT_EQ(world.Export(), 1);
     EXPECT_EQ(world.driver.Transcript().find("box") == std::string::npos, row.box.empty());
     EXPECT_NE(world.driver.Transcript().find(row.box), std::string::npos);
-    EXPECT_EQ(FoldersIn(world), std::vector<std::string>{});
+    EXPECT_EQ(world.ExchangeFolders(), std::vector<std::string>{});
   }
 }
 
@@ -173,7 +169,7 @@ TEST(Flow, LastPagesConfirmTheirClosing) {
     EXPECT_EQ(world.Export(row.operation), 1);
     const std::string end = "show " + row.page + "\n" + no + yes + "hide " + row.page + "\n";
     EXPECT_EQ(world.driver.Transcript().substr(world.driver.Transcript().find("show " + row.page)), end);
-    EXPECT_EQ(FoldersIn(world), std::vector<std::string>{});
+    EXPECT_EQ(world.ExchangeFolders(), std::vector<std::string>{});
   }
 }
 
@@ -189,7 +185,7 @@ TEST(Flow, FailedDispatchOfTheSendDataPageCountsAsFinished) {
   EXPECT_EQ(world.Export(), 0);
   EXPECT_TRUE(world.Traced(kDispatchError));
   EXPECT_TRUE(world.Wizard().DispatchFailed);
-  EXPECT_EQ(FoldersIn(world), std::vector<std::string>{"@@_anna_20240131_154502"});
+  EXPECT_EQ(world.ExchangeFolders(), std::vector<std::string>{"@@_anna_20240131_154502"});
 }
 
 TEST(Flow, FailedDispatchLeavesTheMailPageOpen) {
@@ -202,7 +198,7 @@ TEST(Flow, FailedDispatchLeavesTheMailPageOpen) {
   world.driver.CloseWindow().AnswerBox(MessageAnswer::kYes);
   EXPECT_EQ(world.Export(), 1);
   EXPECT_TRUE(world.Wizard().DispatchFailed);
-  EXPECT_EQ(FoldersIn(world), std::vector<std::string>{});
+  EXPECT_EQ(world.ExchangeFolders(), std::vector<std::string>{});
 }
 
 TEST(Flow, CleanUpAsksACustomPageWhoseDispatchFailed) {

@@ -1,4 +1,4 @@
-#include "wizard/wizard_script.h"
+#include "support/wizard_script.h"
 
 namespace tessel::test {
 namespace {
@@ -32,9 +32,7 @@ TEST(FolderStructurePage, StoresTheChosenOne) {
 
 TEST(FolderStructurePage, SaysWhenThereIsNone) {
   for (const bool classSupported : {true, false}) {
-    WorldOptions options;
-    options.folderStructures = classSupported;
-    World world(options);
+    World world({}, classSupported);
     GoToFolderStructures(world, classSupported ? World::kBolt : World::kGearbox);
     LookAt(world, kPage,
            [&](Window&) { EXPECT_EQ(NodesOf(world.ControlOf<TreeList>(kPage, "TreeView1")), kNotFound); });

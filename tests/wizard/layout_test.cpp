@@ -1,6 +1,6 @@
 #include <sstream>
 
-#include "wizard/wizard_script.h"
+#include "support/wizard_script.h"
 
 namespace tessel::test {
 namespace {

@@ -1,5 +1,5 @@
 #include "dispatch/recipients.h"
-#include "wizard/wizard_script.h"
+#include "support/wizard_script.h"
 
 namespace tessel::test {
 namespace {
@@ -95,7 +95,7 @@ TEST(RecipientPage, CollectsSeveralRecipients) {
             "901:12 902:24 @@_anna_20240131_154502\n901:11 902:21 @@_anna_20240131_15450a\n"
             "901:11 902:22 @@_anna_20240131_15450b\n");
   EXPECT_TRUE(world.Traced("MULTISELECTION: Kundenobjekte in Liste hinzugefuegt: 901_11_902_22"));
-  EXPECT_EQ(world.platform.files.ListFolders(world.ExchangePath()),
+  EXPECT_EQ(world.ExchangeFolders(),
             (std::vector<std::string>{"Export_anna_20240131_154502_New", "Export_anna_20240131_15450a_New",
                                       "Export_anna_20240131_15450b_New"}));
 }

@@ -1,4 +1,4 @@
-#include "wizard/wizard_script.h"
+#include "support/wizard_script.h"
 
 namespace tessel::test {
 namespace {

@@ -1,0 +1,57 @@
+// A person who looks at the program and at the client, answers every box with OK and every dialog as told.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "embedded/host_dialogs.h"
+#include "toolkit/toolkit.h"
+
+namespace tessel::test {
+
+class Onlooker : public Toolkit, public embedded::UnattendedDialogs {
+ public:
+  void ShowModal(const std::shared_ptr<Window>&) override {}
+  void Hide(Window&) override {}
+  bool Unload(Window&, CloseReason) override { return true; }
+  void BringToTop(Window&) override { ++broughtToTop; }
+  void OpenPopupMenu(Window&, const PopupMenu&) override {}
+  MessageAnswer ShowMessage(const MessageRequest& request) override {
+    constexpr const char* kIcons[] = {"none", "information", "exclamation", "critical"};
+    seen.push_back(kIcons[static_cast<int>(request.icon)] + ("|" + request.title + "|" + request.text));
+    return MessageAnswer::kOk;
+  }
+  void PumpEvents() override {}
+  void Redraw(Window&) override {}
+
+  int ConfirmLifeCycle(const embedded::LifeCycleRequest&) override { return lifeCycleAnswer; }
+  int ShowObject(const embedded::ObjectDialogRequest& request) override {
+    seen.push_back("object dialog mode " + std::to_string(request.displayMode) + " \"" + request.title +
+                   "\" page " + std::to_string(request.page) + (request.modal ? " modal" : " modeless"));
+    for (const ObjectKey& key : request.objects)
+      seen.back() += " " + ObjectKeyText(key, ':');
+    return 1;
+  }
+  void RefreshObject(const ObjectKey& key, int mode) override {
+    seen.push_back("refresh " + ObjectKeyText(key, ':') + " mode " + std::to_string(mode));
+  }
+
+  // One line each, and forgets them.
+  [[nodiscard]] std::string Take() {
+    std::string text;
+    for (const std::string& line : std::exchange(seen, {}))
+      text += line + "\n";
+    return text;
+  }
+
+  // What he sees:
+  //   information|title|text                                              a message box, its icon first
+  //   object dialog mode 1 "title" page 1 modal 900:42
+  //   refresh 1201:1 mode 1
+  std::vector<std::string> seen;
+  int lifeCycleAnswer = 1;
+  int broughtToTop = 0;
+};
+
+}  // namespace tessel::test
