@@ -49,22 +49,19 @@ class MeetingWriter : public RecordingTraceWriter {
 // A client of its own on a database file.
 struct Client {
   Client(const std::string& database, const std::string& login, MeetingPoint& meeting)
-      : host(database, machine.HostOptions()),
-        program(machine, host, login, std::make_shared<MeetingWriter>(meeting)),
+      : host(database, HostOptionsOf(machine, user)),
+        program(machine.platform, host, user, login, std::make_shared<MeetingWriter>(meeting)),
         rows(DocumentRows(host, {{1201, 1}}, std::int16_t{1})) {}
 
-  // Lock records of the document, and who its attributes name: "1 51".
+  // Lock records of the document, and who its attributes name: "1|31"; nothing when it is not locked.
   [[nodiscard]] std::string LockState() {
-    const PcQueryPtr query = program.session->ObjectStore()->NewQuery();
-    query->SetSql(
-        "select (select count(*) from OBJECT_LOCKING) as RECORDS, VRKX_DX_LOCKED_BY from ASSEMBLY "
-        "where OBJECT_ID = 1 and VRKX_DX_LOCK_STATE = -1");
-    const PcRecordListPtr found = query->Run();
-    if (found->RowCount() == 0) return "unlocked";
-    return found->GetValue(0, 0).AsText() + " " + found->GetValue(1, 0).AsText();
+    return QueryRows(*program.session,
+                     "select (select count(*) from OBJECT_LOCKING) as RECORDS, VRKX_DX_LOCKED_BY from "
+                     "ASSEMBLY where OBJECT_ID = 1 and VRKX_DX_LOCK_STATE = -1");
   }
 
   Machine machine;
+  Onlooker user;
   embedded::EmbeddedHost host;
   LoadedProgram program;
   PcRecordListPtr rows;
@@ -73,9 +70,10 @@ struct Client {
 TEST(ConcurrentLocking, TwoSessionsLeaveOneRecordAndOneOwner) {
   Machine machine;
   MeetingPoint meeting;
-  const std::string database = machine.folder.Path("locks.db");
-  embedded::CreateDatabase(machine.Services().files, database,
-                           machine.folder.Write("locks.json", LockingModel()));
+  const std::string database = machine.folder.Path("company.db");
+  embedded::CreateDatabase(
+      machine.platform.files, database,
+      machine.folder.Write("model/company.json", CompanyModel(machine.folder, LockingCompany())));
   Client anna(database, "anna", meeting);
   Client bert(database, "bert", meeting);
   const auto end = steady_clock::now() + kTimeLimit;
@@ -89,14 +87,13 @@ TEST(ConcurrentLocking, TwoSessionsLeaveOneRecordAndOneOwner) {
     EXPECT_NE(annaLocked, bertLocked) << "round " << round;
     Client& winner = annaLocked ? anna : bert;
     Client& loser = annaLocked ? bert : anna;
-    EXPECT_EQ(anna.LockState(), annaLocked ? "1 51" : "1 52") << "round " << round;
-    EXPECT_EQ(winner.machine.user.Take(), "refresh 1201:1 mode 1\n") << "round " << round;
-    EXPECT_EQ(loser.machine.user.Take(), "box \"\" information \"Object 'row 0' already locked!\"\n")
-        << "round " << round;
+    EXPECT_EQ(anna.LockState(), annaLocked ? "1|31" : "1|32") << "round " << round;
+    EXPECT_EQ(winner.user.Take(), "refresh 1201:1 mode 1\n") << "round " << round;
+    EXPECT_EQ(loser.user.Take(), "information||Object 'row 0' already locked!\n") << "round " << round;
 
     EXPECT_TRUE(winner.program.Unlock(winner.rows)) << "round " << round;
-    EXPECT_EQ(anna.LockState(), "unlocked") << "round " << round;
-    static_cast<void>(winner.machine.user.Take());
+    EXPECT_EQ(anna.LockState(), "") << "round " << round;
+    static_cast<void>(winner.user.Take());
     anna.program.trace.writer->Clear();
     bert.program.trace.writer->Clear();
   }

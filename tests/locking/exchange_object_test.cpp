@@ -10,15 +10,15 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr const char* kNotRenamed = "box \"Kestrix\" exclamation \"not renamed\"\n";
-constexpr const char* kNotUpdated = "box \"Kestrix\" exclamation \"not updated\"\n";
+constexpr const char* kNotRenamed = "exclamation|Kestrix|Not renamed\n";
+constexpr const char* kNotUpdated = "exclamation|Kestrix|Not updated\n";
 constexpr const char* kRefreshed = "refresh 900:17 mode 1\n";
 
 class BatchContinuation : public testing::Test {
  protected:
   // Row 0 of the hook, after the exchange 900:17 was written with these values.
   PcRecordListPtr Exchange(int phase, const std::string& rootDirectory) {
-    world_.Set(900, 17, {{"VRKX_DX_PROCESS_PHASE", phase}, {"VRKX_DX_EXCHANGE_ROOT_DIR", rootDirectory}});
+    world_.Set({900, 17}, {{"VRKX_DX_PROCESS_PHASE", phase}, {"VRKX_DX_EXCHANGE_ROOT_DIR", rootDirectory}});
     const PcRecordListPtr rows = world_.Rows({{900, 17}});
     rows->AddColumn("VRKX_DX_PROCESS_PHASE", 4, static_cast<int>(ColumnType::kLong));
     rows->AddColumn("VRKX_DX_EXCHANGE_ROOT_DIR", 255, static_cast<int>(ColumnType::kText));
@@ -31,10 +31,10 @@ class BatchContinuation : public testing::Test {
     EXPECT_EQ(CommonXFunctions::ContinueBatchMode(anna.services, anna.startUp, anna.session, rows), 0);
     return world_.Seen();
   }
-  std::string Phase() { return world_.Object(900, 17)->GetText("VRKX_DX_PROCESS_PHASE"); }
+  std::string Phase() { return world_.Stored({900, 17}, "VRKX_DX_PROCESS_PHASE"); }
 
   LockingWorld world_;
-  TemporaryFolder& folder_ = world_.machine.folder;
+  TemporaryFolder& folder_ = world_.folder;
 };
 
 TEST_F(BatchContinuation, RenamesTheFolderAndSetsTheStatus) {
@@ -57,8 +57,8 @@ TEST_F(BatchContinuation, RenamesTheFolderAndSetsTheStatus) {
     EXPECT_EQ(Phase(), "2");
   }
   const std::string base = folder_.Path("x/");
-  EXPECT_TRUE(world_.Program("anna").trace.writer->Has("Folder renamed: (old) " + base + "Break_1 (new) " +
-                                                       base + "New_1"));
+  EXPECT_TRUE(
+      world_.Program("anna").Traced("Folder renamed: (old) " + base + "Break_1 (new) " + base + "New_1"));
 }
 
 TEST_F(BatchContinuation, LeavesWhatIsNotStoppedOrHasNoFolder) {
@@ -117,18 +117,16 @@ TEST_F(LatestExchange, ShowsTheOneWithTheHighestId) {
 }
 
 TEST_F(LatestExchange, TellsThatThereIsNone) {
-  EXPECT_EQ(Show(world_, {1201, 2}),
-            "box \"\" exclamation \"no linked data exchange object to selected document!\"\n");
+  EXPECT_EQ(Show(world_, {1201, 6}), "exclamation||no linked data exchange object to selected document!\n");
 }
 
 TEST_F(LatestExchange, ErrorsAreTraced) {
   EXPECT_EQ(Show(world_, {1201, 99}), "");
-  EXPECT_TRUE(world_.Program("anna").trace.writer->Has(
-      "Fehlerabbruch im Modul (GetLatestDataExObj/CommonXFunctions)"));
-  LockingWorld broken({.settings = "\"[Settings]\", \"UseServerMonitor=perhaps\""});
+  EXPECT_TRUE(world_.Program("anna").Traced("Fehlerabbruch im Modul (GetLatestDataExObj/CommonXFunctions)"));
+  LockingWorld broken(LockingCompany({{"Settings", {"UseServerMonitor=perhaps"}}}));
   const std::string seen = Show(broken, {1201, 1});
   EXPECT_EQ(seen.find("object dialog"), std::string::npos);
-  EXPECT_NE(seen.find("no start"), std::string::npos);
+  EXPECT_NE(seen.find("No start"), std::string::npos);
 }
 
 }  // namespace

@@ -8,16 +8,19 @@ namespace {
 
 using embedded::HostCall;
 
-constexpr const char* kFresh = "- ASSEMBLY OBJECT_ID=1 CLASS_ID=1201 STATE=1 REVISION_STG=1 VRK_ID=A-1\n";
-constexpr const char* kLockedByAnna =
-    "ASSEMBLY OBJECT_ID=1 CLASS_ID=1201 STATE=1 REVISION_STG=1 VRKX_DX_LOCK_STATE=-1 "
-    "VRKX_DX_LOCK_DESCRIPTION=Objekt geblockt VRKX_DX_LOCKED_BY=51 VRKX_DX_FIRST_LOCK_USE=-1 VRK_ID=A-1\n";
-constexpr const char* kUnlocked =
-    "ASSEMBLY OBJECT_ID=1 CLASS_ID=1201 STATE=1 REVISION_STG=1 UNDER_OPERATION=-32767 "
-    "VRKX_DX_LOCK_STATE=0 VRKX_DX_LOCKED_BY=-2147483647 VRKX_DX_FIRST_LOCK_USE=-1 VRK_ID=A-1\n";
+const std::string kGearbox =
+    "ASSEMBLY OBJECT_ID=1 CLASS_ID=1201 VRK_ID=A-1 REVISION=A REVISION_STG=1 STATE=3 VRK_DESCRIPTION=Gearbox "
+    "MATERIAL=mixed FILE_NAME=gearbox.stp CAD_REF_FILE_NAME=gearbox.stp";
+const std::string kFresh = "- " + kGearbox + "\n";
+const std::string kLockedByAnna = "+ " + kGearbox +
+                                  " VRKX_DX_LOCK_STATE=-1 VRKX_DX_LOCK_DESCRIPTION=Objekt geblockt "
+                                  "VRKX_DX_LOCKED_BY=31 VRKX_DX_FIRST_LOCK_USE=-1\n";
+const std::string kUnlocked = "+ " + kGearbox +
+                              " UNDER_OPERATION=-32767 VRKX_DX_LOCK_STATE=0 VRKX_DX_LOCKED_BY=-2147483647 "
+                              "VRKX_DX_FIRST_LOCK_USE=-1\n";
 // The first id that the world's model leaves free.
-constexpr int kFirstId = 69;
-constexpr const char* kUnlockFailed = "box \"\" exclamation \"Unlocking doesn't work for Object 'row 0\"\n";
+constexpr int kFirstId = 60;
+constexpr const char* kUnlockFailed = "exclamation||Unlocking doesn't work for Object 'row 0\n";
 
 std::string Record(int id, const std::string& description = "VRK_DESCRIPTION=Kestrix") {
   return "OBJECT_LOCKING OBJECT_ID=" + std::to_string(id) +
@@ -56,14 +59,13 @@ TEST_F(ObjectLocking, LocksOnlyWhatQualifies) {
       {1, 6, 1, true, ""},
       {1, -1, 2, false, ""},
       {1, -1, {}, false, ""},
-      {1, -1, 1, true, "box \"\" information \"Object 'row 0' already locked!\"\n"},
+      {1, -1, 1, true, "information||Object 'row 0' already locked!\n"},
   };
   for (const auto& each : cases) {
     LockingWorld world;
-    world.Set(1201, 1,
-              {{"UNDER_OPERATION", each.underOperation},
-               {"REVISION_STG", each.revisionStage},
-               {"VRKX_DX_LOCK_STATE", each.lockState}});
+    world.Set({1201, 1}, {{"UNDER_OPERATION", each.underOperation},
+                          {"REVISION_STG", each.revisionStage},
+                          {"VRKX_DX_LOCK_STATE", each.lockState}});
     const auto before = world.Database();
     const bool locked = world.Program("anna").Lock(world.Rows({{1201, 1}}, each.state));
     EXPECT_EQ(world.Seen(), each.seen);
@@ -75,32 +77,33 @@ TEST_F(ObjectLocking, LocksOnlyWhatQualifies) {
 TEST_F(ObjectLocking, ALockIsARecordAndTheAttributesOfTheDocument) {
   const auto before = world_.Database();
   EXPECT_TRUE(world_.Program("anna").Lock(document_));
-  EXPECT_EQ(world_.Changes(before), std::string(kFresh) + "+ " + kLockedByAnna + "+ " + Record(kFirstId));
+  EXPECT_EQ(world_.Changes(before), kFresh + kLockedByAnna + "+ " + Record(kFirstId));
   const auto locked = world_.Database();
   EXPECT_FALSE(world_.Program("bert").Lock(document_));
   EXPECT_EQ(world_.Changes(locked), "");
-  EXPECT_EQ(world_.Seen(),
-            "refresh 1201:1 mode 1\nbox \"\" information \"Object 'row 0' already locked!\"\n");
+  EXPECT_EQ(world_.Seen(), "refresh 1201:1 mode 1\ninformation||Object 'row 0' already locked!\n");
 }
 
 TEST_F(ObjectLocking, RecordsOfAHostWithTheOtherDescriptionAttribute) {
-  LockingWorld world({.lockDescription = "CN_DESCRIPTION"});
+  CompanyOptions options = LockingCompany();
+  options.lockDescription = "CN_DESCRIPTION";
+  LockingWorld world(options);
   const auto before = world.Database();
   world.Program("anna").Lock(document_);
   EXPECT_NE(world.Changes(before).find(Record(kFirstId, "CN_DESCRIPTION=Kestrix")), std::string::npos);
   EXPECT_TRUE(world.Program("anna").Unlock(document_));
-  EXPECT_EQ(world.Changes(before), std::string(kFresh) + "+ " + kUnlocked);
+  EXPECT_EQ(world.Changes(before), kFresh + kUnlocked);
 }
 
 TEST_F(ObjectLocking, EveryRowIsHandledAndTheFirstDocumentNamesTheIdentifyingAttribute) {
-  world_.Program("bert").Lock(world_.Rows({{1201, 1}, {1202, 3}}));
-  EXPECT_EQ(world_.Seen(), "refresh 1202:3 mode 1\n");
+  world_.Program("bert").Lock(world_.Rows({{1201, 1}, {1205, 8}}));
+  EXPECT_EQ(world_.Seen(), "refresh 1205:8 mode 1\n");
   // A document that is gone ends its own row alone; the part is named by the assembly's attribute.
-  EXPECT_TRUE(world_.Program("anna").Lock(world_.Rows({{1201, 1}, {1201, 99}, {1202, 3}, {1201, 2}})));
+  EXPECT_TRUE(world_.Program("anna").Lock(world_.Rows({{1201, 1}, {1201, 99}, {1205, 8}, {1201, 6}})));
   EXPECT_EQ(world_.Seen(),
-            "box \"\" information \"Object 'row 0' already locked!\"\n"
-            "box \"\" information \"Object 'row 2' already locked!\"\n"
-            "refresh 1201:2 mode 1\n");
+            "information||Object 'row 0' already locked!\n"
+            "information||Object 'row 2' already locked!\n"
+            "refresh 1201:6 mode 1\n");
   const auto lines = world_.Program("anna").trace.writer->Lines();
   EXPECT_NE(
       std::find(
@@ -122,8 +125,8 @@ TEST_F(ObjectLocking, ALockThatCannotBeWrittenLeavesNothing) {
   }
   // The second document is locked though the first could not be.
   world_.host.FailNext({.call = HostCall::kUpdate});
-  EXPECT_TRUE(anna.Lock(world_.Rows({{1201, 1}, {1201, 2}})));
-  EXPECT_EQ(world_.Seen(), "refresh 1201:2 mode 1\n");
+  EXPECT_TRUE(anna.Lock(world_.Rows({{1201, 1}, {1201, 6}})));
+  EXPECT_EQ(world_.Seen(), "refresh 1201:6 mode 1\n");
   EXPECT_TRUE(anna.Lock(document_));
 }
 
@@ -135,38 +138,38 @@ TEST_F(ObjectLocking, ADocumentThatSomethingElseLocksIsToldAsLocked) {
   ASSERT_EQ(foreign->Add(*world_.Program("anna").session->NewBehavior()), 0);
   const auto before = world_.Database();
   EXPECT_FALSE(world_.Program("anna").Lock(document_));
-  EXPECT_EQ(world_.Seen(), "box \"\" information \"Object 'row 0' already locked!\"\n");
+  EXPECT_EQ(world_.Seen(), "information||Object 'row 0' already locked!\n");
   EXPECT_FALSE(world_.Program("admin").Unlock(document_));
   EXPECT_EQ(world_.Seen(), "");
   EXPECT_EQ(world_.Changes(before), "");
 }
 
 TEST_F(ObjectLocking, UnlocksForTheOwnerAndForUsersWithTheRight) {
-  const char* kRefused = "box \"\" information \"The Object 'row 0' is locked by another user!\"\n";
+  const char* kRefused = "information||The Object 'row 0' is locked by another user!\n";
   const char* kDone = "refresh 1201:1 mode 1\n";
   const struct {
     const char* user;
-    const char* settings;
+    std::vector<std::string> settings;  // of the section "Lock"
     const char* seen;
-  } cases[] = {{"anna", "\"[Lock]\"", kDone},
-               {"bert", "\"[Lock]\"", kRefused},
-               {"rolf", "\"[Lock]\"", kDone},
-               {"ruth", "\"[Lock]\"", kRefused},  // the role in another letter case
-               {"admin", "\"[Lock]\"", kDone},
-               {"ruth", "\"[Lock]\", \"UnLockRole=unlock\"", kDone},
-               {"rolf", "\"[Lock]\", \"UnLockRole=unlock\"", kRefused},
-               {"bert", "\"[Lock]\", \"UnLockRole=\"", kDone}};
+  } cases[] = {{"anna", {}, kDone},
+               {"bert", {}, kRefused},
+               {"rolf", {}, kDone},
+               {"ruth", {}, kRefused},  // the role in another letter case
+               {"admin", {}, kDone},
+               {"ruth", {"UnLockRole=unlock"}, kDone},
+               {"rolf", {"UnLockRole=unlock"}, kRefused},
+               {"bert", {"UnLockRole="}, kDone}};
   for (const auto& each : cases) {
-    LockingWorld world({.settings = each.settings});
+    LockingWorld world(LockingCompany({{"Lock", each.settings}}));
     const auto fresh = world.Database();
     world.Program("anna").Lock(world.Rows({{1201, 1}}));
     static_cast<void>(world.Seen());
     const auto locked = world.Database();
     const bool unlocked = world.Program(each.user).Unlock(world.Rows({{1201, 1}}, std::int16_t{4}));
-    EXPECT_EQ(world.Seen(), each.seen) << each.user << " " << each.settings;
+    EXPECT_EQ(world.Seen(), each.seen) << each.user << each.settings.size();
     EXPECT_EQ(unlocked, each.seen == kDone);
     if (unlocked) {
-      EXPECT_EQ(world.Changes(fresh), std::string(kFresh) + "+ " + kUnlocked);
+      EXPECT_EQ(world.Changes(fresh), kFresh + kUnlocked);
     } else {
       EXPECT_EQ(world.Changes(locked), "");
     }
@@ -204,14 +207,14 @@ TEST_F(ObjectLocking, AfterAFailingUpdateTheLockCanStillBeRemoved) {
     ++record;
   }
   EXPECT_TRUE(world_.Program("anna").Unlock(document_));
-  EXPECT_EQ(world_.Changes(fresh), std::string(kFresh) + "+ " + kUnlocked);
+  EXPECT_EQ(world_.Changes(fresh), kFresh + kUnlocked);
 }
 
 TEST_F(ObjectLocking, NothingHappensWhenTheStartUpFails) {
-  LockingWorld world({.settings = "\"[Settings]\", \"UseServerMonitor=perhaps\""});
+  LockingWorld world(LockingCompany({{"Settings", {"UseServerMonitor=perhaps"}}}));
   const auto before = world.Database();
   EXPECT_FALSE(world.Program("anna").Lock(document_));
-  EXPECT_NE(world.Seen().find("box \"Kestrix Error\" critical \"no start\"\n"), std::string::npos);
+  EXPECT_NE(world.Seen().find("critical|Kestrix Error|No start\n"), std::string::npos);
   EXPECT_EQ(world.Changes(before), "");
 }
 

@@ -18,11 +18,11 @@ constexpr const char* kMetaData = R"json(
       { "name": "REVISION", "type": "text", "identifying": true, "default": "A" },
       { "name": "REVISION_STG", "type": "integer", "default": 1 },
       { "name": "STATE", "type": "integer", "default": 3 },
-      { "name": "UNDER_OPERATION", "type": "integer" },
       { "name": "VRK_DESCRIPTION", "type": "text" },
       { "name": "MATERIAL", "type": "text" },
       { "name": "FILE_NAME", "type": "text" },
       { "name": "CAD_REF_FILE_NAME", "type": "text" },
+      { "name": "UNDER_OPERATION", "type": "integer" },
       { "name": "VRKX_DX_LOCK_STATE", "type": "boolean" },
       { "name": "VRKX_DX_LOCK_DESCRIPTION", "type": "text" },
       { "name": "VRKX_DX_LOCKED_BY", "type": "reference", "target": "USERS" },
@@ -135,7 +135,7 @@ constexpr const char* kLinks = R"json(
     { "class": "General Link", "from": "gearbox", "to": "flat" })json";
 
 constexpr const char* kErrorTexts =
-    "e0010 Nothing selected\r\ne0070 Choose a recipient\r\ne0120 One object only\r\n"
+    "e0010 Nothing selected\r\ne0070 Choose a recipient\r\ne0090 Not updated\r\ne0100 Not renamed\r\ne0120 One object only\r\n"
     "e0130 Choose a folder structure\r\ne0150 Already chosen\r\ne0190 The export is cancelled\r\n"
     "e0195 No files\r\ne9010 No exchange here\r\ne9020 No configuration\r\ne9030 No start\r\n";
 constexpr const char* kProtocolTexts = "p0001 Export\r\np0002 {0} {1}\r\np0003 Directory {0}\r\n";
