@@ -22,13 +22,13 @@ TEST(ReadConfiguration, WithoutKeysEveryValueTakesItsDefault) {
   ASSERT_TRUE(world.declarations.ReadConfiguration(world.errors));
   const Configuration& values = world.declarations.configuration;
   EXPECT_EQ(values.ExchangeDirectory, "C:\\temp\\Exchange");
-  EXPECT_EQ(values.LanguageFilePath, "/program");
+  EXPECT_EQ(values.LanguageFilePath, world.folder.Path("program"));
   EXPECT_EQ(values.DisplayAttribCustom2, "");
   EXPECT_EQ(values.i_ShowMailStruc, 2);
   EXPECT_TRUE(values.GenStrucFile);
   EXPECT_FALSE(values.UseServerMonitor);
 
-  const Lines lines = world.recording.writer->Lines();
+  const Lines lines = world.trace.writer->Lines();
   const auto first = std::find(lines.begin(), lines.end(), "pciniAdminTool is not nothing");
   Lines traced;
   for (auto line = first; line != lines.end(); ++line) {
@@ -44,7 +44,7 @@ TEST(ReadConfiguration, WithoutKeysEveryValueTakesItsDefault) {
                            "ExchangeDirectory: C:\\temp\\Exchange",
                            "TraceFilePath: C:\\temp",
                            "ExportPrefix: Export",
-                           "LanguageFilePath: /program",
+                           "LanguageFilePath: " + world.folder.Path("program"),
                            "SubExDir: SubDir",
                            "UserEmailAttrName: USER_EMAIL",
                            "StructureFileName: Kestrix_Structure.xml",
@@ -83,9 +83,7 @@ TEST(ReadConfiguration, ValuesAreReadAfreshEachTime) {
   EXPECT_EQ(world.declarations.configuration.StructureFileName, "Kestrix_Structure.xml");
   EXPECT_EQ(world.declarations.startup.TracePath, "D:\\trace");
 
-  const PcObjectPtr settings = world.session->ObjectStore()->Object({20, 11});
-  settings->SetValue("VRKX_VALUE_LONG", "[AvailableSendModi]\r\nMail=2\r\n");
-  ASSERT_EQ(settings->Update(*world.session->NewBehavior()), 0);
+  world.Set({20, 11}, {{"VRKX_VALUE_LONG", "[AvailableSendModi]\r\nMail=2\r\n"}});
   ASSERT_TRUE(world.declarations.ReadConfiguration(world.errors));
   EXPECT_FALSE(world.declarations.configuration.UseServerMonitor);
   EXPECT_EQ(world.declarations.configuration.i_ShowMail, 2);
@@ -104,16 +102,13 @@ TEST(ReadConfiguration, AValueThatDoesNotConvertStopsTheStart) {
       {"[AvailableSendModi]\r\nMail=40000\r\n", 6, "[AvailableSendModi] Mail: Overflow"}};
   for (const Case& each : cases) {
     SettingsWorld world = WorldOf(each.text + std::string("[Path]\r\nExportPrefix=Out\r\n"));
-    world.folder.Write("error.Kestrix_GER", "e9020 Bad settings\r\n");
-    world.declarations.configuration.LanguageFilePath = world.folder.Path();
+    world.folder.Write("program/error.Kestrix_GER", "e9020 Bad settings\r\n");
     world.declarations.configuration.b_EnKeepSel = true;
     EXPECT_FALSE(world.declarations.ReadConfiguration(world.errors)) << each.text;
-    EXPECT_EQ(world.recording.writer->entries.back().text, "Stop on error: Could not initiate Variables!");
-    EXPECT_EQ(world.recording.writer->entries.back().number, each.error) << each.text;
-    EXPECT_EQ(world.recording.writer->entries.back().description, each.description);
-    ASSERT_EQ(world.toolkit.boxes.size(), 1U);
-    EXPECT_EQ(world.toolkit.boxes[0].title, "Kestrix Error");
-    EXPECT_EQ(world.toolkit.boxes[0].icon, MessageIcon::kCritical);
+    EXPECT_EQ(world.trace.writer->entries.back().text, "Stop on error: Could not initiate Variables!");
+    EXPECT_EQ(world.trace.writer->entries.back().number, each.error) << each.text;
+    EXPECT_EQ(world.trace.writer->entries.back().description, each.description);
+    EXPECT_EQ(world.user.seen, Lines{"critical|Kestrix Error|Bad settings"});
     EXPECT_EQ(world.declarations.configuration.ExportPrefix, "Out");
     EXPECT_TRUE(world.declarations.configuration.b_EnKeepSel);  // read later, so it keeps its value
   }
@@ -161,8 +156,8 @@ TEST(ReadConfiguration, ClassesComeFromTheirMechanisms) {
     }
     SettingsWorld world(options);
     EXPECT_EQ(world.declarations.ReadConfiguration(world.errors), each.done) << each.what;
-    EXPECT_EQ(world.toolkit.boxes.size(), each.boxes) << each.what;
-    EXPECT_TRUE(world.recording.writer->Has(each.traced)) << each.what;
+    EXPECT_EQ(world.user.seen.size(), each.boxes) << each.what;
+    EXPECT_TRUE(world.Traced(each.traced)) << each.what;
     if (each.transmittals > 0 && each.documents > 0) {
       EXPECT_EQ(world.declarations.startup.TransmittalClassID, 200);
     }
@@ -189,7 +184,7 @@ TEST(ReadConfiguration, FolderStructuresMatterInTheirModeAlone) {
     world.declarations.startup.FolderStructureMode = each.mode;
     EXPECT_EQ(world.declarations.ReadConfiguration(world.errors), each.done);
     EXPECT_EQ(world.declarations.startup.FolderStructureClassID, each.classId);
-    EXPECT_EQ(world.toolkit.boxes.size(), 0U);
+    EXPECT_EQ(world.user.seen.size(), 0U);
   }
 }
 
@@ -200,7 +195,7 @@ TEST(StartUpSteps, TheHostsAnswersAreKept) {
   EXPECT_TRUE(declarations.SetDefaultBehavior());
   EXPECT_TRUE(declarations.SetIconDirectory());
   EXPECT_EQ(
-      world.recording.writer->Lines(),
+      world.trace.writer->Lines(),
       (Lines{"Set PcSession as global variable", "  session has been set globally with result: True",
              "set default Behavior for Pelicore operations", "  Behavior has been set with result: True",
              "Set Icon directory", "  Icon directory has been set with result: /icons"}));
@@ -211,10 +206,10 @@ TEST(StartUpSteps, TheHostsAnswersAreKept) {
 
 TEST(StartUpSteps, WithoutASessionTheyFailQuietly) {
   SettingsWorld world;
-  Deklarationen declarations(world.recording.trace, world.toolkit, "/program", nullptr);
+  Deklarationen declarations(world.trace.trace, world.user, "/program", nullptr);
   EXPECT_FALSE(declarations.SetDefaultBehavior());
   EXPECT_FALSE(declarations.SetIconDirectory());
-  EXPECT_TRUE(world.recording.writer->Has("  Behavior has been set with result: False"));
+  EXPECT_TRUE(world.Traced("  Behavior has been set with result: False"));
   EXPECT_EQ(declarations.Folder(), "/program");
   EXPECT_EQ(test::ErrorNumberOf([&] { (void)declarations.Language(); }), 91);
 }
@@ -222,9 +217,9 @@ TEST(StartUpSteps, WithoutASessionTheyFailQuietly) {
 TEST(ConfigurationReader, SectionsComeFromTheSettingsFoundOrGiven) {
   SettingsWorld world(
       {.settings = {{"Mapping", "[M]\r\nx\r\n"}, {"Initialization", "[M]\r\na=1\r\n#c\r\n\r\nb==c\r\n"}}});
-  AdminConfigurationReader reader(world.recording.trace);
+  AdminConfigurationReader reader(world.trace.trace);
   EXPECT_EQ(reader.SectionEntries(world.session, "M"), (Lines{"a=1", "b==c"}));
-  const PcObjectPtr mapping = world.session->ObjectStore()->Object({20, 11});
+  const PcObjectPtr mapping = world.Object({20, 11});
   EXPECT_EQ(
       reader.SectionLines(world.session, "M", "Initialization", "Admin Setting", "VRKX_VALUE_LONG", mapping),
       Lines{"x"});

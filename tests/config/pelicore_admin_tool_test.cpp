@@ -26,17 +26,17 @@ TEST(LinkedAdminObject, TheNamedOneIsTakenElseTheLast) {
                         {{}, "nothing"}};
   for (const Case& each : cases) {
     SettingsWorld world({.settings = each.settings});
-    PelicoreAdminTool tool(world.recording.trace);
+    PelicoreAdminTool tool(world.trace.trace);
     EXPECT_EQ(IdentifierOf(tool.adm_GetLinkedAdmObj(world.session, "Initialization", nullptr)), each.found);
   }
 }
 
 TEST(LinkedAdminObject, EveryStepIsTraced) {
   SettingsWorld world({.settings = {{"Other", ""}, {"Initialization", ""}}});
-  PelicoreAdminTool tool(world.recording.trace);
+  PelicoreAdminTool tool(world.trace.trace);
   (void)tool.adm_GetLinkedAdmObj(world.session, "Initialization", nullptr);
   EXPECT_EQ(
-      world.recording.writer->Lines(),
+      world.trace.writer->Lines(),
       (Lines{"Get Admin ClassID", "  AdmClassID= 20", "LinkClassID = 2000",
              "run query to get linked admin objects", "LinkedObjs.count = 2", "SingLinkedObj.ClassID = 20",
              "AdminAttribName = VRKX_VALUE_1", "SingLinkedObj.Data.ValueAsString(AdminAttribName) = Other",
@@ -49,28 +49,28 @@ TEST(LinkedAdminObject, FailingStepsGiveNothingAndNeverRaise) {
   using embedded::HostCall;
   for (const HostCall call : {HostCall::kRetrieve, HostCall::kRead}) {
     SettingsWorld world;
-    world.host->FailNext({call, 0, 1, 5, true});
-    PelicoreAdminTool tool(world.recording.trace);
+    world.host.FailNext({call, 0, 1, 5, true});
+    PelicoreAdminTool tool(world.trace.trace);
     (void)tool.adm_GetLinkedAdmObj(world.session, "Initialization", nullptr);
   }
   SettingsWorld unlinked({.generalLink = false});
-  PelicoreAdminTool tool(unlinked.recording.trace);
+  PelicoreAdminTool tool(unlinked.trace.trace);
   EXPECT_EQ(tool.adm_GetLinkedAdmObj(unlinked.session, "Initialization", nullptr), nullptr);
   EXPECT_EQ(tool.adm_GetLinkedAdmObj(nullptr, "Initialization", nullptr), nullptr);
-  unlinked.recording.writer->failing = true;
+  unlinked.trace.writer->failing = true;
   EXPECT_EQ(tool.adm_GetLinkedAdmObj(unlinked.session, "Initialization", nullptr), nullptr);
 }
 
 TEST(LinkedAdminObject, AnotherBaseObjectHasItsOwnSettings) {
   SettingsWorld world;
-  const PcObjectPtr settings = world.session->ObjectStore()->Object({20, 11});
-  PelicoreAdminTool tool(world.recording.trace);
+  const PcObjectPtr settings = world.Object({20, 11});
+  PelicoreAdminTool tool(world.trace.trace);
   EXPECT_EQ(tool.adm_GetLinkedAdmObj(world.session, "Initialization", settings), nullptr);
 }
 
 TEST(AdminTool, FindsTheOneObjectOfAnIdentifier) {
   SettingsWorld world({.settings = {{"A", ""}, {"B", ""}}});
-  PelicoreAdminTool tool(world.recording.trace);
+  PelicoreAdminTool tool(world.trace.trace);
   PcObjectPtr object;
   EXPECT_TRUE(tool.getAdminObject(*world.session, nullptr, "INI-12", object));
   EXPECT_EQ(tool.getValueFromAdminObj(object, "VRKX_VALUE_1"), "B");
@@ -83,22 +83,22 @@ TEST(AdminTool, FindsTheOneObjectOfAnIdentifier) {
 
 TEST(AdminTool, TheSettingsTextIsReadAndWritten) {
   SettingsWorld world;
-  PelicoreAdminTool tool(world.recording.trace);
+  PelicoreAdminTool tool(world.trace.trace);
   EXPECT_FALSE(tool.WriteXMLStringToAdminObj("<x/>"));
   EXPECT_EQ(tool.ReadXMLStringFromAdminobj(nullptr), "");
   tool.DefaultBehavior = world.declarations.startup.DefaultBehavior;
   tool.AdminObject = tool.adm_GetLinkedAdmObj(world.session, "Initialization", nullptr);
   EXPECT_TRUE(tool.WriteXMLStringToAdminObj("<x>\r\nü</x>"));
-  const PcObjectPtr fresh = world.session->ObjectStore()->Object({20, 11});
+  const PcObjectPtr fresh = world.Object({20, 11});
   fresh->ReadData();
   EXPECT_EQ(tool.ReadXMLStringFromAdminobj(fresh), "<x>\r\nü</x>");
-  world.host->FailNext({embedded::HostCall::kUpdate, 0, 1, 9, false});
+  world.host.FailNext({embedded::HostCall::kUpdate, 0, 1, 9, false});
   EXPECT_FALSE(tool.WriteXMLStringToAdminObj("<y/>"));
 }
 
 TEST(AdminTool, LinkClassesAndMechanismsComeFromTheMetadata) {
   SettingsWorld world({.generalLink = false});
-  PelicoreAdminTool tool(world.recording.trace);
+  PelicoreAdminTool tool(world.trace.trace);
   EXPECT_EQ(tool.GetGenLinkCLassID_ByClass(*world.session, 20, 30), 2000);
   EXPECT_EQ(tool.GetGenLinkCLassID_ByClass(*world.session, 30, 20), 2000);
   EXPECT_EQ(tool.GetGenLinkCLassID_ByClass(*world.session, 10, 20), 0);
@@ -112,7 +112,7 @@ TEST(AdminTool, LinkClassesAndMechanismsComeFromTheMetadata) {
 
 TEST(AdminTool, LinkedObjectsOfOneClassAreListed) {
   SettingsWorld world({.settings = {{"A", ""}, {"B", ""}}});
-  PelicoreAdminTool tool(world.recording.trace);
+  PelicoreAdminTool tool(world.trace.trace);
   const PcObjectPtr user = world.session->CurrentUser()->UserObject();
   EXPECT_EQ(tool.GetLinkedObjs(user, 20, 2000)->RowCount(), 2);
   EXPECT_EQ(tool.GetAllGenLinkedObjs(user, 20)->KeyOfRow(1), (ObjectKey{20, 12}));

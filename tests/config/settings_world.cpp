@@ -66,15 +66,12 @@ std::string Model(const SettingsWorldOptions& options) {
 
 }  // namespace
 
-SettingsWorld::SettingsWorld(const SettingsWorldOptions& options) {
-  embedded::HostOptions hostOptions;
-  hostOptions.files = &files;
-  hostOptions.dialogs = &dialogs;
-  host = std::make_unique<embedded::EmbeddedHost>(Model(options), folder.Path(), hostOptions);
-  session = host->OpenSession("anna");
+SettingsWorld::SettingsWorld(const SettingsWorldOptions& options)
+    : HostedMachine(user, [&](const TemporaryFolder&) { return Model(options); }),
+      ProgramServices(platform, host, user) {
   declarations.SetSessionGlobal(session);
   declarations.SetDefaultBehavior();
-  recording.writer->Clear();
+  trace.writer->Clear();
 }
 
 }  // namespace tessel::test

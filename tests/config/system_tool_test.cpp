@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "config/settings_world.h"
-#include "platform/posix/posix_platform.h"
 #include "support/expect_error.h"
+#include "support/machine.h"
+#include "support/onlooker.h"
 #include "toolkit/window.h"
 
 namespace tessel {
@@ -30,26 +30,15 @@ class SystemToolTest : public testing::Test {
       text += name + ">" + value + ";";
     return text;
   }
-  static PosixPlatformOptions Options(const test::TemporaryFolder& folder) {
-    PosixPlatformOptions options;
-    options.drivesDirectory = folder.Path("drives");
-    options.pauses = false;
-    return options;
-  }
 
-  test::TemporaryFolder folder_;
-  PosixPlatform posix_{Options(folder_)};
+  test::Machine machine_;
+  const test::TemporaryFolder& folder_ = machine_.folder;
   NamedLanguage language_;
-  Platform platform_{posix_.Services().files,
-                     posix_.Services().encodings,
-                     posix_.Services().clock,
-                     posix_.Services().pauser,
-                     posix_.Services().processes,
-                     posix_.Services().profiles,
-                     language_,
-                     posix_.Services().program};
-  test::BoxToolkit toolkit_;
-  SystemTool tool_{platform_, toolkit_};
+  Platform platform_{
+      machine_.platform.files, machine_.platform.encodings, machine_.clock, machine_.pauser,
+      machine_.launcher,       machine_.platform.profiles,  language_,      machine_.platform.program};
+  test::Onlooker user_;
+  SystemTool tool_{platform_, user_};
 };
 
 TEST_F(SystemToolTest, SettingsAreReadUpToTheBufferAndWritten) {
@@ -111,7 +100,7 @@ TEST_F(SystemToolTest, TheReadOnlyFlagIsRemovedFromTheFileMeant) {
 TEST_F(SystemToolTest, WindowsAndIconsGoToTheSystem) {
   Window window("Tessel_0", "Kestrix", {100, 100});
   tool_.VBFormOnTop(window);
-  EXPECT_EQ(toolkit_.broughtToTop, 1);
+  EXPECT_EQ(user_.broughtToTop, 1);
   EXPECT_EQ(tool_.GetDisplayedIconFileName("a.pdf"), "a.pdf.ico");
 }
 

@@ -4,8 +4,8 @@ namespace tessel::test {
 namespace {
 
 TEST_F(QelFunctionPoolTest, ShowsAttributesAsPeopleReadThem) {
-  const PcObjectPtr shaft = world_.Object(1202, 4);
-  const PcObjectPtr cover = world_.Object(1202, 3);
+  const PcObjectPtr shaft = world_.Object({1202, 4});
+  const PcObjectPtr cover = world_.Object({1202, 3});
   const struct {
     const PcObjectPtr& object;
     const char* attribute;
@@ -33,9 +33,9 @@ TEST_F(QelFunctionPoolTest, ShowsAttributesAsPeopleReadThem) {
 }
 
 TEST_F(QelFunctionPoolTest, FollowsAReference) {
-  const PcObjectPtr shaft = world_.Object(1202, 4);
+  const PcObjectPtr shaft = world_.Object({1202, 4});
   EXPECT_EQ(pool_.ReferencedObject(*shaft, "OWNER", 0)->Key(), (ObjectKey{10, 31}));
-  EXPECT_FALSE(pool_.ReferencedObject(*world_.Object(1202, 3), "OWNER", 0));
+  EXPECT_FALSE(pool_.ReferencedObject(*world_.Object({1202, 3}), "OWNER", 0));
   EXPECT_FALSE(pool_.ReferencedObject(*shaft, "VRK_ID", 0));
 }
 
@@ -66,7 +66,7 @@ TEST_F(QelFunctionPoolTest, FindsLookupValues) {
 TEST_F(QelFunctionPoolTest, NamesTheMandatoryAttributesWithoutValue) {
   std::string missing = "left over";
   const auto check = [&](ClassId classId, ObjectId id) {
-    const PcObjectPtr object = world_.Object(classId, id);
+    const PcObjectPtr object = world_.Object({classId, id});
     return pool_.MandatoryAttributesHaveValues(*object, *object->Class(), missing);
   };
   EXPECT_FALSE(check(1201, 1));

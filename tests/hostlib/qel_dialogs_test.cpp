@@ -3,10 +3,8 @@
 namespace tessel::test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 TEST_F(QelFunctionPoolTest, ShowsAnObjectInTheDialogOfItsMode) {
-  const PcObjectPtr gearbox = world_.Object(1201, 1);
+  const PcObjectPtr gearbox = world_.Object({1201, 1});
   const struct {
     int mode;
     int modal;
@@ -28,7 +26,7 @@ TEST_F(QelFunctionPoolTest, ShowsAnObjectInTheDialogOfItsMode) {
 }
 
 TEST_F(QelFunctionPoolTest, ShowsTheObjectsOfAListThatExist) {
-  pool_.RetrieveChildren(*world_.Object(1201, 1), {.id = 1202}, 0, records_);
+  pool_.RetrieveChildren(*world_.Object({1201, 1}), {.id = 1202}, 0, records_);
   records_->SetValue("CLASS_ID", 1, std::int16_t{1202});
   records_->SetValue("OBJECT_ID", 1, 99);
   records_->SetValue("CLASS_ID", 2, std::int16_t{1203});
@@ -41,8 +39,7 @@ TEST_F(QelFunctionPoolTest, ShowsTheObjectsOfAListThatExist) {
 TEST_F(QelFunctionPoolTest, LetsTheUserSelectObjects) {
   world_.driver.Pick({1}).Pick({1, 0}).Pick({2}).Pick({});
   EXPECT_EQ(pool_.SelectObject(session_, {.name = "Part"}, "Part?")->Key(), (ObjectKey{1202, 4}));
-  EXPECT_EQ(QelWorld::Keys(pool_.SelectObjects(session_, {.id = 1202}, "Parts?")),
-            (Texts{"1202:4", "1202:3"}));
+  EXPECT_EQ(QelWorld::Keys(pool_.SelectObjects(session_, {.id = 1202}, "Parts?")), "1202|4; 1202|3");
   EXPECT_TRUE(pool_.SelectCompositeObject(session_, {.id = 1201}, "Below?"));
   EXPECT_FALSE(pool_.SelectCompositeObjects(session_, {.id = 1201}, "None?"));
   EXPECT_FALSE(pool_.SelectObject(session_, {}, "no class, no dialog"));
@@ -53,25 +50,23 @@ TEST_F(QelFunctionPoolTest, LetsTheUserSelectObjects) {
 }
 
 TEST_F(QelFunctionPoolTest, RunsLifeCycleOperations) {
-  const PcObjectPtr cover = world_.Object(1202, 3);
-  const auto state = [&] {
-    return world_.Rows("select STATE, VRK_COMMENT from PART where OBJECT_ID = 3").at(0);
-  };
+  const PcObjectPtr cover = world_.Object({1202, 3});
+  const auto state = [&] { return world_.Rows("select STATE, VRK_COMMENT from PART where OBJECT_ID = 3"); };
   EXPECT_TRUE(pool_.LifeCycleOperation(session_, cover, "RELEASE", "done", false, 0));
-  EXPECT_EQ(state(), "3 done");
+  EXPECT_EQ(state(), "3|done");
   for (const char* refused : {"COPYFILE", "CHECKOUT", "APPROVE", "release", ""}) {
     EXPECT_FALSE(pool_.LifeCycleOperation(session_, cover, refused, "", false, 0)) << refused;
   }
-  EXPECT_EQ(state(), "3 done");
+  EXPECT_EQ(state(), "3|done");
   EXPECT_EQ(world_.driver.TakeTranscript(), "");
 
   EXPECT_TRUE(pool_.LifeCycleOperation(session_, cover, "CHECKOUT", "out", true, 0));
-  EXPECT_EQ(state(), "2 out");
+  EXPECT_EQ(state(), "2|out");
   EXPECT_TRUE(pool_.LifeCycleOperation(session_, cover, "", "in", true, 0));  // check-in is the default
-  EXPECT_EQ(state(), "1 in");
+  EXPECT_EQ(state(), "1|in");
   world_.driver.AnswerLifeCycle(2);
   EXPECT_FALSE(pool_.LifeCycleOperation(session_, cover, "RELEASE", "", true, 0));
-  EXPECT_EQ(state(), "1 in");
+  EXPECT_EQ(state(), "1|in");
 }
 
 TEST_F(QelFunctionPoolTest, RunsALifeCycleOperationOnAList) {
@@ -79,7 +74,7 @@ TEST_F(QelFunctionPoolTest, RunsALifeCycleOperationOnAList) {
   query->SetSql("select * from PART order by OBJECT_ID");
   pool_.SelectObjectsSQL(session_, *query, records_);
   EXPECT_TRUE(pool_.LifeCycleOperation1(session_, *records_, "RELEASE", "all", false, 0));
-  EXPECT_EQ(world_.Rows("select OBJECT_ID, STATE from PART order by OBJECT_ID"), (Texts{"3 3", "4 3"}));
+  EXPECT_EQ(world_.Rows("select OBJECT_ID, STATE from PART order by OBJECT_ID"), "3|3; 4|3");
   EXPECT_FALSE(pool_.LifeCycleOperation1(session_, *world_.host.CreateRecordList(), "RELEASE", "", false, 0));
 }
 

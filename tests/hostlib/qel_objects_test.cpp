@@ -3,8 +3,6 @@
 namespace tessel::test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 TEST_F(QelFunctionPoolTest, ANewObjectHasItsDefaultsAndNumbersButIsNotSaved) {
   PcObjectPtr part;
   EXPECT_EQ(pool_.NewObject(session_, {.name = "Part"}, 1, part), part);
@@ -13,30 +11,27 @@ TEST_F(QelFunctionPoolTest, ANewObjectHasItsDefaultsAndNumbersButIsNotSaved) {
   EXPECT_EQ(part->GetText("VRK_ID"), "N-005");
   EXPECT_EQ(part->GetText("REVISION"), "A");  // its sequence is left alone
   EXPECT_EQ(part->GetText("STATE"), "1");
-  EXPECT_EQ(world_.Rows("select count(*) from PART"), Texts{"2"});
+  EXPECT_EQ(world_.Rows("select count(*) from PART"), "2");
 }
 
 TEST_F(QelFunctionPoolTest, LinksAnObjectToADesktop) {
-  const PcObjectPtr anna = world_.Object(10, 31);
-  EXPECT_TRUE(pool_.LinkObjectToDesktop(world_.Object(1201, 1), anna, 3, true, false));
-  const Texts link = world_.Rows(
-      "select OBJECT_ID, OBJECT_ID1, CLASS_ID1, OBJECT_ID2, CLASS_ID2 from GENERAL_LINK where CLASS_ID2 = "
-      "10");
-  ASSERT_EQ(link.size(), 1u);
-  EXPECT_EQ(link[0].substr(link[0].find(' ')), " 1 1201 31 10");
-  const std::string id = link[0].substr(0, link[0].find(' '));
+  const PcObjectPtr anna = world_.Object({10, 31});
+  EXPECT_TRUE(pool_.LinkObjectToDesktop(world_.Object({1201, 1}), anna, 3, true, false));
+  const std::string id = world_.Rows("select OBJECT_ID from GENERAL_LINK where CLASS_ID2 = 10");
+  EXPECT_EQ(world_.Rows("select OBJECT_ID1, CLASS_ID1, OBJECT_ID2 from GENERAL_LINK where CLASS_ID2 = 10"),
+            "1|1201|31");
   EXPECT_EQ(world_.driver.TakeTranscript(), "refresh 2000:" + id + " mode 1\nrefresh 1201:1 mode 1\n");
-  EXPECT_FALSE(pool_.LinkObjectToDesktop(world_.Object(1202, 3), anna, 3, true, true));  // not its class
+  EXPECT_FALSE(pool_.LinkObjectToDesktop(world_.Object({1202, 3}), anna, 3, true, true));  // not its class
   EXPECT_EQ(world_.driver.TakeTranscript(), "");
 }
 
 TEST_F(QelFunctionPoolTest, LinksAnObjectBelowAParentAndToAnObject) {
-  const PcObjectPtr shaft = world_.Object(1202, 4);
-  const PcObjectPtr gearbox = world_.Object(1201, 1);
+  const PcObjectPtr shaft = world_.Object({1202, 4});
+  const PcObjectPtr gearbox = world_.Object({1201, 1});
   EXPECT_FALSE(pool_.LinkObjectToParent(gearbox, shaft, 0, true, true));  // a part has nothing below it
   EXPECT_TRUE(pool_.LinkObjectToParent(shaft, gearbox, 0, false, false));
   EXPECT_EQ(world_.Rows("select OBJECT_ID2 from STRUCTURE where OBJECT_ID1 = 1 order by OBJECT_ID"),
-            (Texts{"2", "3", "4"}));
+            "2; 3; 4");
   EXPECT_EQ(pool_.LinkObjectToObject(*shaft, *gearbox, {.name = "General Link"})->GetText("OBJECT_ID2"), "1");
   EXPECT_FALSE(pool_.LinkObjectToObject(*shaft, *gearbox, {}));
   world_.host.FailNext({.call = embedded::HostCall::kLink});
@@ -46,9 +41,9 @@ TEST_F(QelFunctionPoolTest, LinksAnObjectBelowAParentAndToAnObject) {
 
 TEST_F(QelFunctionPoolTest, RefreshesTheWindowOfOneSessionOrOfAll) {
   const PcSessionPtr other = world_.host.OpenSession("bert", "b");
-  pool_.RefreshActivePelicoreWindow(*world_.Object(1201, 1), 2);
+  pool_.RefreshActivePelicoreWindow(*world_.Object({1201, 1}), 2);
   EXPECT_EQ(world_.driver.TakeTranscript(), "refresh 1201:1 mode 2\n");
-  pool_.RefreshAllPelicoreWindows(*world_.Object(1201, 1), 1);
+  pool_.RefreshAllPelicoreWindows(*world_.Object({1201, 1}), 1);
   EXPECT_EQ(world_.driver.TakeTranscript(), "refresh 1201:1 mode 1\nrefresh 1201:1 mode 1\n");
 }
 

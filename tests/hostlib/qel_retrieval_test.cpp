@@ -3,45 +3,42 @@
 namespace tessel::test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 constexpr int kMode = 2;
 
 TEST_F(QelFunctionPoolTest, RetrievesTheStructureInBothDirections) {
-  const PcObjectPtr gearbox = world_.Object(1201, 1);
-  const PcObjectPtr shaft = world_.Object(1202, 4);
-  EXPECT_EQ(QelWorld::Keys(pool_.RetrieveChildren(*gearbox, {.id = 1201}, kMode, records_)), Texts{"1201:2"});
-  EXPECT_EQ(QelWorld::Keys(pool_.RetrieveChildren(*gearbox, {.name = "Part"}, kMode, records_)),
-            Texts{"1202:3"});
-  EXPECT_EQ(QelWorld::Keys(pool_.RetrieveChildren(*gearbox, {.id = 900}, kMode, records_)), Texts{"900:6"});
-  EXPECT_EQ(QelWorld::Keys(pool_.RetrieveParents(*gearbox, {.id = 900}, kMode, records_)), Texts{"900:7"});
+  const PcObjectPtr gearbox = world_.Object({1201, 1});
+  const PcObjectPtr shaft = world_.Object({1202, 4});
+  EXPECT_EQ(QelWorld::Keys(pool_.RetrieveChildren(*gearbox, {.id = 1201}, kMode, records_)), "1201|2");
+  EXPECT_EQ(QelWorld::Keys(pool_.RetrieveChildren(*gearbox, {.name = "Part"}, kMode, records_)), "1202|3");
+  EXPECT_EQ(QelWorld::Keys(pool_.RetrieveChildren(*gearbox, {.id = 900}, kMode, records_)), "900|6");
+  EXPECT_EQ(QelWorld::Keys(pool_.RetrieveParents(*gearbox, {.id = 900}, kMode, records_)), "900|7");
   EXPECT_EQ(QelWorld::Keys(pool_.RetrieveParents(*shaft, {.object = gearbox->Class()}, kMode, records_)),
-            Texts{"1201:2"});
+            "1201|2");
   EXPECT_EQ(records_->GetValue("VRK_ID", 0).AsText(), "A-2");
 }
 
 TEST_F(QelFunctionPoolTest, RetrievesRelationsOnEitherSide) {
-  const PcObjectPtr gearbox = world_.Object(1201, 1);
-  const Texts both = {"900:6", "900:7"};
+  const PcObjectPtr gearbox = world_.Object({1201, 1});
+  const std::string both = "900|6; 900|7";
   EXPECT_EQ(QelWorld::Keys(pool_.RetrieveRelations(*gearbox, {.id = 900}, {.id = 2000}, kMode, records_)),
             both);
   EXPECT_TRUE(records_->HasColumn("OBJECT_ID1"));
   EXPECT_EQ(QelWorld::Keys(pool_.RetrieveRelations(*gearbox, {.id = 900}, {}, kMode, records_)), both);
   EXPECT_FALSE(records_->HasColumn("OBJECT_ID1"));
   EXPECT_EQ(QelWorld::Keys(pool_.RetrieveRelations(*gearbox, {.id = 900}, {.id = 2001}, kMode, records_)),
-            Texts{});
+            "");
 }
 
 TEST_F(QelFunctionPoolTest, AppendsTheLinksToWhatIsRelated) {
-  const PcObjectPtr gearbox = world_.Object(1201, 1);
+  const PcObjectPtr gearbox = world_.Object({1201, 1});
   pool_.RetrieveChildrenAndLinks(*gearbox, {.name = "Part"}, kMode, records_);
-  ASSERT_EQ(QelWorld::Keys(records_), Texts{"1202:3"});
+  ASSERT_EQ(QelWorld::Keys(records_), "1202|3");
   EXPECT_EQ(records_->GetValue("QUANTITY", 0).AsText(), "2");
-  pool_.RetrieveParentsAndLinks(*world_.Object(1202, 4), {.name = "Assembly"}, kMode, records_);
-  ASSERT_EQ(QelWorld::Keys(records_), Texts{"1201:2"});  // tied by two links, it comes once
+  pool_.RetrieveParentsAndLinks(*world_.Object({1202, 4}), {.name = "Assembly"}, kMode, records_);
+  ASSERT_EQ(QelWorld::Keys(records_), "1201|2");  // tied by two links, it comes once
   EXPECT_EQ(records_->GetValue("QUANTITY", 0).AsText(), "3");
   pool_.RetrieveRelationsAndLinks(*gearbox, {.name = "Exchange"}, {}, kMode, records_);
-  ASSERT_EQ(QelWorld::Keys(records_), (Texts{"900:6", "900:7"}));
+  ASSERT_EQ(QelWorld::Keys(records_), "900|6; 900|7");
   EXPECT_EQ(records_->GetValue("OBJECT_ID1", 1).AsText(), "7");
 }
 
@@ -60,7 +57,7 @@ TEST_F(QelFunctionPoolTest, TheClassObjectCountsBeforeTheIdAndTheIdBeforeTheName
 }
 
 TEST_F(QelFunctionPoolTest, WithoutAClassNothingIsRetrievedAndTheHostIsNotCalled) {
-  const PcObjectPtr gearbox = world_.Object(1201, 1);
+  const PcObjectPtr gearbox = world_.Object({1201, 1});
   world_.host.FailNext({.call = embedded::HostCall::kRetrieve});
   records_ = world_.host.CreateRecordList();
   EXPECT_FALSE(pool_.RetrieveChildren(*gearbox, {}, kMode, records_));
@@ -74,20 +71,20 @@ TEST_F(QelFunctionPoolTest, WithoutAClassNothingIsRetrievedAndTheHostIsNotCalled
 }
 
 TEST_F(QelFunctionPoolTest, TheMainObjectStandsAtTheTopOfTheStructure) {
-  const PcObjectPtr shaft = world_.Object(1202, 4);
+  const PcObjectPtr shaft = world_.Object({1202, 4});
   EXPECT_EQ(pool_.RetrieveMainObject(shaft, 0)->Key(), (ObjectKey{1201, 1}));
   EXPECT_EQ(pool_.RetrieveMainObject(shaft, 1)->Key(), (ObjectKey{1201, 2}));
-  EXPECT_EQ(pool_.RetrieveMainObject(world_.Object(1203, 5), 0)->Key(), (ObjectKey{1203, 5}));
+  EXPECT_EQ(pool_.RetrieveMainObject(world_.Object({1203, 5}), 0)->Key(), (ObjectKey{1203, 5}));
   // A cycle ends where it closes.
-  ASSERT_TRUE(pool_.LinkObjectToParent(world_.Object(1201, 1), world_.Object(1201, 2), 0, false, false));
+  ASSERT_TRUE(pool_.LinkObjectToParent(world_.Object({1201, 1}), world_.Object({1201, 2}), 0, false, false));
   EXPECT_EQ(pool_.RetrieveMainObject(shaft, 0)->Key(), (ObjectKey{1201, 1}));
 }
 
 TEST_F(QelFunctionPoolTest, RunsAQueryForObjects) {
   const PcQueryPtr query = session_.ObjectStore()->NewQuery();
   query->SetSql("select * from PART where VRK_ID like 'P-%' order by OBJECT_ID desc");
-  EXPECT_EQ(QelWorld::Keys(pool_.SelectObjectsSQL(session_, *query, records_)), (Texts{"1202:4", "1202:3"}));
-  EXPECT_EQ(QelWorld::Keys(records_), (Texts{"1202:4", "1202:3"}));
+  EXPECT_EQ(QelWorld::Keys(pool_.SelectObjectsSQL(session_, *query, records_)), "1202|4; 1202|3");
+  EXPECT_EQ(QelWorld::Keys(records_), "1202|4; 1202|3");
 }
 
 }  // namespace

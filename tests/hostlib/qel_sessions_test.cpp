@@ -3,8 +3,6 @@
 namespace tessel::test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 class StartPelicore : public QelFunctionPoolTest {
  protected:
   // The login name of the session, "refused" without one.
@@ -51,7 +49,7 @@ TEST_F(QelFunctionPoolTest, KnowsClassesBehavioursAndDirectories) {
 TEST_F(QelFunctionPoolTest, KeepsAMessageInTheMessageStore) {
   pool_.SendExternalMessage(session_, "to@example.com", "from@example.com", "Subject", "It's text", 3);
   EXPECT_EQ(world_.Rows("select RECIPIENT, SENDER, SUBJECT, BODY, SEND_OPTION from MESSAGE_STORE"),
-            Texts{"to@example.com from@example.com Subject It's text 3"});
+            "to@example.com|from@example.com|Subject|It's text|3");
 }
 
 TEST_F(QelFunctionPoolTest, ReadsAndWritesSettingsOfAnIniFile) {
@@ -72,7 +70,7 @@ TEST_F(QelFunctionPoolTest, TracesOnlyIntoAFileThatExists) {
   pool_.PutTrace(TracePair{"Ids", TraceArray{0, {Value("x"), Value("y")}}}, TracePair{"Left out", {}},
                  TracePair{"Id", Value(7)});
   EXPECT_EQ(world_.folder.Read("library.txt"), "Ids(00): >>x<<\r\nIds(01): >>y<<\r\nId: >>7<<\r\n");
-  pool_.PutTraceObject(world_.Object(1203, 5), "Drawing");
+  pool_.PutTraceObject(world_.Object({1203, 5}), "Drawing");
   EXPECT_NE(world_.folder.Read("library.txt").find("VRK_ID:   D-5"), std::string::npos);
 }
 

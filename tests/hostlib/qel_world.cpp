@@ -1,7 +1,5 @@
 #include "hostlib/qel_world.h"
 
-#include "host/error.h"
-
 namespace tessel::test {
 namespace {
 
@@ -72,56 +70,13 @@ constexpr const char* kModel = R"json({
   ]
 })json";
 
-PosixPlatformOptions PlatformOptions(const TemporaryFolder& folder) {
-  PosixPlatformOptions options;
-  options.drivesDirectory = folder.Path("drives");
-  options.program = ProgramLocation{folder.Path(), "prjTessel"};
-  return options;
+std::string Model(const TemporaryFolder& folder) {
+  folder.Write("model/p4.stp", "shaft");
+  return kModel;
 }
 
 }  // namespace
 
-embedded::HostOptions QelWorld::Options() {
-  folder.Write("model/p4.stp", "shaft");
-  embedded::HostOptions options;
-  options.files = &posix.Services().files;
-  options.dialogs = &driver;
-  options.vaultPath = folder.MakeFolder("vault");
-  options.clientRuns = false;
-  return options;
-}
-
-QelWorld::QelWorld()
-    : posix(PlatformOptions(folder)),
-      host(kModel, folder.Path("model"), Options()),
-      session(host.OpenSession("anna", "a")),
-      pool(posix.Services(), host) {}
-
-PcObjectPtr QelWorld::Object(ClassId classId, ObjectId id) const {
-  return Required(session->ObjectStore()->Object({classId, id}), "object of the test");
-}
-
-std::vector<std::string> QelWorld::Keys(const PcRecordListPtr& records) {
-  std::vector<std::string> keys;
-  for (int row = 0; records && row < records->RowCount(); ++row) {
-    keys.push_back(ObjectKeyText(records->KeyOfRow(row), ':'));
-  }
-  return keys;
-}
-
-std::vector<std::string> QelWorld::Rows(const std::string& sql) const {
-  const PcQueryPtr query = session->ObjectStore()->NewQuery();
-  query->SetSql(sql);
-  const PcRecordListPtr found = query->Run();
-  std::vector<std::string> rows;
-  for (int row = 0; row < found->RowCount(); ++row) {
-    std::string text;
-    for (int column = 0; column < found->ColumnCount(); ++column) {
-      text += (column == 0 ? "" : " ") + found->GetValue(column, row).AsText();
-    }
-    rows.push_back(text);
-  }
-  return rows;
-}
+QelWorld::QelWorld() : HostedMachine(driver, Model, "a", false) {}
 
 }  // namespace tessel::test

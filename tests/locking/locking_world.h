@@ -9,6 +9,7 @@
 
 #include "selection/start_up.h"
 #include "support/company.h"
+#include "support/onlooker.h"
 #include "support/program_services.h"
 
 namespace tessel::test {

@@ -135,7 +135,8 @@ constexpr const char* kLinks = R"json(
     { "class": "General Link", "from": "gearbox", "to": "flat" })json";
 
 constexpr const char* kErrorTexts =
-    "e0010 Nothing selected\r\ne0070 Choose a recipient\r\ne0090 Not updated\r\ne0100 Not renamed\r\ne0120 One object only\r\n"
+    "e0010 Nothing selected\r\ne0070 Choose a recipient\r\ne0090 Not updated\r\ne0100 Not renamed\r\ne0120 "
+    "One object only\r\n"
     "e0130 Choose a folder structure\r\ne0150 Already chosen\r\ne0190 The export is cancelled\r\n"
     "e0195 No files\r\ne9010 No exchange here\r\ne9020 No configuration\r\ne9030 No start\r\n";
 constexpr const char* kProtocolTexts = "p0001 Export\r\np0002 {0} {1}\r\np0003 Directory {0}\r\n";
@@ -195,32 +196,10 @@ std::string CompanyModel(const TemporaryFolder& folder, const CompanyOptions& op
          "],\n" + kLinks + links + "] }\n";
 }
 
-embedded::HostOptions HostOptionsOf(Machine& machine, embedded::HostDialogs& dialogs) {
-  embedded::HostOptions options;
-  options.files = &machine.platform.files;
-  options.dialogs = &dialogs;
-  options.vaultPath = machine.folder.MakeFolder("vault");
-  return options;
-}
-
 Company::Company(embedded::HostDialogs& dialogs, const CompanyOptions& options)
-    : host(CompanyModel(folder, options), folder.Path("model"), HostOptionsOf(*this, dialogs)),
-      session(host.OpenSession("anna")) {}
-
-PcObjectPtr Company::Object(const ObjectKey& key) const {
-  return Required(session->ObjectStore()->Object(key), "object of the test");
-}
-
-void Company::Set(const ObjectKey& key, const std::vector<std::pair<std::string, Value>>& values) const {
-  const PcObjectPtr object = Object(key);
-  for (const auto& [name, value] : values)
-    object->SetValue(name, value);
-  if (object->Update(*session->NewBehavior()) != 0) throw HostError("The test cannot write");
-}
-
-std::string Company::Stored(const ObjectKey& key, const std::string& attribute) const {
-  return Object(key)->GetText(attribute);
-}
+    : HostedMachine(dialogs, [&](const TemporaryFolder& machineFolder) {
+        return CompanyModel(machineFolder, options);
+      }) {}
 
 PcRecordListPtr Company::ObjectList(const std::vector<ObjectKey>& keys, const std::vector<Value>& states) {
   auto list = host.CreateRecordList();

@@ -5,14 +5,9 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "embedded/embedded_host.h"
-#include "host/error.h"
-#include "support/machine.h"
-#include "support/onlooker.h"
-#include "support/rows.h"
+#include "support/hosted_machine.h"
 
 namespace tessel::test {
 
@@ -46,12 +41,9 @@ struct CompanyOptions {
 // Users 10:31 anna, 10:32 bert, 10:33 rolf (role "Unlock"), 10:34 ruth (role "unlock"), 10:35 admin.
 [[nodiscard]] std::string CompanyModel(const TemporaryFolder& folder, const CompanyOptions& options = {});
 
-// For a host on a machine; the vault is the folder "vault".
-[[nodiscard]] embedded::HostOptions HostOptionsOf(Machine& machine, embedded::HostDialogs& dialogs);
-
-class Company : public Machine {
+class Company : public HostedMachine {
  public:
-  // Both outlive the company.
+  // The dialogs outlive the company.
   explicit Company(embedded::HostDialogs& dialogs, const CompanyOptions& options = {});
 
   static constexpr ObjectKey kGearbox{1201, 1};
@@ -59,25 +51,9 @@ class Company : public Machine {
   static constexpr ObjectKey kBolt{1202, 3};
   static constexpr ObjectKey kNameless{1202, 4};
 
-  // Error 91 when it does not exist.
-  [[nodiscard]] PcObjectPtr Object(const ObjectKey& key) const;
-  // Writes attributes of an object.
-  void Set(const ObjectKey& key, const std::vector<std::pair<std::string, Value>>& values) const;
-  // Value of an attribute of an object as it stands in the database.
-  [[nodiscard]] std::string Stored(const ObjectKey& key, const std::string& attribute) const;
-  // What a query gives: cells separated by "|", Null as "-", rows by "; ".
-  [[nodiscard]] std::string Rows(const std::string& sql) const { return QueryRows(*session, sql); }
   // A list with "OBJECT_ID", "CLASS_ID" and, when states are given, "STATE".
   [[nodiscard]] PcRecordListPtr ObjectList(const std::vector<ObjectKey>& keys,
                                            const std::vector<Value>& states = {});
-
-  embedded::EmbeddedHost host;
-  PcSessionPtr session;
-};
-
-// Comes before Company among the bases of a world that an onlooker watches.
-struct Watched {
-  Onlooker user;
 };
 
 }  // namespace tessel::test

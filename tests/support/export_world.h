@@ -2,6 +2,7 @@
 #pragma once
 
 #include "support/company.h"
+#include "support/onlooker.h"
 #include "support/program_services.h"
 
 namespace tessel::test {

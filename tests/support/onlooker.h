@@ -54,4 +54,9 @@ class Onlooker : public Toolkit, public embedded::UnattendedDialogs {
   int broughtToTop = 0;
 };
 
+// Comes before a hosted machine among the bases of a world that an onlooker watches.
+struct Watched {
+  Onlooker user;
+};
+
 }  // namespace tessel::test

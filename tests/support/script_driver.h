@@ -101,4 +101,9 @@ class ScriptDriver : public Driver {
   bool failed_ = false;
 };
 
+// Comes before a hosted machine among the bases of a world in which a script acts.
+struct Scripted {
+  ScriptDriver driver;
+};
+
 }  // namespace tessel::test

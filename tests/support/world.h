@@ -18,10 +18,6 @@ namespace tessel::test {
 // What the additional-values component was asked: "edit" or "apply", customer, contact and directory.
 using AdditionalValuesCalls = std::vector<std::string>;
 
-struct Scripted {
-  ScriptDriver driver;
-};
-
 // The user is anna, the time 2024-01-31 15:45:02.
 class World : public Scripted, public Company {
  public:
