@@ -73,6 +73,7 @@ std::string Tag(int document) {
 class Build {
  public:
   explicit Build(int documents) : documents_(documents) {
+    world_.trace.trace = Trace(nullptr);
     auto& metaData = *world_.session->metaData;
     metaData.mechanisms = {"VRK_DRAXA_DOCUMENT", "VRK_DRAXA_PART"};
     for (const auto& [id, name] : {std::pair{kDocumentClass, "Document"}, std::pair{kLinkClass, "Uses"}}) {
@@ -122,8 +123,7 @@ class Build {
 
  private:
   NumberedDocuments source_;
-  Trace trace_{nullptr};
-  test::StructureWorld world_{source_, trace_};
+  test::StructureWorld world_{source_};
   int documents_;
 };
 

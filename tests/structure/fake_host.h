@@ -13,7 +13,6 @@
 #include "host/application.h"
 #include "host/error.h"
 #include "host/session.h"
-#include "toolkit/toolkit.h"
 
 namespace tessel::test {
 
@@ -248,18 +247,6 @@ class FakeRuntime : public HostRuntime {
   [[nodiscard]] PcApplicationPtr RunningApplication() override { return nullptr; }
   [[nodiscard]] PcRecordListPtr CreateRecordList() override { return std::make_shared<FakeList>(); }
   [[nodiscard]] PcEnginePtr CreateEngine() override { return nullptr; }
-};
-
-class NoToolkit : public Toolkit {
- public:
-  void ShowModal(const std::shared_ptr<Window>&) override {}
-  void Hide(Window&) override {}
-  bool Unload(Window&, CloseReason) override { return true; }
-  void BringToTop(Window&) override {}
-  void OpenPopupMenu(Window&, const PopupMenu&) override {}
-  MessageAnswer ShowMessage(const MessageRequest&) override { return MessageAnswer::kOk; }
-  void PumpEvents() override {}
-  void Redraw(Window&) override {}
 };
 
 }  // namespace tessel::test

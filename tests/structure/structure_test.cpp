@@ -5,8 +5,6 @@
 
 #include "structure/structure_world.h"
 #include "structure/xml.h"
-#include "support/recording_trace.h"
-#include "support/temporary_folder.h"
 
 namespace tessel {
 namespace {
@@ -101,10 +99,10 @@ struct DocumentWorld {
                        [&](const std::string& line) { return line.starts_with(start); });
   }
 
-  test::TemporaryFolder folder;
-  test::RecordingTrace trace;
   Documents documents;
-  StructureWorld world{documents, trace.trace};
+  StructureWorld world{documents};
+  const test::TemporaryFolder& folder = world.folder;
+  test::RecordingTrace& trace = world.trace;
 };
 
 class StructureTest : public testing::Test, public DocumentWorld {};

@@ -6,28 +6,28 @@
 #include <utility>
 #include <vector>
 
-#include "config/services.h"
 #include "exchange/exchange.h"
-#include "platform/posix/posix_platform.h"
 #include "structure/fake_host.h"
 #include "structure/structure.h"
+#include "support/machine.h"
+#include "support/onlooker.h"
+#include "support/program_services.h"
 
 namespace tessel::test {
 
-class MorningClock : public Clock {
- public:
-  [[nodiscard]] LocalTime Now() const override { return {2024, 1, 31, 15, 45, 2}; }
+// Comes before the services among the bases.
+struct FakeClient : Watched, Machine {
+  explicit FakeClient(ObjectSource& source) : session(std::make_shared<FakeSession>(source)) {}
+
+  std::shared_ptr<FakeSession> session;
+  FakeRuntime runtime;
 };
 
-class StructureWorld {
+class StructureWorld : public FakeClient, public ProgramServices {
  public:
-  // Both outlive the world.
-  StructureWorld(ObjectSource& source, Trace& trace)
-      : session(std::make_shared<FakeSession>(source)),
-        declarations(trace, toolkit, "/nowhere", nullptr),
-        platform(MakePlatform()),
-        errors(platform.files, *ansi, declarations),
-        services{trace, errors, toolkit, declarations, platform, runtime} {
+  // The source outlives the world.
+  explicit StructureWorld(ObjectSource& source)
+      : FakeClient(source), ProgramServices(platform, runtime, user) {
     declarations.startup.session = session;
     declarations.startup.DefaultBehavior = session->NewBehavior();
     declarations.configuration.DisplayAttribute1 = "VRK_DESCRIPTION";
@@ -69,25 +69,8 @@ class StructureWorld {
   inline static const std::vector<std::string> kLinkColumns{"CLASS_ID",  "CLASS_ID1",  "OBJECT_ID1",
                                                             "CLASS_ID2", "OBJECT_ID2", "VRK_DIRECTION"};
 
-  NoToolkit toolkit;
-  MorningClock clock;
-  PosixPlatform posix;
-  std::shared_ptr<const TextEncoding> ansi = posix.Services().encodings.Open("windows-1252");
-  std::shared_ptr<FakeSession> session;
-  Deklarationen declarations;
-  Platform platform;
-  FakeRuntime runtime;
-  ErrorHandling errors;
-  Services services;
   ExchangeState exchange;
   StructureState state;
-
- private:
-  Platform MakePlatform() {
-    const Platform& real = posix.Services();
-    return {real.files,     real.encodings, clock,       real.pauser,
-            real.processes, real.profiles,  real.system, real.program};
-  }
 };
 
 }  // namespace tessel::test
