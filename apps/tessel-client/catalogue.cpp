@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <algorithm>
+#include <initializer_list>
 
 #include "embedded/embedded_host.h"
 #include "host/error.h"
@@ -15,6 +16,19 @@ using qt::ToQt;
 
 constexpr const char* kDocumentMechanism = "VRKX_DX_SUPPLIER_EXCH_DOC";
 constexpr const char* kExchangeMechanism = "VRKX_DX_TRANSMITTAL";
+// Attributes of documents.
+constexpr const char* kRevision = "REVISION";
+constexpr const char* kDescription = "VRK_DESCRIPTION";
+constexpr const char* kState = "STATE";
+constexpr const char* kLockState = "VRKX_DX_LOCK_STATE";
+constexpr const char* kLockedBy = "VRKX_DX_LOCKED_BY";
+// Attributes of data exchange objects.
+constexpr const char* kPhase = "VRKX_DX_PROCESS_PHASE";
+constexpr const char* kStatus = "VRKX_DX_STATUS_INFO";
+constexpr const char* kCompany = "VRKX_DX_SEND_TO_COMPANY";
+constexpr const char* kContact = "VRKX_DX_SEND_TO_CONT_PERS";
+constexpr const char* kRootDirectory = "VRKX_DX_EXCHANGE_ROOT_DIR";
+constexpr const char* kProtocol = "VRKX_DX_EXCH_PROTOCOL";
 
 std::string IdentifyingAttribute(const PcClass& objectClass) {
   for (int index = 0; index < objectClass.AttributeCount(); ++index) {
@@ -24,9 +38,16 @@ std::string IdentifyingAttribute(const PcClass& objectClass) {
   return {};
 }
 
-PcRecordListPtr AllOf(PcSession& session, const PcClass& objectClass) {
+// Every object of a class with some attributes, as far as the class has them.
+PcRecordListPtr AllOf(PcSession& session, const PcClass& objectClass,
+                      std::initializer_list<std::string> attributes) {
   const PcQueryPtr query = session.ObjectStore()->NewQuery();
   query->SetClass(objectClass.Id());
+  query->AddSelect("CLASS_ID");
+  query->AddSelect("OBJECT_ID");
+  for (const std::string& attribute : attributes) {
+    if (objectClass.FindAttribute(attribute)) query->AddSelect(attribute);
+  }
   return query->Run();
 }
 
@@ -85,18 +106,19 @@ std::vector<DocumentRow> Catalogue::Documents() const {
 
 void Catalogue::AddDocuments(const PcClass& objectClass, std::vector<DocumentRow>& rows) const {
   const std::string number = IdentifyingAttribute(objectClass);
-  const PcRecordListPtr list = AllOf(*session_, objectClass);
+  const PcRecordListPtr list =
+      AllOf(*session_, objectClass, {number, kRevision, kDescription, kState, kLockState, kLockedBy});
   for (int position = 0; position < list->RowCount(); ++position) {
     const Row row(*list, position);
     DocumentRow document{list->KeyOfRow(position),
                          ToQt(objectClass.Name()),
                          row.Text(number),
-                         row.Text("REVISION"),
-                         row.Text("VRK_DESCRIPTION"),
-                         row.Number("STATE"),
+                         row.Text(kRevision),
+                         row.Text(kDescription),
+                         row.Number(kState),
                          {}};
-    if (row.Flag("VRKX_DX_LOCK_STATE")) {
-      const auto login = logins_.find(row.Number("VRKX_DX_LOCKED_BY"));
+    if (row.Flag(kLockState)) {
+      const auto login = logins_.find(row.Number(kLockedBy));
       document.lockedBy = login == logins_.end() ? QStringLiteral("?") : login->second;
     }
     rows.push_back(std::move(document));
@@ -107,19 +129,25 @@ std::vector<ExchangeRow> Catalogue::Exchanges() const {
   std::vector<ExchangeRow> rows;
   for (const PcClassPtr& objectClass : ClassesOf(kExchangeMechanism)) {
     const std::string number = IdentifyingAttribute(*objectClass);
-    const PcRecordListPtr list = AllOf(*session_, *objectClass);
+    const PcRecordListPtr list =
+        AllOf(*session_, *objectClass, {number, kPhase, kStatus, kCompany, kContact, kRootDirectory});
     for (int position = 0; position < list->RowCount(); ++position) {
       const Row row(*list, position);
-      rows.push_back({list->KeyOfRow(position), row.Text(number), row.Number("VRKX_DX_PROCESS_PHASE"),
-                      row.Text("VRKX_DX_STATUS_INFO"), row.Text("VRKX_DX_SEND_TO_COMPANY"),
-                      row.Text("VRKX_DX_SEND_TO_CONT_PERS"), row.Text("VRKX_DX_EXCHANGE_ROOT_DIR"),
-                      row.Text("VRKX_DX_EXCH_PROTOCOL")});
+      rows.push_back({list->KeyOfRow(position), row.Text(number), row.Number(kPhase), row.Text(kStatus),
+                      row.Text(kCompany), row.Text(kContact), row.Text(kRootDirectory)});
     }
   }
   std::stable_sort(rows.begin(), rows.end(), [](const ExchangeRow& first, const ExchangeRow& second) {
     return first.key.objectId > second.key.objectId;
   });
   return rows;
+}
+
+QString Catalogue::ProtocolOf(const ObjectKey& exchange) const {
+  const PcObjectPtr object = session_->ObjectStore()->Object(exchange);
+  if (!object || !object->HasAttribute(kProtocol)) return {};
+  object->ReadData();
+  return ToQt(object->GetText(kProtocol));
 }
 
 std::vector<ObjectKey> Catalogue::Below(const ObjectKey& key) const {

@@ -31,7 +31,6 @@ struct ExchangeRow {
   QString company;
   QString contact;
   QString directory;
-  QString protocol;
 };
 
 class Catalogue {
@@ -42,6 +41,8 @@ class Catalogue {
   [[nodiscard]] std::vector<DocumentRow> Documents() const;
   // The newest first.
   [[nodiscard]] std::vector<ExchangeRow> Exchanges() const;
+  // Empty for an exchange that is gone.
+  [[nodiscard]] QString ProtocolOf(const ObjectKey& exchange) const;
   // What hangs directly below a document, in the order of the links; objects of other classes are left out.
   [[nodiscard]] std::vector<ObjectKey> Below(const ObjectKey& key) const;
   // The number of an object; its key when it has none.

@@ -12,6 +12,7 @@
 #include "qt/dialog_parts.h"
 #include "qt/logo.h"
 #include "qt/text.h"
+#include "tell.h"
 #include "texts.h"
 
 namespace tessel::client {
@@ -36,19 +37,20 @@ QString DataDirectory() {
 QString CreateExample(FileSystem& files, qt::Language language) {
   const QString model = ExampleModel();
   if (model.isEmpty()) {
-    QMessageBox::warning(nullptr, texts::kError.In(language), texts::kNoExample.In(language));
+    Tell(texts::kNoExample.In(language), language, nullptr);
     return {};
   }
-  const QString path = QFileDialog::getSaveFileName(
-      nullptr, texts::kChoiceCreate.In(language),
-      QDir(DataDirectory()).filePath(QStringLiteral("wendelau.db")), texts::kDatabases.In(language), nullptr,
-      QFileDialog::DontConfirmOverwrite);
+  QString path = QFileDialog::getSaveFileName(nullptr, texts::kChoiceCreate.In(language),
+                                              QDir(DataDirectory()).filePath(QStringLiteral("wendelau.db")),
+                                              texts::kDatabases.In(language), nullptr,
+                                              QFileDialog::DontConfirmOverwrite);
   if (path.isEmpty()) return {};
+  if (QFileInfo(path).suffix().isEmpty()) path += QLatin1String(".db");
   try {
     embedded::CreateDatabase(files, qt::FromQt(path), qt::FromQt(model));
     return path;
   } catch (const std::exception& error) {
-    QMessageBox::critical(nullptr, texts::kError.In(language), qt::ToQt(error.what()).toHtmlEscaped());
+    Tell(error, language, nullptr);
     return {};
   }
 }

@@ -2,12 +2,13 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QLibraryInfo>
 #include <QLocale>
-#include <QMessageBox>
 #include <QTimer>
 
 #include "database_choice.h"
 #include "qt/text.h"
+#include "tell.h"
 
 namespace tessel::client {
 namespace {
@@ -22,12 +23,28 @@ qt::Language SystemLanguage() {
 
 }  // namespace
 
-Desktop::Desktop()
-    : platform_(WithServices(system_.Services(), pauser_, system_.Services().processes)),
-      language_(SystemLanguage()),
-      toolkit_(language_),
-      dialogs_(toolkit_) {
-  dialogs_.SetLanguage(language_);
+Desktop::Desktop() : platform_(WithServices(system_.Services(), pauser_, system_.Services().processes)) {
+  Speak(SystemLanguage());
+}
+
+Desktop::~Desktop() {
+  QCoreApplication::removeTranslator(&translator_);
+}
+
+// Qt's own texts, in file dialogs and the names of keys, are English where its translations are not
+// installed.
+void Desktop::Speak(qt::Language language) {
+  language_ = language;
+  QCoreApplication::removeTranslator(&translator_);
+  const QLocale locale(language == qt::Language::kGerman ? QLocale::German : QLocale::English);
+  if (translator_.load(locale, QStringLiteral("qtbase"), QStringLiteral("_"),
+                       QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QCoreApplication::installTranslator(&translator_);
+  }
+}
+
+QWidget* Desktop::Parent() const {
+  return opened_ ? opened_->window.get() : nullptr;
 }
 
 bool Desktop::Open(const StartOptions& options) {
@@ -36,72 +53,62 @@ bool Desktop::Open(const StartOptions& options) {
     chosen.database = ChooseDatabase(settings_.value(kLastDatabase).toString(), platform_.files, language_);
   }
   if (chosen.database.isEmpty()) return false;
-  std::unique_ptr<HostedProgram> hosted = LogIn(chosen);
-  if (!hosted || !ShowWindow(std::move(hosted), chosen.database)) return false;
-  settings_.setValue(kLastDatabase, QFileInfo(chosen.database).absoluteFilePath());
-  settings_.setValue(kLastUser, qt::ToQt(hosted_->Session()->CurrentUser()->LoginName()));
-  return true;
-}
-
-void Desktop::Tell(const std::exception& error) const {
-  QMessageBox::critical(window_.get(), texts::kError.In(language_), qt::ToQt(error.what()).toHtmlEscaped());
-}
-
-std::unique_ptr<HostedProgram> Desktop::TryLogIn(const HostedLogin& login) {
+  auto next = std::make_unique<Opened>();
+  const qt::Language before = language_;
   try {
-    return std::make_unique<HostedProgram>(login, platform_, toolkit_, dialogs_);
+    if (!LogIn(*next, chosen)) return false;
+    Speak(qt::LanguageOf(next->hosted->Session()->Language()));
+    ShowWindow(*next, chosen.database);
   } catch (const std::exception& error) {
-    Tell(error);
-    return nullptr;
-  }
-}
-
-std::unique_ptr<HostedProgram> Desktop::LogIn(const StartOptions& options) {
-  HostedLogin login{qt::FromQt(QFileInfo(options.database).absoluteFilePath()), qt::FromQt(options.user), "",
-                    qt::FromQt(options.language)};
-  dialogs_.SetUser(settings_.value(kLastUser).toString());
-  if (!login.user.empty()) {
-    if (auto hosted = TryLogIn(login)) return hosted;
-    dialogs_.SetUser(options.user);
-  }
-  if (!QFileInfo::exists(options.database)) return login.user.empty() ? TryLogIn(login) : nullptr;
-  while (true) {
-    const embedded::LoginAnswer answer = dialogs_.Login();
-    if (!answer.accepted) return nullptr;
-    login.user = answer.loginName;
-    login.password = answer.password;
-    if (auto hosted = TryLogIn(login)) return hosted;
-    dialogs_.SetUser(qt::ToQt(login.user));
-  }
-}
-
-bool Desktop::ShowWindow(std::unique_ptr<HostedProgram> hosted, const QString& database) {
-  const qt::Language language = qt::LanguageOf(hosted->Session()->Language());
-  if (window_) window_->SavePlace();
-  std::unique_ptr<MainWindow> window;
-  try {
-    window = std::make_unique<MainWindow>(*hosted, language, settings_, QFileInfo(database).fileName(),
-                                          [this] { Reopen(); });
-  } catch (const std::exception& error) {
-    Tell(error);
+    Speak(before);
+    Tell(error, language_, Parent());
     return false;
   }
-  language_ = language;
-  toolkit_.SetLanguage(language_);
-  dialogs_.SetLanguage(language_);
-  dialogs_.OnRefresh = [this](const ObjectKey&) { window_->RefreshSoon(); };
-  dialogs_.IconOf = [this](ClassId classId) { return window_->Contents().IconOf(classId); };
-  window->show();
-  // The old window goes before the program that it shows.
-  window_ = std::move(window);
-  hosted_ = std::move(hosted);
+  sessionLanguage_ = options.language;
+  settings_.setValue(kLastDatabase, QFileInfo(chosen.database).absoluteFilePath());
+  settings_.setValue(kLastUser, qt::ToQt(next->hosted->Session()->CurrentUser()->LoginName()));
+  next->window->show();
+  opened_ = std::move(next);
   return true;
+}
+
+bool Desktop::LogIn(Opened& next, const StartOptions& options) {
+  HostedLogin login{qt::FromQt(QFileInfo(options.database).absoluteFilePath()), qt::FromQt(options.user), "",
+                    qt::FromQt(options.language)};
+  next.dialogs.SetLanguage(language_);
+  next.dialogs.SetUser(login.user.empty() ? settings_.value(kLastUser).toString() : options.user);
+  // The first refusal only says that somebody has to be asked.
+  for (bool asked = false;; asked = true) {
+    try {
+      next.hosted = std::make_unique<HostedProgram>(login, platform_, next.toolkit, next.dialogs);
+      return true;
+    } catch (const embedded::LoginRefused&) {
+      if (asked) Tell(texts::kLoginRefused.In(language_), language_, Parent());
+    }
+    const embedded::LoginAnswer answer = next.dialogs.Login();
+    if (!answer.accepted) return false;
+    login.user = answer.loginName;
+    login.password = answer.password;
+    next.dialogs.SetUser(qt::ToQt(login.user));
+  }
+}
+
+void Desktop::ShowWindow(Opened& next, const QString& database) {
+  next.toolkit.SetLanguage(language_);
+  next.dialogs.SetLanguage(language_);
+  if (opened_) opened_->window->SavePlace();
+  next.window = std::make_unique<MainWindow>(*next.hosted, language_, settings_,
+                                             QFileInfo(database).fileName(), [this] { Reopen(); });
+  MainWindow& window = *next.window;
+  next.dialogs.OnRefresh = [&window](const ObjectKey&) { window.RefreshSoon(); };
+  next.dialogs.IconOf = [&window](ClassId classId) { return window.Contents().IconOf(classId); };
 }
 
 // Outside the menu of the window that is going to be replaced.
 void Desktop::Reopen() {
   QTimer::singleShot(0, qApp, [this] {
     StartOptions options;
+    options.language = sessionLanguage_;
     options.database = AskForDatabase(settings_.value(kLastDatabase).toString(), language_);
     if (!options.database.isEmpty()) static_cast<void>(Open(options));
   });

@@ -2,9 +2,8 @@
 #pragma once
 
 #include <QSettings>
-#include <exception>
+#include <QTranslator>
 #include <memory>
-#include <optional>
 
 #include "common/hosted_program.h"
 #include "main_window.h"
@@ -24,30 +23,38 @@ struct StartOptions {
 class Desktop {
  public:
   Desktop();
+  ~Desktop();
 
   // Opens a database in a window. False, with a window that is open already left as it is, when the user
   // wants no database or cannot log in, or when the database cannot be read.
   [[nodiscard]] bool Open(const StartOptions& options);
-  [[nodiscard]] MainWindow& Window() { return *window_; }
+  [[nodiscard]] MainWindow& Window() { return *opened_->window; }
 
  private:
-  // Opens the database with a user that is given or asked for. Nothing after a cancel.
-  [[nodiscard]] std::unique_ptr<HostedProgram> LogIn(const StartOptions& options);
-  [[nodiscard]] std::unique_ptr<HostedProgram> TryLogIn(const HostedLogin& login);
-  // False, and all as before, when the database cannot be listed.
-  [[nodiscard]] bool ShowWindow(std::unique_ptr<HostedProgram> hosted, const QString& database);
-  void Tell(const std::exception& error) const;
+  // A database with its user and its windows; they go in the opposite order.
+  struct Opened {
+    qt::QtToolkit toolkit;
+    qt::QtHostDialogs dialogs{toolkit};
+    std::unique_ptr<HostedProgram> hosted;
+    std::unique_ptr<MainWindow> window;
+  };
+
+  // Logs in with a user that is given or asked for. False after a cancel, or when the database cannot be
+  // opened, which has been told.
+  [[nodiscard]] bool LogIn(Opened& next, const StartOptions& options);
+  void ShowWindow(Opened& next, const QString& database);
+  void Speak(qt::Language language);
+  [[nodiscard]] QWidget* Parent() const;
   void Reopen();
 
   PosixPlatform system_;
   qt::QtPauser pauser_;
   Platform platform_;
   qt::Language language_;
-  qt::QtToolkit toolkit_;
-  qt::QtHostDialogs dialogs_;
+  QTranslator translator_;  // of Qt's own dialogs
   QSettings settings_;
-  std::unique_ptr<HostedProgram> hosted_;
-  std::unique_ptr<MainWindow> window_;
+  QString sessionLanguage_;  // as asked for at the start
+  std::unique_ptr<Opened> opened_;
 };
 
 }  // namespace tessel::client

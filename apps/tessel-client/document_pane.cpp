@@ -60,19 +60,14 @@ void DocumentPane::BuildSearch() {
   stateFilter_->addItem(texts::kAllStates.In(language_), 0);
   for (int state = 1; state < static_cast<int>(std::size(texts::kStates)); ++state)
     stateFilter_->addItem(StateName(state, language_), state);
-  connect(search_, &QLineEdit::textChanged, this, [this](const QString& text) {
-    filter_.SearchFor(text);
-    ShowCount();
-  });
+  connect(search_, &QLineEdit::textChanged, this,
+          [this](const QString& text) { Filter([&] { filter_.SearchFor(text); }); });
   connect(search_, &QLineEdit::returnPressed, this, [this] { GoToFirstHit(); });
   connect(classFilter_, &QComboBox::currentIndexChanged, this, [this] {
-    filter_.OnlyClass(static_cast<ClassId>(classFilter_->currentData().toInt()));
-    ShowCount();
+    Filter([this] { filter_.OnlyClass(static_cast<ClassId>(classFilter_->currentData().toInt())); });
   });
-  connect(stateFilter_, &QComboBox::currentIndexChanged, this, [this] {
-    filter_.OnlyState(stateFilter_->currentData().toInt());
-    ShowCount();
-  });
+  connect(stateFilter_, &QComboBox::currentIndexChanged, this,
+          [this] { Filter([this] { filter_.OnlyState(stateFilter_->currentData().toInt()); }); });
 }
 
 void DocumentPane::BuildList() {
@@ -107,15 +102,30 @@ void DocumentPane::GoToFirstHit() {
 }
 
 void DocumentPane::Show(std::vector<DocumentRow> rows) {
+  const int scrolled = list_->verticalScrollBar()->value();
+  Relist([&] {
+    documents_.Show(std::move(rows));
+    FillClassFilter();
+  });
+  list_->verticalScrollBar()->setValue(scrolled);
+}
+
+void DocumentPane::Filter(const std::function<void()>& change) {
+  const std::optional<ObjectKey> current = CurrentKey();
+  Relist(change);
+  if (OnMarksChanged) OnMarksChanged();
+  if (OnCurrentChanged && CurrentKey() != current) OnCurrentChanged();
+}
+
+// Without marks meanwhile: the view would follow each of them, row by row.
+void DocumentPane::Relist(const std::function<void()>& change) {
   const std::vector<ObjectKey> marked = MarkedKeys();
   const std::optional<ObjectKey> current = CurrentKey();
-  const int scrolled = list_->verticalScrollBar()->value();
   showing_ = true;
-  documents_.Show(std::move(rows));
-  FillClassFilter();
+  list_->selectionModel()->clearSelection();
+  change();
   Mark(marked, current);
   showing_ = false;
-  list_->verticalScrollBar()->setValue(scrolled);
   ShowCount();
 }
 
@@ -133,24 +143,38 @@ void DocumentPane::FillClassFilter() {
   filter_.OnlyClass(static_cast<ClassId>(classFilter_->currentData().toInt()));
 }
 
+// Neighbours become one range: the selection is slow with many.
 void DocumentPane::Mark(const std::vector<ObjectKey>& keys, const std::optional<ObjectKey>& current) {
   const std::unordered_set<ObjectKey> wanted(keys.begin(), keys.end());
   QItemSelection marks;
-  for (int row = 0; row < filter_.rowCount(); ++row) {
+  const int rows = filter_.rowCount();
+  int first = -1;  // of the range at hand
+  for (int row = 0; row <= rows; ++row) {
     const QModelIndex index = filter_.index(row, 0);
-    const ObjectKey key = filter_.KeyAt(index);
-    if (wanted.contains(key)) marks.select(index, index);
-    if (key == current) list_->selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+    const bool isMarked = index.isValid() && wanted.contains(filter_.KeyAt(index));
+    if (isMarked && first < 0) first = row;
+    if (!isMarked && first >= 0) {
+      marks.append(QItemSelectionRange(filter_.index(first, 0),
+                                       filter_.index(row - 1, DocumentModel::kColumnCount - 1)));
+      first = -1;
+    }
+    if (index.isValid() && filter_.KeyAt(index) == current)
+      list_->selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
   }
-  list_->selectionModel()->select(marks, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  list_->selectionModel()->select(marks, QItemSelectionModel::Select);
 }
 
 std::vector<ObjectKey> DocumentPane::MarkedKeys() const {
-  QModelIndexList marked = list_->selectionModel()->selectedRows();
-  std::sort(marked.begin(), marked.end());
+  std::vector<int> rows;
+  for (const QItemSelectionRange& range : list_->selectionModel()->selection()) {
+    for (int row = range.top(); row <= range.bottom(); ++row)
+      rows.push_back(row);
+  }
+  std::sort(rows.begin(), rows.end());
+  rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
   std::vector<ObjectKey> keys;
-  for (const QModelIndex& index : marked)
-    keys.push_back(filter_.KeyAt(index));
+  for (const int row : rows)
+    keys.push_back(filter_.KeyAt(filter_.index(row, 0)));
   return keys;
 }
 

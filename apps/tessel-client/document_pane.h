@@ -40,6 +40,9 @@ class DocumentPane : public QWidget {
   void GoToFirstHit();
   // The classes that the documents have.
   void FillClassFilter();
+  // Changes what is listed, and marks again what is still there.
+  void Relist(const std::function<void()>& change);
+  void Filter(const std::function<void()>& change);
   void Mark(const std::vector<ObjectKey>& keys, const std::optional<ObjectKey>& current);
   void ShowCount();
 

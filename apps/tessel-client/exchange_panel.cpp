@@ -71,21 +71,16 @@ void ExchangePanel::FitColumns() {
     list_->resizeColumnToContents(column);
 }
 
-const ExchangeRow* ExchangePanel::MarkedRow() const {
-  const QList<QTreeWidgetItem*> marked = list_->selectedItems();
-  if (marked.isEmpty()) return nullptr;
-  return &rows_[static_cast<std::size_t>(list_->indexOfTopLevelItem(marked.front()))];
-}
-
 std::optional<ObjectKey> ExchangePanel::MarkedKey() const {
-  const ExchangeRow* row = MarkedRow();
-  return row == nullptr ? std::nullopt : std::optional(row->key);
+  const QList<QTreeWidgetItem*> marked = list_->selectedItems();
+  if (marked.isEmpty()) return std::nullopt;
+  return rows_[static_cast<std::size_t>(list_->indexOfTopLevelItem(marked.front()))].key;
 }
 
 // A protocol that stays the same stays where it is scrolled to.
 void ExchangePanel::ShowProtocol() {
-  const ExchangeRow* row = MarkedRow();
-  const QString protocol = row == nullptr ? QString() : row->protocol;
+  const std::optional<ObjectKey> marked = MarkedKey();
+  const QString protocol = marked ? catalogue_.ProtocolOf(*marked) : QString();
   if (protocol == shownProtocol_) return;
   shownProtocol_ = protocol;
   protocol_->setPlainText(protocol);

@@ -29,7 +29,6 @@ class ExchangePanel : public QSplitter {
 
  private:
   void ShowProtocol();
-  [[nodiscard]] const ExchangeRow* MarkedRow() const;
 
   const Catalogue& catalogue_;
   qt::Language language_;

@@ -1,9 +1,9 @@
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QMessageBox>
 #include <exception>
 
 #include "desktop.h"
+#include "tell.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ class Application : public QApplication {
     try {
       return QApplication::notify(receiver, event);
     } catch (const std::exception& error) {
-      QMessageBox::critical(nullptr, applicationName(), QString::fromUtf8(error.what()).toHtmlEscaped());
+      tessel::client::Tell(error, tessel::qt::Language::kEnglish, activeWindow());
     }
     return true;
   }

@@ -5,18 +5,20 @@
 #include <QCloseEvent>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMessageBox>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTreeView>
 
 #include "qt/logo.h"
 #include "qt/text.h"
+#include "tell.h"
 
 namespace tessel::client {
 namespace {
 
 constexpr QSize kFirstSize{1100, 720};
 constexpr int kMargin = 4;
+constexpr int kFrame = 40;        // room for the window's border and title bar
 constexpr int kNamedObjects = 8;  // listed by number in the status bar
 
 constexpr const char* kGeometryKey = "window/geometry";
@@ -80,13 +82,12 @@ void MainWindow::Connect() {
   exchanges_->OnMarkChanged = [this] { EnableActions(); };
   connect(structure_, &QTreeWidget::itemSelectionChanged, this, [this] { EnableActions(); });
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-    const bool isView = now == documents_->List() || now == structure_ || now == exchanges_->List();
-    if (!isView || now == lastView_) return;
-    lastView_ = now;
-    EnableActions();
+    const bool showsDocuments = now == documents_->List() || now == structure_;
+    if (showsDocuments) documentView_ = now;
+    if (showsDocuments || now == exchanges_->List()) lastView_ = now;
+    if (now == lastView_) EnableActions();
   });
-  for (QAbstractItemView* view : {static_cast<QAbstractItemView*>(documents_->List()),
-                                  static_cast<QAbstractItemView*>(exchanges_->List())})
+  for (QAbstractItemView* view : Views())
     connect(view, &QAbstractItemView::activated, this, [this] { properties_->trigger(); });
 }
 
@@ -103,7 +104,8 @@ void MainWindow::BuildStatusBar(const QString& databasePath) {
 }
 
 void MainWindow::RestorePlace() {
-  if (!restoreGeometry(settings_.value(kGeometryKey).toByteArray())) resize(kFirstSize);
+  if (!restoreGeometry(settings_.value(kGeometryKey).toByteArray()))
+    resize(kFirstSize.boundedTo(screen()->availableSize() - QSize(kFrame, kFrame)));
   upper_->restoreState(settings_.value(kUpperKey).toByteArray());
   whole_->restoreState(settings_.value(kWholeKey).toByteArray());
   if (!documents_->List()->header()->restoreState(settings_.value(kColumnsKey).toByteArray())) {
@@ -148,9 +150,31 @@ void MainWindow::Refresh() {
   EnableActions();
 }
 
+std::array<QAbstractItemView*, 3> MainWindow::Views() const {
+  return {documents_->List(), structure_, exchanges_->List()};
+}
+
+bool MainWindow::StructureCounts() const {
+  return documentView_ == structure_ && structure_->selectionModel()->hasSelection();
+}
+
 Keys MainWindow::MarkedDocuments() const {
-  const Keys inStructure = lastView_ == structure_ ? structure_->MarkedKeys() : Keys();
-  return inStructure.empty() ? documents_->MarkedKeys() : inStructure;
+  return StructureCounts() ? structure_->MarkedKeys() : documents_->MarkedKeys();
+}
+
+// The marks that actions take stand out from those of the other view.
+void MainWindow::ShowWhichMarksCount() {
+  const auto pale = [this](QWidget* view, bool isPale) {
+    QPalette colours = palette();
+    if (isPale) {
+      colours.setColor(QPalette::Highlight, colours.color(QPalette::Midlight));
+      colours.setColor(QPalette::HighlightedText, colours.color(QPalette::Text));
+    }
+    view->setPalette(colours);
+  };
+  const bool structureCounts = StructureCounts();
+  pale(documents_->List(), structureCounts);
+  pale(structure_, !structureCounts);
 }
 
 void MainWindow::ShowStructure() {
@@ -190,6 +214,7 @@ void MainWindow::ShowProperties() {
 }
 
 void MainWindow::EnableActions() {
+  ShowWhichMarksCount();
   const Keys marked = MarkedDocuments();
   const bool exchange = exchanges_->MarkedKey().has_value();
   for (QAction* action : onDocuments_)
@@ -205,7 +230,7 @@ void MainWindow::Run(const Work& work) {
     try {
       step();
     } catch (const std::exception& error) {
-      QMessageBox::critical(this, texts::kError.In(language_), qt::ToQt(error.what()).toHtmlEscaped());
+      Tell(error, language_, this);
     }
   };
   running_ = true;

@@ -3,6 +3,7 @@
 
 #include <QMainWindow>
 #include <QSettings>
+#include <array>
 #include <functional>
 
 #include "catalogue.h"
@@ -12,6 +13,7 @@
 #include "structure_tree.h"
 #include "texts.h"
 
+class QAbstractItemView;
 class QAction;
 class QLabel;
 class QMenu;
@@ -51,7 +53,10 @@ class MainWindow : public QMainWindow {
   void Connect();
   void RestorePlace();
 
-  // The marked documents of the view that was used last.
+  [[nodiscard]] std::array<QAbstractItemView*, 3> Views() const;
+  // Whether actions take the marks of the structure, not those of the list: it was used last of the two.
+  [[nodiscard]] bool StructureCounts() const;
+  void ShowWhichMarksCount();
   [[nodiscard]] Keys MarkedDocuments() const;
   void ShowProperties();
   void ShowStructure();
@@ -78,6 +83,7 @@ class MainWindow : public QMainWindow {
   QAction* continue_ = nullptr;
   QAction* properties_ = nullptr;
   QWidget* lastView_ = nullptr;
+  QWidget* documentView_ = nullptr;  // the list or the structure, whichever was used last
   bool running_ = false;
   bool refreshing_ = false;
 };

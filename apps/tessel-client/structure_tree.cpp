@@ -28,6 +28,7 @@ StructureTree::StructureTree(const Catalogue& catalogue, const DocumentModel& do
   setHeaderLabels({texts::kNumber.In(language), texts::kDescription.In(language)});
   setSelectionMode(ExtendedSelection);
   setUniformRowHeights(true);
+  setExpandsOnDoubleClick(false);  // it opens the object
   header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
   connect(this, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem* item) { Open(item); });
 }

@@ -85,6 +85,8 @@ inline constexpr BothTexts kChoiceCreate{"Create the sample company...", "Die Be
 inline constexpr BothTexts kDatabases{"Databases (*.db);;All files (*)",
                                       "Datenbanken (*.db);;Alle Dateien (*)"};
 inline constexpr BothTexts kError{"Pelicore", "Pelicore"};
+inline constexpr BothTexts kLoginRefused{"The user is unknown or the password is wrong.",
+                                         "Der Benutzer ist unbekannt oder das Kennwort falsch."};
 inline constexpr BothTexts kNoExample{"The sample company is not installed.",
                                       "Die Beispielfirma ist nicht installiert."};
 

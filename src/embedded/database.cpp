@@ -231,11 +231,16 @@ Database::Database(const std::string& path, std::chrono::milliseconds busyTimeou
   } catch (const soci::soci_error& error) {
     throw DatabaseError("Cannot open the database " + path + ": " + error.what(), SQLITE_CANTOPEN);
   }
-  ExecuteOnce("PRAGMA busy_timeout = " + std::to_string(busyTimeout.count()));
-  ExecuteOnce("PRAGMA foreign_keys = ON");
-  if (path == kInMemory) return;
-  ExecuteOnce("PRAGMA journal_mode = WAL");
-  ExecuteOnce("PRAGMA synchronous = NORMAL");
+  try {
+    ExecuteOnce("PRAGMA busy_timeout = " + std::to_string(busyTimeout.count()));
+    ExecuteOnce("PRAGMA foreign_keys = ON");
+    if (path == kInMemory) return;
+    ExecuteOnce("PRAGMA journal_mode = WAL");
+    ExecuteOnce("PRAGMA synchronous = NORMAL");
+  } catch (const DatabaseError& error) {
+    if (error.Number() == SQLITE_NOTADB) throw DatabaseError(path + " is no database", SQLITE_NOTADB);
+    throw;
+  }
 }
 
 Database::~Database() = default;

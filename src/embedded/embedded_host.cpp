@@ -23,6 +23,9 @@ class Application final : public PcApplication {
 
 }  // namespace
 
+LoginRefused::LoginRefused(const std::string& loginName)
+    : HostError("The login name \"" + loginName + "\" is unknown or the password is wrong") {}
+
 EmbeddedHost::EmbeddedHost(const std::string& databasePath, HostOptions options)
     : core_(std::make_shared<HostCore>()) {
   core_->options = std::move(options);
@@ -65,7 +68,7 @@ PcSessionPtr EmbeddedHost::OpenSession(const std::string& loginName, const std::
     throw;
   }
   session->Close();
-  throw HostError("The login name \"" + loginName + "\" is unknown or the password is wrong");
+  throw LoginRefused(loginName);
 }
 
 void EmbeddedHost::SetLfcStage2(LifeCycleHook hook) {

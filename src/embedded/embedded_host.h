@@ -13,6 +13,7 @@
 #include "embedded/failures.h"
 #include "embedded/host_dialogs.h"
 #include "host/application.h"
+#include "host/error.h"
 #include "platform/file_system.h"
 
 namespace tessel::embedded {
@@ -47,6 +48,12 @@ struct HostOptions {
   std::chrono::milliseconds busyTimeout{10000};
 };
 
+// The login name is unknown or the password is wrong; the database itself was opened.
+class LoginRefused : public HostError {
+ public:
+  explicit LoginRefused(const std::string& loginName);
+};
+
 struct HostCore;
 
 class EmbeddedHost final : public HostRuntime {
@@ -58,8 +65,8 @@ class EmbeddedHost final : public HostRuntime {
   EmbeddedHost(const std::string& modelText, const std::string& modelDirectory, HostOptions options);
   ~EmbeddedHost() override;
 
-  // A session of the client's engine with the user logged in. An empty language: see HostOptions. Error:
-  // HostError when login name or password is wrong.
+  // A session of the client's engine with the user logged in. An empty language: see HostOptions. Errors:
+  // LoginRefused, HostError.
   [[nodiscard]] PcSessionPtr OpenSession(const std::string& loginName, const std::string& password = {},
                                          const std::string& language = {});
 

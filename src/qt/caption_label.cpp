@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+#include "qt/text.h"
+
 namespace tessel::qt {
 namespace {
 
@@ -14,7 +16,7 @@ constexpr int kSlack = 2;  // measuring and drawing may differ by a pixel
 
 void CaptionLabel::SetCaption(const QString& caption) {
   caption_ = QString(caption).replace(QLatin1Char('\n'), QLatin1Char(' '));
-  setToolTip(CaptionWidth() - kSlack > width() ? caption_ : QString());
+  setToolTip(CaptionWidth() - kSlack > width() ? ToolTip(caption_) : QString());
   update();
 }
 
@@ -23,7 +25,7 @@ int CaptionLabel::CaptionWidth() const {
 }
 
 void CaptionLabel::resizeEvent(QResizeEvent*) {
-  setToolTip(CaptionWidth() - kSlack > width() ? caption_ : QString());
+  setToolTip(CaptionWidth() - kSlack > width() ? ToolTip(caption_) : QString());
 }
 
 QFont CaptionLabel::ShownFont() const {

@@ -51,7 +51,8 @@ void Emphasise(QTreeWidget& list, std::size_t count) {
 void ShowFitting(QTreeWidget& list, const QString& text) {
   for (int row = 0; row < list.topLevelItemCount(); ++row) {
     QTreeWidgetItem* item = list.topLevelItem(row);
-    item->setHidden(!item->text(0).contains(text, Qt::CaseInsensitive) && !item->text(1).contains(text));
+    item->setHidden(!item->text(0).contains(text, Qt::CaseInsensitive) &&
+                    !item->text(1).contains(text, Qt::CaseInsensitive));
   }
 }
 

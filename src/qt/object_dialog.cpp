@@ -33,7 +33,7 @@ QTreeWidget* MakeAttributeList(const embedded::ObjectDialogRequest& request, Lan
   for (const auto& [name, value] : request.attributes) {
     const QString text = ToQt(value);
     auto* item = new QTreeWidgetItem({ToQt(name), text.simplified()});
-    item->setToolTip(1, text.toHtmlEscaped());
+    item->setToolTip(1, ToolTip(text));
     list->addTopLevelItem(item);
   }
   list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);

@@ -81,7 +81,7 @@ void QtToolkit::ShowModal(const std::shared_ptr<Window>& window) {
   }
   ShowScope scope(*this, window);
   WindowView& view = ViewOf(window);
-  view.PlaceInitially();
+  view.PlaceOnScreen();
   // The widget appears when the activation has given it its place, not before.
   window->SetVisible(true);
   if (window->OnActivate) window->OnActivate();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QTextDocument>
 #include <string>
 
 namespace tessel::qt {
@@ -17,6 +18,11 @@ inline std::string FromQt(const QString& text) {
 // For captions of buttons, boxes, frames and menus, where Qt takes "&" for the mark of a mnemonic.
 inline QString Literal(const std::string& text) {
   return ToQt(text).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+// A tool tip that shows the text as it is, whatever signs stand in it.
+inline QString ToolTip(const QString& text) {
+  return text.isEmpty() ? text : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
 }
 
 }  // namespace tessel::qt

@@ -25,6 +25,10 @@ char32_t CodeOf(const QKeyEvent& event) {
   return characters.isEmpty() ? static_cast<char32_t>(event.key()) : characters.front();
 }
 
+bool IsStep(int key) {
+  return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_Home || key == Qt::Key_End;
+}
+
 class TreeListView : public ControlView {
  public:
   TreeListView(TreeList& list, QWidget& parent, const EventRunner& run)
@@ -53,8 +57,9 @@ QVariant NodeModel::data(const QModelIndex& index, int role) const {
   const TreeList::Node& node = list_.NodeAt(index.row());
   switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
       return ToQt(node.text).simplified();
+    case Qt::ToolTipRole:
+      return ToolTip(ToQt(node.text).simplified());
     case Qt::DecorationRole:
       return IconOf(node);
     case Qt::CheckStateRole:
@@ -211,7 +216,9 @@ void NodeList::keyPressEvent(QKeyEvent* event) {
       event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Escape;
   run_([&] {
     list_.UserPressKey(code);
-    if (row >= 0 && row != list_.Selected()) list_.UserClickNode(row);
+    // A list without check boxes takes a step on the spot for a click, so that its only node can be chosen.
+    const bool onTheSpot = row == list_.Selected() && (list_.HasCheckBoxes() || !IsStep(event->key()));
+    if (row >= 0 && !onTheSpot) list_.UserClickNode(row);
   });
   event->setAccepted(!ofWindow);
 }

@@ -18,6 +18,7 @@ namespace {
 
 // The pages are designed for small print: 8.25 points.
 constexpr double kFontTwips = 165;
+constexpr int kTitleHeight = 24;    // pixels that have to be seen of a window
 constexpr double kCaptionGap = 60;  // between a widened caption and what stands beside it
 
 QFont PageFont(const Units& units) {
@@ -146,9 +147,18 @@ QRect WindowView::ModelPixels() const {
           units_.Pixels(outer.height - Window::kBorderHeight)};
 }
 
-void WindowView::PlaceInitially() {
-  if (window_->Placed()) return;
-  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+bool WindowView::OnSomeScreen() const {
+  const QRect title(ModelPixels().topLeft(), QSize(ModelPixels().width(), kTitleHeight));
+  const QList<QScreen*> screens = QGuiApplication::screens();
+  return std::any_of(screens.begin(), screens.end(),
+                     [&](const QScreen* screen) { return screen->geometry().intersects(title); });
+}
+
+void WindowView::PlaceOnScreen() {
+  if (window_->Placed() && OnSomeScreen()) return;
+  const QWidget* active = QApplication::activeWindow();
+  const QScreen* shownOn = active != nullptr ? active->screen() : QGuiApplication::primaryScreen();
+  const QRect screen = shownOn->availableGeometry();
   const Rect& outer = window_->Bounds();
   window_->MoveTo(units_.Twips(screen.left()) + (units_.Twips(screen.width()) - outer.width) / 2,
                   units_.Twips(screen.top()) + (units_.Twips(screen.height()) - outer.height) / 2);
@@ -157,6 +167,8 @@ void WindowView::PlaceInitially() {
 void WindowView::GeometryChanged() {
   const QRect pixels = ModelPixels();
   placing_ = true;
+  // A size that the program sets ends what the user made of the window.
+  if (isMaximized() && size() != pixels.size()) setWindowState(windowState() & ~Qt::WindowMaximized);
   resize(pixels.size());
   if (window_->Placed()) move(pixels.topLeft());
   placing_ = false;
@@ -188,6 +200,8 @@ void WindowView::resizeEvent(QResizeEvent*) {
 
 void WindowView::PutOnTop() {
   if (!window_->Visible()) return;
+  // Screens may have gone since the window was placed.
+  PlaceOnScreen();
   // A window that another modal one blocks comes above it by being shown anew.
   if (isVisible() && QApplication::activeModalWidget() != this) hide();
   show();

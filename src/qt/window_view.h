@@ -22,8 +22,8 @@ class WindowView : public QWidget, public WindowListener {
   [[nodiscard]] const std::shared_ptr<Window>& Model() const { return window_; }
   // The widget of a control of the window; null when there is none.
   [[nodiscard]] QWidget* WidgetOf(const Control& control) const;
-  // Gives a window that has no position yet one in the middle of the screen.
-  void PlaceInitially();
+  // Gives a window that has no position yet, or one on no screen, the middle of the active window's screen.
+  void PlaceOnScreen();
   // Puts it on the screen above the other windows.
   void PutOnTop();
   // Draws what has changed at once.
@@ -47,6 +47,7 @@ class WindowView : public QWidget, public WindowListener {
  private:
   // Place and size of the client area in pixels as the model has them; the place is that of the frame.
   [[nodiscard]] QRect ModelPixels() const;
+  [[nodiscard]] bool OnSomeScreen() const;
   void FollowUser();
   void Place(Control& control, ControlView& view);
   // Gives captions room beyond their controls where nothing else stands.

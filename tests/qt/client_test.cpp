@@ -6,10 +6,12 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QSettings>
 #include <QTest>
 #include <QTreeView>
 #include <QTreeWidget>
+#include <ctime>
 
 #include "main_window.h"
 #include "qt/person.h"
@@ -167,6 +169,46 @@ TEST_F(ClientTest, StaysAsItIsWhenReadAnew) {
   EXPECT_EQ(structure.selectedItems().front()->text(0), "P-1300");
 }
 
+// Thousands of marks cost no more than thousands of rows: these are processor seconds.
+TEST(DocumentPaneTest, ManyMarksStayCheap) {
+  constexpr int kMany = 20000;
+  std::vector<client::DocumentRow> rows;
+  for (int number = 0; number < kMany; ++number) {
+    const QString id = QStringLiteral("N-%1").arg(number, 6, 10, QLatin1Char('0'));
+    rows.push_back({{1202, number + 1}, "Part", id, "A", number % 2 == 0 ? "even" : "odd", 3, {}});
+  }
+  client::DocumentPane pane([](ClassId) { return QIcon(); }, qt::Language::kEnglish);
+  int told = 0;
+  pane.OnMarksChanged = [&] { told += static_cast<int>(pane.MarkedKeys().size()) > 0 ? 1 : 0; };
+  pane.Show(rows);
+  pane.show();
+  const std::clock_t start = std::clock();
+  pane.List()->selectAll();
+  pane.Show(rows);
+  EXPECT_EQ(pane.MarkedKeys().size(), static_cast<std::size_t>(kMany));
+  auto* search = pane.findChild<QLineEdit*>("search");
+  search->setText("odd");
+  EXPECT_EQ(pane.MarkedKeys().size(), static_cast<std::size_t>(kMany / 2));
+  search->clear();
+  EXPECT_EQ(pane.MarkedKeys().front(), (ObjectKey{1202, 2})) << "in the order of the list";
+  pane.Show(rows);
+  EXPECT_EQ(pane.MarkedKeys().size(), static_cast<std::size_t>(kMany / 2));
+  EXPECT_LE(told, 3) << "once for each thing that the user did";
+  EXPECT_LT(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC, 4.0);
+}
+
+// The marks of the view that was used last count, also when an exchange was marked meanwhile.
+TEST_F(ClientTest, ActsOnTheMarksThatWereMadeLast) {
+  QTreeWidgetItem* shafts = OpenShafts();
+  Part<QTreeWidget>("structure").setCurrentItem(shafts->child(1));
+  auto& exchanges = Part<QTreeWidget>("exchanges");
+  exchanges.setFocus();
+  exchanges.setCurrentItem(exchanges.topLevelItem(0));
+  Trigger("lock");
+  Search("anna");
+  EXPECT_EQ(Listed(), "P-1120 ");
+}
+
 class LockingClientTest : public ClientTest {
  protected:
   LockingClientTest() : ClientTest(Walk().Answer()) {}
@@ -232,6 +274,7 @@ TEST_F(ExportingClientTest, ShowsWhatWasExportedAndContinues) {
 }
 
 TEST_F(ClientTest, RemembersItsPlace) {
+  EXPECT_LT(window_.width(), window_.screen()->availableSize().width()) << "none is remembered yet";
   window_.setGeometry(40, 50, 700, 500);
   window_.show();
   window_.SavePlace();

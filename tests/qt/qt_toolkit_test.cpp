@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 
@@ -106,6 +107,35 @@ TEST_F(QtToolkitTest, KeysReachEverything) {
     EXPECT_TRUE(list.NodeAt(1).checked);
   });
   EXPECT_EQ(pressed, "Command1 Anchor Bolt space Bracket Cover Command2 Command3 ");
+}
+
+// Nothing but the keyboard chooses the only company of a list.
+TEST_F(QtToolkitTest, TheOnlyNodeCanBeChosenByKey) {
+  auto& list = window_->Add<TreeList>("TreeView1", -1, nullptr, Rect{0, 0, 3000, 2000}, false);
+  list.AddNode("Anchor", "1");
+  list.Select(0);
+  std::string clicked;
+  list.OnNodeClick = [&](int node) { clicked += list.NodeAt(node).text + " "; };
+  WhileShown(window_, [&] {
+    toolkit_.WidgetOf(list)->setFocus();
+    Press(Qt::Key_Down);
+  });
+  EXPECT_EQ(clicked, "Anchor ");
+}
+
+TEST_F(QtToolkitTest, TheProgramsSizeEndsTheUsersMaximising) {
+  WhileShown(window_, [&] {
+    QWidget& view = *toolkit_.WidgetOf(*window_);
+    view.showMaximized();
+    QCoreApplication::processEvents();
+    EXPECT_GT(window_->Bounds().width, 7110);
+    window_->SetBounds({1500, 750, 7110, 5475});
+    EXPECT_FALSE(view.isMaximized());
+    EXPECT_EQ(QRect(view.pos(), view.size()), QRect(100, 50, 466, 338));
+    window_->SetBounds({-90000, 750, 7110, 5475});
+    toolkit_.BringToTop(*window_);
+    EXPECT_TRUE(view.screen()->geometry().contains(view.geometry())) << "a screen that is gone";
+  });
 }
 
 TEST_F(QtToolkitTest, TextKeepsWhatTheModelAllows) {
