@@ -50,7 +50,7 @@ class LifeCycleView final : public PcLifeCycleView {
   explicit LifeCycleView(EmbeddedSessionPtr session) : session_(std::move(session)) {}
   void SetObjects(PcObjectListPtr objects) override { objects_ = std::move(objects); }
   void SetOperation(PcLifeCycleOperationPtr operation) override { operation_ = std::move(operation); }
-  void SetFlag(bool flag) override { flag_ = flag; }
+  void SetFlag(bool) override {}  // this host's view has one form only
   void SetComment(const std::string& comment) override { comment_ = comment; }
   void Show() override {
     result_ = 0;
@@ -70,7 +70,6 @@ class LifeCycleView final : public PcLifeCycleView {
   EmbeddedSessionPtr session_;
   PcObjectListPtr objects_;
   PcLifeCycleOperationPtr operation_;
-  bool flag_ = false;
   std::string comment_;
   std::int16_t result_ = 0;
 };
@@ -117,7 +116,7 @@ class ObjectDialog final : public PcObjectDialog {
     for (int i = 0; objects && i < objects->Count(); ++i)
       objects_.push_back(objects->Item(i));
   }
-  void SetModeValue(int value) override { modeValue_ = value; }
+  void SetModeValue(int) override {}  // this host's dialog is for reading in every mode
   void SetTitle(const std::string& title) override { request_.title = title; }
   [[nodiscard]] int PageCount() const override { return objects_.empty() ? 0 : 1; }
   void SelectPage(int page) override { request_.page = page; }
@@ -143,7 +142,6 @@ class ObjectDialog final : public PcObjectDialog {
   EmbeddedSessionPtr session_;
   std::vector<PcObjectPtr> objects_;
   ObjectDialogRequest request_;
-  int modeValue_ = 0;
 };
 
 class ActiveWindow final : public PcActiveWindow {
