@@ -68,7 +68,7 @@ std::string Model(const SettingsWorldOptions& options) {
 
 SettingsWorld::SettingsWorld(const SettingsWorldOptions& options)
     : HostedMachine(user, [&](const TemporaryFolder&) { return Model(options); }),
-      ProgramServices(platform, host, user) {
+      ProgramServices(*this, host, user) {
   declarations.SetSessionGlobal(session);
   declarations.SetDefaultBehavior();
   trace.writer->Clear();

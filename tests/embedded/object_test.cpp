@@ -11,13 +11,6 @@ namespace {
 using embedded::EmbeddedHost;
 using embedded::HostCall;
 
-constexpr ClassId kPart = 1202;
-constexpr ClassId kAssembly = 1201;
-constexpr ClassId kLocking = 30;
-constexpr ClassId kExchange = 900;
-constexpr ClassId kGeneralLink = 2000;
-constexpr ClassId kStructure = 2001;
-
 TEST(ObjectTest, ANewObjectHasDefaultsThenAnIdAndItsRow) {
   SmallWorld world;
   const PcObjectPtr part = world.NewObject(kPart);
@@ -28,12 +21,11 @@ TEST(ObjectTest, ANewObjectHasDefaultsThenAnIdAndItsRow) {
   part->SetValue("VRK_ID", Value(12));
   part->SetValue("LOCKED", Value("true"));
   EXPECT_EQ(ErrorOf([&] { part->SetValue("STATE", Value(70000)); }), "6 Overflow");
-  EXPECT_EQ(ErrorOf([&] { part->SetValue("OBJECT_ID", Value(5)); }).substr(0, 4), "440 ");
-  EXPECT_EQ(ErrorOf([&] { static_cast<void>(part->GetValue("NOPE")); }),
-            "440 Class \"Part\" has no attribute \"NOPE\"");
+  EXPECT_EQ(ErrorNumberOf([&] { part->SetValue("OBJECT_ID", Value(5)); }), 440);
+  EXPECT_EQ(ErrorOf([&] { return part->GetValue("NOPE"); }), "440 Class \"Part\" has no attribute \"NOPE\"");
   ASSERT_EQ(part->Add(*world.behavior), 0);
   EXPECT_EQ(part->Key(), (ObjectKey{kPart, 102}));
-  EXPECT_EQ(world.Select("select OBJECT_ID, CLASS_ID, VRK_ID, LOCKED, LOCKED_BY from PART"),
+  EXPECT_EQ(world.Rows("select OBJECT_ID, CLASS_ID, VRK_ID, LOCKED, LOCKED_BY from PART"),
             "102|1202|12|-1|-2147483647");
   EXPECT_EQ(part->Add(*world.behavior), embedded::kCodeAlreadyAdded);
 }
@@ -46,7 +38,7 @@ TEST(ObjectTest, UpdateWritesOnlyWhatWasSet) {
   theirs->SetValue("WEIGHT", Value(3));
   EXPECT_EQ(mine->Update(*world.behavior), 0);
   EXPECT_EQ(theirs->Update(*world.behavior), 0);
-  EXPECT_EQ(world.Select("select VRK_DESCRIPTION, WEIGHT from PART"), "mine|3");
+  EXPECT_EQ(world.Rows("select VRK_DESCRIPTION, WEIGHT from PART"), "mine|3");
   mine->SetValue("VRK_DESCRIPTION", Value("lost"));
   mine->ReadData();
   EXPECT_EQ(mine->GetText("VRK_DESCRIPTION"), "mine");
@@ -57,7 +49,7 @@ TEST(ObjectTest, RefusedWritesReturnACodeAndChangeNothing) {
   const PcObjectPtr part = world.Object(kPart, 1);
   part->SetValue("VRK_ID", Value("longer than twenty characters"));
   EXPECT_EQ(part->Update(*world.behavior), 275);
-  EXPECT_EQ(world.Select("select VRK_ID from PART where OBJECT_ID=1"), "D-1");
+  EXPECT_EQ(world.Rows("select VRK_ID from PART where OBJECT_ID=1"), "D-1");
 
   EXPECT_EQ(world.Object(kPart, 2)->Delete(*world.behavior), 0);
   const PcObjectPtr gone = world.Object(kPart, 2);
@@ -81,7 +73,7 @@ TEST(ObjectTest, UniqueSetsLetOneRecordThrough) {
   EXPECT_EQ(lock(1202, 5), 0);
   EXPECT_EQ(lock(1202, 5), 2067);
   EXPECT_EQ(lock(1201, 5), 0);
-  EXPECT_EQ(world.Select("select OPER_CLASS_ID, OPER_OBJECT_ID from OBJECT_LOCKING order by OBJECT_ID"),
+  EXPECT_EQ(world.Rows("select OPER_CLASS_ID, OPER_OBJECT_ID from OBJECT_LOCKING order by OBJECT_ID"),
             "1202|5; 1201|5");
 }
 
@@ -92,16 +84,16 @@ TEST(ObjectTest, LinksAreRowsOfTheirClassAndGoWithTheirEnds) {
   const PcObjectPtr link = top->AddLink(*part, kStructure, *world.behavior);
   ASSERT_NE(link, nullptr);
   EXPECT_EQ(
-      world.Select("select * from STRUCTURE where OBJECT_ID1='1' AND CLASS_ID1='1201' AND OBJECT_ID2='2' AND "
-                   "CLASS_ID2='1202'"),
+      world.Rows("select * from STRUCTURE where OBJECT_ID1='1' AND CLASS_ID1='1201' AND OBJECT_ID2='2' AND "
+                 "CLASS_ID2='1202'"),
       std::to_string(link->GetObjectId()) + "|2001|1|1201|2|1202|1|1");
   const PcObjectPtr user = world.session->CurrentUser()->UserObject();
   EXPECT_EQ(user->AddLink(*part, kStructure, *world.behavior), nullptr) << "the class does not tie users";
   EXPECT_NE(user->AddLink(*part, kGeneralLink, *world.behavior), nullptr);
-  EXPECT_NE(ErrorOf([&] { static_cast<void>(top->AddLink(*part, kPart, *world.behavior)); }), "");
+  EXPECT_NE(ErrorOf([&] { return top->AddLink(*part, kPart, *world.behavior); }), "");
 
   EXPECT_EQ(world.Object(kPart, 2)->Delete(*world.behavior), 0);
-  EXPECT_EQ(world.Select("select * from STRUCTURE") + world.Select("select * from GENERAL_LINK"), "");
+  EXPECT_EQ(world.Rows("select * from STRUCTURE") + world.Rows("select * from GENERAL_LINK"), "");
   EXPECT_EQ(top->AddLink(*part, kStructure, *world.behavior), nullptr) << "the part is gone";
 }
 
@@ -110,7 +102,7 @@ TEST(ObjectTest, SequencesAreFormattedAndGoOn) {
   const PcObjectPtr exchange = world.NewObject(kExchange);
   EXPECT_EQ(exchange->NextSequenceValue("VRK_ID"), Value("DX-0007%"));
   EXPECT_EQ(exchange->NextSequenceValue("VRK_ID"), Value("DX-0008%"));
-  EXPECT_NE(ErrorOf([&] { static_cast<void>(world.NewObject(kPart)->NextSequenceValue("VRK_ID")); }), "");
+  EXPECT_NE(ErrorOf([&] { return world.NewObject(kPart)->NextSequenceValue("VRK_ID"); }), "");
   const PcClassPtr definition = exchange->Class();
   EXPECT_EQ(world.session->RelatedObject(*definition->FindAttribute("VRK_ID"))->AttributeName(), "VRK_ID");
   EXPECT_EQ(world.session->RelatedObject(*definition->FindAttribute("CLASS_ID")), nullptr);
@@ -118,9 +110,9 @@ TEST(ObjectTest, SequencesAreFormattedAndGoOn) {
 
 TEST(ObjectTest, TwoHostsOnOneFileDrawDifferentNumbersAndLockOnce) {
   SmallWorld world;
-  world.files.WriteBytes(world.folder.Path("m.json"), SmallModel());
+  world.platform.files.WriteBytes(world.folder.Path("m.json"), SmallModel());
   const std::string path = world.folder.Path("shared.db");
-  embedded::CreateDatabase(world.files, path, world.folder.Path("m.json"));
+  embedded::CreateDatabase(world.platform.files, path, world.folder.Path("m.json"));
   constexpr int kRounds = 200;
   struct Outcome {
     std::set<std::string> numbers;
@@ -130,7 +122,7 @@ TEST(ObjectTest, TwoHostsOnOneFileDrawDifferentNumbersAndLockOnce) {
   };
   Outcome outcomes[2];
   const auto work = [&](Outcome& outcome) {
-    EmbeddedHost host(path, world.Options());
+    EmbeddedHost host(path, HostOptionsOf(world, world.dialogs));
     const PcSessionPtr session = host.OpenSession("ben");
     const PcBehaviorPtr behavior = session->NewBehavior();
     outcome.identifiers.insert(session->Identifier());
@@ -161,25 +153,24 @@ TEST(ObjectTest, FailsTheCallThatItIsToldToFail) {
   SmallWorld world(Document("Part", 1) + "," + Document("Part", 2));
   const PcObjectPtr part = world.Object(kPart, 1);
   const PcObjectPtr other = world.Object(kPart, 2);
-  world.host->FailNext({HostCall::kUpdate, kPart, 2, 99});
+  world.host.FailNext({HostCall::kUpdate, kPart, 2, 99});
   EXPECT_EQ(part->Update(*world.behavior), 0);
   EXPECT_EQ(part->Update(*world.behavior), 99);
   EXPECT_EQ(part->Update(*world.behavior), 0);
-  world.host->FailNext({HostCall::kDelete, kExchange, 1, 98});
-  world.host->FailNext({HostCall::kInsert, 0, 1, 97, true});
-  world.host->FailNext({HostCall::kLink});
-  world.host->FailNext({HostCall::kRead, kPart, 1, 96});
-  world.host->FailNext({HostCall::kQuery, 0, 1, 95});
-  world.host->FailNext({HostCall::kRetrieve, kPart, 1, 94});
+  world.host.FailNext({HostCall::kDelete, kExchange, 1, 98});
+  world.host.FailNext({HostCall::kInsert, 0, 1, 97, true});
+  world.host.FailNext({HostCall::kLink});
+  world.host.FailNext({HostCall::kRead, kPart, 1, 96});
+  world.host.FailNext({HostCall::kQuery, 0, 1, 95});
+  world.host.FailNext({HostCall::kRetrieve, kPart, 1, 94});
   EXPECT_EQ(other->Delete(*world.behavior), 0) << "another class";
-  EXPECT_EQ(ErrorOf([&] { static_cast<void>(world.NewObject(kLocking)->Add(*world.behavior)); }).substr(0, 3),
-            "97 ");
+  EXPECT_EQ(ErrorNumberOf([&] { return world.NewObject(kLocking)->Add(*world.behavior); }), 97);
   EXPECT_EQ(part->AddLink(*part, kGeneralLink, *world.behavior), nullptr);
-  EXPECT_EQ(ErrorOf([&] { part->ReadData(); }).substr(0, 3), "96 ");
-  EXPECT_EQ(ErrorOf([&] { static_cast<void>(world.Select("select 1 as A from PART")); }).substr(0, 3), "95 ");
+  EXPECT_EQ(ErrorNumberOf([&] { part->ReadData(); }), 96);
+  EXPECT_EQ(ErrorNumberOf([&] { return world.Rows("select 1 as A from PART"); }), 95);
   const PcAttributeListPtr list = world.session->ObjectStore()->NewAttributeList();
-  EXPECT_EQ(ErrorOf([&] { static_cast<void>(part->Children(*list, *world.behavior)); }).substr(0, 3), "94 ");
-  world.host->ClearFailures();
+  EXPECT_EQ(ErrorNumberOf([&] { return part->Children(*list, *world.behavior); }), 94);
+  world.host.ClearFailures();
   EXPECT_NE(part->AddLink(*part, kGeneralLink, *world.behavior), nullptr);
 }
 

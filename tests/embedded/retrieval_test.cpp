@@ -5,12 +5,6 @@
 namespace tessel::test {
 namespace {
 
-constexpr ClassId kAssembly = 1201;
-constexpr ClassId kPart = 1202;
-constexpr ClassId kUsers = 10;
-constexpr ClassId kGeneralLink = 2000;
-constexpr ClassId kStructure = 2001;
-
 struct Wish {
   ClassId classId;
   const char* attribute;

@@ -45,10 +45,6 @@ constexpr const char* kModelHead = R"json({
     { "class": "USERS", "id": 100, "name": "anna", "values": { "LOGIN": "anna" } },
     { "class": "USERS", "id": 101, "name": "ben", "values": { "LOGIN": "ben" } })json";
 
-std::string Joined(const Value& value, const std::string& text) {
-  return value.IsNull() ? text + "-" : text + value.AsText();
-}
-
 }  // namespace
 
 std::string SmallModel(const std::string& objects, const std::string& links) {
@@ -68,42 +64,14 @@ std::string Link(const std::string& className, int from, int to) {
          std::to_string(to) + "\" }";
 }
 
-SmallWorld::SmallWorld(const std::string& objects, const std::string& links) : files(folder.Path("drives")) {
-  folder.MakeFolder("vault");
-  for (const char* file : {"a.stp", "b.stp", "c.stp"})
-    folder.Write(file, std::string("content of ") + file);
-  host = std::make_unique<embedded::EmbeddedHost>(SmallModel(objects, links), folder.Path(), Options());
-  session = host->OpenSession("anna", "secret");
-  behavior = session->NewBehavior();
-}
-
-embedded::HostOptions SmallWorld::Options() {
-  embedded::HostOptions options;
-  options.files = &files;
-  options.dialogs = &dialogs;
-  options.vaultPath = folder.Path("vault");
-  return options;
-}
-
-std::string SmallWorld::Select(const std::string& sql) const {
-  const PcQueryPtr query = session->ObjectStore()->NewQuery();
-  query->SetSql(sql);
-  const PcRecordListPtr list = query->Run();
-  std::vector<std::string> columns;
-  for (int i = 0; i < list->ColumnCount(); ++i)
-    columns.push_back(list->ColumnName(i));
-  return RowsText(*list, columns);
-}
-
-std::string RowsText(const PcRecordList& list, const std::vector<std::string>& columns) {
-  std::string text;
-  for (int row = 0; row < list.RowCount(); ++row) {
-    if (row > 0) text += "; ";
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-      text = Joined(list.GetValue(columns[i], row), text + (i > 0 ? "|" : ""));
-    }
-  }
-  return text;
-}
+SmallWorld::SmallWorld(const std::string& objects, const std::string& links)
+    : HostedMachine(
+          dialogs,
+          [&](const TemporaryFolder& machineFolder) {
+            for (const std::string file : {"a.stp", "b.stp", "c.stp"})
+              machineFolder.Write("model/" + file, "content of " + file);
+            return SmallModel(objects, links);
+          },
+          "secret") {}
 
 }  // namespace tessel::test

@@ -1,24 +1,30 @@
 // A small database for the tests of the embedded host: documents in a structure, companies, users, a vault.
 #pragma once
 
-#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "embedded/embedded_host.h"
 #include "embedded/model_file.h"
 #include "host/services.h"
-#include "platform/posix/posix_file_system.h"
-#include "support/temporary_folder.h"
+#include "support/expect_error.h"
+#include "support/hosted_machine.h"
 
 namespace tessel::test {
 
-// Classes: 10 USERS, 11 State, 30 Object Locking, 900 Data Exchange, 1201 Assembly, 1202 Part; link classes
-// 2000 General Link, 2001 Structure. Objects get the ids 100 (anna), 101 (ben); documents are added by
-// `objects` and `links`, lists of JSON objects.
+inline constexpr ClassId kUsers = 10;
+inline constexpr ClassId kLocking = 30;
+inline constexpr ClassId kExchange = 900;
+inline constexpr ClassId kAssembly = 1201;
+inline constexpr ClassId kPart = 1202;
+inline constexpr ClassId kGeneralLink = 2000;
+inline constexpr ClassId kStructure = 2001;
+
+// A company with these classes and the lookup class 11 State. Objects get the ids 100 (anna), 101 (ben);
+// documents are added by `objects` and `links`, lists of JSON objects.
 std::string SmallModel(const std::string& objects = "", const std::string& links = "");
 
-// A document of SmallModel with a file of its own name in the model's directory.
+// A document of SmallModel with one of the files "a.stp", "b.stp" and "c.stp".
 std::string Document(const std::string& className, int id, const std::string& file = "",
                      const std::string& moreValues = "");
 std::string Link(const std::string& className, int from, int to);
@@ -52,41 +58,24 @@ class RecordingDialogs : public embedded::UnattendedDialogs {
   std::vector<std::pair<ObjectKey, int>> refreshed;
 };
 
-class SmallWorld {
+struct Answered {
+  RecordingDialogs dialogs;
+};
+
+class SmallWorld : public Answered, public HostedMachine {
  public:
-  // In memory, with a vault of real files.
+  // The session is anna's.
   explicit SmallWorld(const std::string& objects = "", const std::string& links = "");
 
-  [[nodiscard]] embedded::HostOptions Options();
+  // Nothing when it does not exist.
   [[nodiscard]] PcObjectPtr Object(ClassId classId, ObjectId id) const {
     return session->ObjectStore()->Object({classId, id});
   }
   [[nodiscard]] PcObjectPtr NewObject(ClassId classId) const {
     return session->ObjectStore()->NewObject(classId);
   }
-  // Rows of a free query as text: cells separated by "|", rows by "; ".
-  [[nodiscard]] std::string Select(const std::string& sql) const;
 
-  TemporaryFolder folder;
-  posix::PosixFileSystem files;
-  RecordingDialogs dialogs;
-  std::unique_ptr<embedded::EmbeddedHost> host;
-  PcSessionPtr session;  // anna
-  PcBehaviorPtr behavior;
+  PcBehaviorPtr behavior = session->NewBehavior();
 };
-
-// Rows of a list as text: cells of the named columns separated by "|", rows by "; ".
-std::string RowsText(const PcRecordList& list, const std::vector<std::string>& columns);
-
-// Number and text of the error that the call throws; "" when it throws none.
-template <class Call>
-std::string ErrorOf(Call call) {
-  try {
-    call();
-  } catch (const RuntimeError& error) {
-    return std::to_string(error.Number()) + " " + error.what();
-  }
-  return {};
-}
 
 }  // namespace tessel::test

@@ -50,7 +50,7 @@ class MeetingWriter : public RecordingTraceWriter {
 struct Client {
   Client(const std::string& database, const std::string& login, MeetingPoint& meeting)
       : host(database, HostOptionsOf(machine, user)),
-        program(machine.platform, host, user, login, std::make_shared<MeetingWriter>(meeting)),
+        program(machine, host, user, login, std::make_shared<MeetingWriter>(meeting)),
         rows(DocumentRows(host, {{1201, 1}}, std::int16_t{1})) {}
 
   // Lock records of the document, and who its attributes name: "1|31"; nothing when it is not locked.

@@ -33,9 +33,9 @@ PcRecordListPtr DocumentRows(HostRuntime& runtime, const std::vector<ObjectKey>&
   return rows;
 }
 
-LoadedProgram::LoadedProgram(Platform& platform, embedded::EmbeddedHost& host, Toolkit& toolkit,
+LoadedProgram::LoadedProgram(Machine& machine, embedded::EmbeddedHost& host, Toolkit& toolkit,
                              const std::string& login, std::shared_ptr<RecordingTraceWriter> writer)
-    : ProgramServices(platform, host, toolkit, std::move(writer)), session(host.OpenSession(login)) {}
+    : ProgramServices(machine, host, toolkit, std::move(writer)), session(host.OpenSession(login)) {}
 
 bool LoadedProgram::Lock(const PcRecordListPtr& rows) {
   return CommonXFunctions::LockObject(services, startUp, session, rows, nullptr, nullptr);
@@ -49,7 +49,7 @@ LockingWorld::LockingWorld(const CompanyOptions& options) : Company(user, option
 
 LoadedProgram& LockingWorld::Program(const std::string& login) {
   std::unique_ptr<LoadedProgram>& program = programs_[login];
-  if (!program) program = std::make_unique<LoadedProgram>(platform, host, user, login);
+  if (!program) program = std::make_unique<LoadedProgram>(*this, host, user, login);
   return *program;
 }
 

@@ -25,7 +25,7 @@ namespace tessel::test {
 // One loaded program of a logged-in user.
 class LoadedProgram : public ProgramServices {
  public:
-  LoadedProgram(Platform& platform, embedded::EmbeddedHost& host, Toolkit& toolkit, const std::string& login,
+  LoadedProgram(Machine& machine, embedded::EmbeddedHost& host, Toolkit& toolkit, const std::string& login,
                 std::shared_ptr<RecordingTraceWriter> writer = std::make_shared<RecordingTraceWriter>());
 
   bool Lock(const PcRecordListPtr& rows);

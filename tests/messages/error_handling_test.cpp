@@ -3,16 +3,14 @@
 #include <gtest/gtest.h>
 
 #include "host/error.h"
-#include "platform/posix/iconv_encodings.h"
-#include "platform/posix/posix_file_system.h"
-#include "support/temporary_folder.h"
+#include "support/machine.h"
 
 namespace tessel {
 namespace {
 
-class ErrorHandlingTest : public testing::Test, public CatalogueLocation {
+class ErrorHandlingTest : public testing::Test, public test::Machine, public CatalogueLocation {
  protected:
-  [[nodiscard]] std::string Folder() const override { return folder_.Path("lang"); }
+  [[nodiscard]] std::string Folder() const override { return folder.Path("lang"); }
   [[nodiscard]] std::string Language() const override {
     if (!session_) throw RuntimeError(error_number::kObjectNotSet, "no session");
     return language_;
@@ -21,32 +19,28 @@ class ErrorHandlingTest : public testing::Test, public CatalogueLocation {
   // The text of "e0010" in a catalogue of one line, filled.
   std::string Filled(const std::string& text, std::string_view value1, std::string_view value2 = {},
                      std::string_view value3 = {}) {
-    folder_.Write("lang/error.Kestrix_GER", "e0010 " + text + "\r\n");
+    folder.Write("lang/error.Kestrix_GER", "e0010 " + text + "\r\n");
     return errors_.ErrorHandle("e0010", value1, value2, value3);
   }
 
-  test::TemporaryFolder folder_;
-  posix::PosixFileSystem files_{folder_.Path("drives")};
-  posix::IconvEncodings encodings_;
-  std::shared_ptr<const TextEncoding> ansi_ = encodings_.Open("windows-1252");
   std::string language_ = "GER";
   bool session_ = true;
-  ErrorHandling errors_{files_, *ansi_, *this};
+  ErrorHandling errors_{platform.files, *ansi, *this};
 };
 
 TEST_F(ErrorHandlingTest, FindsTheFirstLineOfACode) {
-  folder_.Write("lang/error.Kestrix_GER",
-                "; a comment\r\n"
-                "\r\n"
-                "e00\r\n"
-                "E0010 capital letter\r\n"
-                " e0010 indented\r\n"
-                "e0010=Nothing selected\r\n"
-                "e0010 second\r\n"
-                "e0020\xFC  Gr\xFC\xDF\x65 \x81 \r\n"
-                "e0030\r\n"
-                "e0040 \r\n"
-                "e0050 a\tb");
+  folder.Write("lang/error.Kestrix_GER",
+               "; a comment\r\n"
+               "\r\n"
+               "e00\r\n"
+               "E0010 capital letter\r\n"
+               " e0010 indented\r\n"
+               "e0010=Nothing selected\r\n"
+               "e0010 second\r\n"
+               "e0020\xFC  Gr\xFC\xDF\x65 \x81 \r\n"
+               "e0030\r\n"
+               "e0040 \r\n"
+               "e0050 a\tb");
   struct Case {
     const char* code;
     const char* text;
@@ -83,13 +77,13 @@ TEST_F(ErrorHandlingTest, PlaceholdersAreFilledInThreePasses) {
 
 TEST_F(ErrorHandlingTest, AnythingMissingGivesTheFallback) {
   EXPECT_EQ(errors_.ErrorHandle("e0010"), "no Message found");  // no folder
-  folder_.MakeFolder("lang/error.Kestrix_GER");
+  folder.MakeFolder("lang/error.Kestrix_GER");
   EXPECT_EQ(errors_.ErrorHandle("e0010"), "no Message found");  // a folder in its place
-  folder_.Write("lang/error.Kestrix_", "e0010 without language");
+  folder.Write("lang/error.Kestrix_", "e0010 without language");
   session_ = false;
   EXPECT_EQ(errors_.ErrorHandle("e0010"), "without language");
   session_ = true;
-  folder_.Write("secret", "e0010 outside");
+  folder.Write("secret", "e0010 outside");
   language_ = "/../../secret";
   EXPECT_EQ(errors_.ErrorHandle("e0010"), "no Message found");
 }
@@ -97,13 +91,13 @@ TEST_F(ErrorHandlingTest, AnythingMissingGivesTheFallback) {
 TEST_F(ErrorHandlingTest, CaptionsFallBackToTheirDefault) {
   EXPECT_EQ(errors_.GetCaptionString("c0008", "Abbruch"), "Abbruch");
   EXPECT_EQ(errors_.GetCaptionString("c0008", ""), "no Message found");
-  folder_.Write("lang/caption.Kestrix_GER", "c0008 {0}\r\nc0009 \r\n");
+  folder.Write("lang/caption.Kestrix_GER", "c0008 {0}\r\nc0009 \r\n");
   EXPECT_EQ(errors_.GetCaptionString("c0008", "Abbruch"), "{0}");
   EXPECT_EQ(errors_.GetCaptionString("c0009", "Weiter >>"), "");
 }
 
 TEST_F(ErrorHandlingTest, TheProtocolGrowsLineByLine) {
-  folder_.Write("lang/protocol.Kestrix_GER", "p0001 Start\r\np0002 {1} at {0}\r\np0004 \r\n");
+  folder.Write("lang/protocol.Kestrix_GER", "p0001 Start\r\np0002 {1} at {0}\r\np0004 \r\n");
   errors_.WriteProtocolString("p0001");
   errors_.WriteProtocolString("p0002", "noon", "me");
   errors_.WriteProtocolString("p0003");

@@ -3,9 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "host/error.h"
-#include "platform/posix/iconv_encodings.h"
-#include "platform/posix/posix_file_system.h"
-#include "support/temporary_folder.h"
+#include "support/machine.h"
 
 namespace tessel {
 namespace {
@@ -25,23 +23,19 @@ class Items : public TraceCollection {
   std::vector<Value> items_;
 };
 
-class LibraryTraceTest : public testing::Test {
+class LibraryTraceTest : public testing::Test, public test::Machine {
  protected:
-  LibraryTraceTest() { trace_.SetTraceFile(folder_.Path("lib.txt")); }
+  LibraryTraceTest() { trace_.SetTraceFile(folder.Path("lib.txt")); }
 
-  test::TemporaryFolder folder_;
-  posix::PosixFileSystem files_{folder_.Path("drives")};
-  posix::IconvEncodings encodings_;
-  std::shared_ptr<const TextEncoding> ansi_ = encodings_.Open("windows-1252");
-  LibraryTrace trace_{files_, *ansi_};
+  LibraryTrace trace_{platform.files, *ansi};
 };
 
 TEST_F(LibraryTraceTest, TheFileIsTheSwitch) {
   trace_.PutTrace({"a", Value(1)});
-  EXPECT_EQ(folder_.Tree(), std::vector<std::string>{});
-  folder_.Write("lib.txt", "old\r\n");
+  EXPECT_FALSE(folder.Exists("lib.txt"));
+  folder.Write("lib.txt", "old\r\n");
   trace_.PutTrace({"a", Value(1)});
-  EXPECT_EQ(folder_.Read("lib.txt"), "old\r\na: >>1<<\r\n");
+  EXPECT_EQ(folder.Read("lib.txt"), "old\r\na: >>1<<\r\n");
   trace_.SetTraceFile("");
   trace_.PutTrace({"a", Value(1)});
   trace_.PutTraceObject(nullptr, "title");
@@ -49,14 +43,14 @@ TEST_F(LibraryTraceTest, TheFileIsTheSwitch) {
 }
 
 TEST_F(LibraryTraceTest, WritesEveryKindOfValue) {
-  folder_.Write("lib.txt", "");
+  folder.Write("lib.txt", "");
   trace_.PutTrace({"Ids", TraceArray{0, {"x", "y", "z"}}}, TracePair{"skipped", {}},
                   TracePair{"Sparse", TraceArray{99, {true, 2}}},
                   TracePair{"List", std::make_shared<Items>(std::vector<Value>{1.5, "!", Value()})},
                   TracePair{"Empty list", std::make_shared<Items>(std::vector<Value>{})},
                   TracePair{"Text", Value("ü")}, TracePair{"Empty", Value("")}, TracePair{"Null", Value()},
                   TracePair{"Lines", Value("a\r\nb")}, TracePair{"Last", Value(10)});
-  EXPECT_EQ(folder_.Read("lib.txt"),
+  EXPECT_EQ(folder.Read("lib.txt"),
             "Ids(00): >>x<<\r\nIds(01): >>y<<\r\nIds(02): >>z<<\r\n"
             "Sparse(99): >>True<<\r\nSparse(100): >>2<<\r\n"
             "List(01): >>1.5<<\r\nList(03): >><<\r\n"

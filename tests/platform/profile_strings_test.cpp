@@ -1,45 +1,39 @@
 #include <gtest/gtest.h>
 
-#include "platform/posix/iconv_encodings.h"
-#include "platform/posix/posix_file_system.h"
 #include "platform/profile_strings_file.h"
-#include "support/temporary_folder.h"
+#include "support/machine.h"
 
 namespace tessel {
 namespace {
 
-class ProfileStringsTest : public testing::Test {
+class ProfileStringsTest : public testing::Test, public test::Machine {
  protected:
   std::string Get(const std::string& section, const std::string& key, std::size_t size = 256) {
-    return profiles_.Get(folder_.Path("x.ini"), section, key, "default", size);
+    return profiles_.Get(folder.Path("x.ini"), section, key, "default", size);
   }
   std::int32_t Write(const std::string& section, const std::string& key, const std::string& value) {
-    return profiles_.Write(folder_.Path("x.ini"), section, key, value);
+    return profiles_.Write(folder.Path("x.ini"), section, key, value);
   }
 
-  test::TemporaryFolder folder_;
-  posix::PosixFileSystem files_{folder_.Path("drives")};
-  posix::IconvEncodings encodings_;
-  std::shared_ptr<const TextEncoding> ansi_ = encodings_.Open("windows-1252");
-  ProfileStringsFile profiles_{files_, *ansi_};
+  ProfileStringsFile profiles_{platform.files, *ansi};
 };
 
 TEST_F(ProfileStringsTest, FindsValuesAsTheSystemDoes) {
-  folder_.Write("x.ini",
-                "outside=0\r\n"
-                "[Other]\r\nTraceOn=wrong\r\n"
-                " [ trace ] behind\r\n"
-                "; TraceOn=comment\r\n"
-                "no entry\r\n"
-                " traceON \t=  False \r\n"
-                "TraceOn=second\n"
-                "Quoted=\" blanks kept \"\r\n"
-                "Single='x'\r\n"
-                "Unbalanced=\"x\r\n"
-                "Empty=\r\n"
-                "Equals=a=b\r\n"
-                "Umlaut=\xFC\r\n"
-                "[Trace]\r\nLate=1\r\n");
+  folder.Write("x.ini",
+               "outside=0\r\n"
+               "[Other]\r\nTraceOn=wrong\r\n"
+               " [ trace ] behind\r\n"
+               "; TraceOn=comment\r\n"
+               "no entry\r\n"
+               " traceON \t=  False \r\n"
+               "TraceOn=second\n"
+               "Quoted=\" blanks kept \"\r\n"
+               "Single='x'\r\n"
+               "Unbalanced=\"x\r\n"
+               "Empty=\r\n"
+               "Equals=a=b\r\n"
+               "Umlaut=\xFC\r\n"
+               "[Trace]\r\nLate=1\r\n");
   struct Case {
     const char* section;
     const char* key;
@@ -59,32 +53,32 @@ TEST_F(ProfileStringsTest, CutsAtTheBufferInCharacters) {
   std::string value;
   for (int i = 0; i < 300; ++i)
     value += '\xFC';
-  folder_.Write("x.ini", "[s]\r\nk=" + value + "\r\n");
+  folder.Write("x.ini", "[s]\r\nk=" + value + "\r\n");
   EXPECT_EQ(Get("s", "k").size(), 255U * 2);
   EXPECT_EQ(Get("s", "none", 4), "def");
 }
 
 TEST_F(ProfileStringsTest, MissingAndUnreadableFilesGiveTheDefault) {
   EXPECT_EQ(Get("s", "k"), "default");
-  folder_.MakeFolder("x.ini");
+  folder.MakeFolder("x.ini");
   EXPECT_EQ(Get("s", "k"), "default");
   EXPECT_EQ(Write("s", "k", "v"), 0);
 }
 
 TEST_F(ProfileStringsTest, WritingKeepsTheOtherLines) {
   EXPECT_NE(Write("Trace", "TraceOn", "False"), 0);
-  EXPECT_EQ(folder_.Read("x.ini"), "[Trace]\r\nTraceOn=False\r\n");
+  EXPECT_EQ(folder.Read("x.ini"), "[Trace]\r\nTraceOn=False\r\n");
 
-  folder_.Write("x.ini", "; head\n[A]\r\na=1\r\n\r\n[B]\r\nb=2\r\n");
+  folder.Write("x.ini", "; head\n[A]\r\na=1\r\n\r\n[B]\r\nb=2\r\n");
   EXPECT_NE(Write("a", "A", "ü"), 0);
   EXPECT_NE(Write("A", "new", "3"), 0);
   EXPECT_NE(Write("C", "c", "4"), 0);
-  EXPECT_EQ(folder_.Read("x.ini"), "; head\r\n[A]\r\nA=\xFC\r\nnew=3\r\n\r\n[B]\r\nb=2\r\n[C]\r\nc=4\r\n");
+  EXPECT_EQ(folder.Read("x.ini"), "; head\r\n[A]\r\nA=\xFC\r\nnew=3\r\n\r\n[B]\r\nb=2\r\n[C]\r\nc=4\r\n");
 }
 
 TEST_F(ProfileStringsTest, AValueCannotForgeALine) {
   EXPECT_EQ(Write("Trace", "TracePath", "x\r\nTraceOn=False"), 0);
-  EXPECT_FALSE(folder_.Exists("x.ini"));
+  EXPECT_FALSE(folder.Exists("x.ini"));
 }
 
 }  // namespace

@@ -26,8 +26,7 @@ struct FakeClient : Watched, Machine {
 class StructureWorld : public FakeClient, public ProgramServices {
  public:
   // The source outlives the world.
-  explicit StructureWorld(ObjectSource& source)
-      : FakeClient(source), ProgramServices(platform, runtime, user) {
+  explicit StructureWorld(ObjectSource& source) : FakeClient(source), ProgramServices(*this, runtime, user) {
     declarations.startup.session = session;
     declarations.startup.DefaultBehavior = session->NewBehavior();
     declarations.configuration.DisplayAttribute1 = "VRK_DESCRIPTION";

@@ -7,21 +7,19 @@
 #include <random>
 
 #include "host/error.h"
-#include "platform/posix/iconv_encodings.h"
-#include "platform/posix/posix_file_system.h"
 #include "structure/xml.h"
 #include "structure/xml_names.h"
-#include "support/temporary_folder.h"
+#include "support/machine.h"
 
 namespace tessel {
 namespace {
 
-class XmlDocumentTest : public testing::Test {
+class XmlDocumentTest : public testing::Test, public test::Machine {
  protected:
   // The bytes of the saved document.
   std::string Saved(const XmlDocument& document) {
     replaced = 0;
-    document.Save(files, encodings, folder.Path("out.xml"), replaced);
+    document.Save(platform.files, platform.encodings, folder.Path("out.xml"), replaced);
     return folder.Read("out.xml");
   }
   // What is written inside <a> for a value in an encoding.
@@ -35,9 +33,6 @@ class XmlDocumentTest : public testing::Test {
     return bytes.substr(start, bytes.size() - start - 4);
   }
 
-  test::TemporaryFolder folder;
-  posix::PosixFileSystem files{folder.Path("drives")};
-  posix::IconvEncodings encodings;
   int replaced = 0;
 };
 
@@ -57,7 +52,7 @@ TEST_F(XmlDocumentTest, WritesTheTreeAsItIs) {
             "<root when=\"a&quot;&lt;b&gt;&amp;'&#9;&#13;&#10;\xE4\">"
             "<child><![CDATA[]]></child><empty/><text>1 &lt; 2 &amp; \"3\" ]]&gt; 'x'</text></root>");
   EXPECT_EQ(replaced, 0);
-  EXPECT_EQ(folder.Tree(), std::vector<std::string>{"out.xml"});
+  EXPECT_EQ(folder.Tree(), (std::vector<std::string>{"drives/", "out.xml", "program/"}));
 }
 
 TEST_F(XmlDocumentTest, WritesEveryCharacterInEveryEncoding) {
@@ -138,8 +133,9 @@ TEST_F(XmlDocumentTest, AFailedSaveLeavesNoFile) {
   EXPECT_THROW(Saved(document), RuntimeError);
   XML::InstructGerman(document, "", "UTF-8");
   int count = 0;
-  EXPECT_THROW(document.Save(files, encodings, folder.Path("missing/out.xml"), count), RuntimeError);
-  EXPECT_TRUE(folder.Tree().empty());
+  EXPECT_THROW(document.Save(platform.files, platform.encodings, folder.Path("missing/out.xml"), count),
+               RuntimeError);
+  EXPECT_EQ(folder.Tree(), (std::vector<std::string>{"drives/", "program/"}));
   folder.Write("out.xml", "an older and longer file, which is replaced as a whole");
   EXPECT_EQ(Saved(document), "<?xml version=\"1.0\" encoding=\"UTF-8\"?><a/>");
 }

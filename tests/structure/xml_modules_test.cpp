@@ -1,31 +1,26 @@
 // The modules XML and DX_XML.
 #include <gtest/gtest.h>
 
-#include "platform/posix/iconv_encodings.h"
-#include "platform/posix/posix_file_system.h"
 #include "structure/dx_xml.h"
 #include "structure/xml.h"
+#include "support/machine.h"
 #include "support/recording_trace.h"
-#include "support/temporary_folder.h"
 
 namespace tessel {
 namespace {
 
-class XmlModulesTest : public testing::Test {
+class XmlModulesTest : public testing::Test, public test::Machine {
  protected:
   XmlModulesTest() { XML::InstructGerman(*document, "root", "UTF-8"); }
 
   std::string Saved() {
     const std::string path = folder.Path("out.xml");
-    XML::SaveXMLFile(*document, files, encodings, trace.trace, path);
+    XML::SaveXMLFile(*document, platform.files, platform.encodings, trace.trace, path);
     const std::string text = folder.Read("out.xml");
     return text.substr(text.find("?>") + 2);
   }
   XmlNode Root() { return document->ElementsByTagName("root").front(); }
 
-  test::TemporaryFolder folder;
-  posix::PosixFileSystem files{folder.Path("drives")};
-  posix::IconvEncodings encodings;
   test::RecordingTrace trace;
   XmlDocumentPtr document = XML::InitXMLDoc();
 };

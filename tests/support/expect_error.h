@@ -29,4 +29,15 @@ std::string ErrorTextOf(Action&& action) {
   }
 }
 
+// Number and description; empty when it throws none.
+template <class Action>
+std::string ErrorOf(Action&& action) {
+  try {
+    action();
+    return {};
+  } catch (const RuntimeError& error) {
+    return std::to_string(error.Number()) + " " + error.what();
+  }
+}
+
 }  // namespace tessel::test

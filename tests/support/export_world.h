@@ -10,7 +10,7 @@ namespace tessel::test {
 class ExportWorld : public Watched, public Company, public ProgramServices {
  public:
   explicit ExportWorld(const CompanyOptions& options = {})
-      : Company(user, options), ProgramServices(platform, host, user) {}
+      : Company(user, options), ProgramServices(*this, host, user) {}
 };
 
 }  // namespace tessel::test

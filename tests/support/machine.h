@@ -3,10 +3,13 @@
 #pragma once
 
 #include <chrono>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "platform/file_system.h"
 #include "platform/posix/posix_platform.h"
+#include "platform/text_encoding.h"
 #include "support/temporary_folder.h"
 
 namespace tessel::test {
@@ -52,6 +55,7 @@ class Machine {
                     posix.Services().system,
                     posix.Services().program,
                     posix.Services().ansiCodePage};
+  std::shared_ptr<const TextEncoding> ansi = platform.encodings.Open(platform.ansiCodePage);
 };
 
 }  // namespace tessel::test

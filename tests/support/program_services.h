@@ -6,6 +6,7 @@
 
 #include "config/admin_configuration_reader.h"
 #include "config/services.h"
+#include "support/machine.h"
 #include "support/recording_trace.h"
 
 namespace tessel::test {
@@ -13,20 +14,18 @@ namespace tessel::test {
 class ProgramServices {
  public:
   // The arguments outlive the object.
-  ProgramServices(Platform& platform, HostRuntime& host, Toolkit& toolkit,
+  ProgramServices(Machine& machine, HostRuntime& host, Toolkit& toolkit,
                   std::shared_ptr<RecordingTraceWriter> writer = std::make_shared<RecordingTraceWriter>())
       : trace{std::move(writer)},
-        declarations(trace.trace, toolkit, platform.program.directory,
+        declarations(trace.trace, toolkit, machine.platform.program.directory,
                      [this] { return std::make_shared<AdminConfigurationReader>(trace.trace); }),
-        ansi(platform.encodings.Open(platform.ansiCodePage)),
-        errors(platform.files, *ansi, declarations),
-        services{trace.trace, errors, toolkit, declarations, platform, host} {}
+        errors(machine.platform.files, *machine.ansi, declarations),
+        services{trace.trace, errors, toolkit, declarations, machine.platform, host} {}
 
   [[nodiscard]] bool Traced(std::string_view text) const { return trace.writer->Has(text); }
 
   RecordingTrace trace;
   Deklarationen declarations;
-  std::shared_ptr<const TextEncoding> ansi;
   ErrorHandling errors;
   Services services;
 };
