@@ -198,10 +198,21 @@ void WindowView::resizeEvent(QResizeEvent*) {
   FollowUser();
 }
 
+// Minimised alone it would block the program's own window, which then looks dead: the two go together.
+void WindowView::BelongToProgram() {
+  winId();  // makes the native window
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  const auto program = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+    return window->windowType() == Qt::Window && window->isVisible();
+  });
+  if (program != windows.end()) windowHandle()->setTransientParent((*program)->windowHandle());
+}
+
 void WindowView::PutOnTop() {
   if (!window_->Visible()) return;
   // Screens may have gone since the window was placed.
   PlaceOnScreen();
+  BelongToProgram();
   // A window that another modal one blocks comes above it by being shown anew.
   if (isVisible() && QApplication::activeModalWidget() != this) hide();
   show();

@@ -49,6 +49,7 @@ class WindowView : public QWidget, public WindowListener {
   [[nodiscard]] QRect ModelPixels() const;
   [[nodiscard]] bool OnSomeScreen() const;
   void FollowUser();
+  void BelongToProgram();
   void Place(Control& control, ControlView& view);
   // Gives captions room beyond their controls where nothing else stands.
   void FitCaptions();
