@@ -3,21 +3,6 @@
 namespace tessel::test {
 namespace {
 
-std::string Quoted(const std::string& text) {
-  std::string quoted = "\"";
-  for (const char c : text) {
-    if (c == '\r') {
-      quoted += "\\r";
-    } else if (c == '\n') {
-      quoted += "\\n";
-    } else {
-      if (c == '"' || c == '\\') quoted += '\\';
-      quoted += c;
-    }
-  }
-  return quoted + "\"";
-}
-
 std::string Model(const SettingsWorldOptions& options) {
   std::string mechanisms;
   std::string classes;

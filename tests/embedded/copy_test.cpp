@@ -123,7 +123,7 @@ TEST(CopyTest, TheViewAsksFirstAndTakesItsDirectoryFromTheGlobalData) {
   CopyWorld world(Structure(), Link("Structure", 1, 3));
   world.session->GlobalData().Set("ExDir", Value(world.folder.Path("out")));
   const auto show = [&](int answer) {
-    world.dialogs.lifeCycleAnswer = answer;
+    world.user.lifeCycleAnswer = answer;
     const auto view = CreateService<PcCommonGUI>(*world.session)->NewLifeCycleView();
     const PcObjectListPtr objects = world.session->ObjectStore()->NewObjectList();
     objects->Add(world.Object(kAssembly, 1));
@@ -139,7 +139,7 @@ TEST(CopyTest, TheViewAsksFirstAndTakesItsDirectoryFromTheGlobalData) {
   EXPECT_EQ(show(1), 1);
   EXPECT_EQ(show(1), 1) << "a second copy of the same object replaces the files";
   EXPECT_EQ(world.Copied(), (Names{"a.stp", "shaft.stp"}));
-  const embedded::LifeCycleRequest& request = world.dialogs.lifeCycle.front();
+  const embedded::LifeCycleRequest& request = world.user.lifeCycle;
   EXPECT_EQ(request.operation, "CopyFile");
   EXPECT_EQ(request.directory, world.folder.Path("out"));
   ASSERT_EQ(request.affected.size(), 2u);

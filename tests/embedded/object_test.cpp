@@ -122,7 +122,7 @@ TEST(ObjectTest, TwoHostsOnOneFileDrawDifferentNumbersAndLockOnce) {
   };
   Outcome outcomes[2];
   const auto work = [&](Outcome& outcome) {
-    EmbeddedHost host(path, HostOptionsOf(world, world.dialogs));
+    EmbeddedHost host(path, HostOptionsOf(world, world.user));
     const PcSessionPtr session = host.OpenSession("ben");
     const PcBehaviorPtr behavior = session->NewBehavior();
     outcome.identifiers.insert(session->Identifier());

@@ -82,9 +82,9 @@ TEST(EngineTest, AnEngineOfItsOwnConnectsAndLogsIn) {
   engine->OpenConnection(*second, entry.connectionText, entry.password, -1);
   const auto dialog = CreateService<PcCommonGUI>(*second)->NewLoginDialog();
   EXPECT_EQ(dialog->ShowModal(), 2);
-  world.dialogs.login = {true, "ben", "wrong"};
+  world.user.login = {true, "ben", "wrong"};
   EXPECT_EQ(dialog->ShowModal(), 0);
-  world.dialogs.login = {true, "ben", ""};
+  world.user.login = {true, "ben", ""};
   EXPECT_EQ(dialog->ShowModal(), 1);
   EXPECT_EQ(second->CurrentUser()->LoginName(), "ben");
   engine->Shutdown();
@@ -124,11 +124,8 @@ TEST(ServicesTest, TheObjectDialogShowsDisplayTexts) {
   EXPECT_EQ(dialog->PageCount(), 1);
   dialog->SelectPage(1);
   EXPECT_EQ(dialog->ShowModal(), 1);
-  const embedded::ObjectDialogRequest& request = world.dialogs.objects.at(0);
-  EXPECT_EQ(request.title, "A part");
-  EXPECT_EQ(request.objects, (std::vector<ObjectKey>{{kPart, 3}}));
   const auto text = [&](const std::string& name) {
-    for (const auto& [attribute, value] : request.attributes) {
+    for (const auto& [attribute, value] : world.user.shownAttributes) {
       if (attribute == name) return value;
     }
     return std::string("none");
@@ -138,8 +135,9 @@ TEST(ServicesTest, TheObjectDialogShowsDisplayTexts) {
   EXPECT_EQ(text("LOCKED_BY"), "anna");
   gui->ActiveWindow()->RefreshObject({kPart, 3}, 1);
   gui->ShowSystemMessage(1, 2, {"a", "b"});
-  EXPECT_EQ(world.dialogs.refreshed, (std::vector<std::pair<ObjectKey, int>>{{{kPart, 3}, 1}}));
-  EXPECT_EQ(world.dialogs.systemMessages, (std::vector<std::vector<std::string>>{{"a", "b"}}));
+  EXPECT_EQ(
+      world.user.Take(),
+      "object dialog mode 1 \"A part\" page 1 modal 1202:3\nrefresh 1202:3 mode 1\nsystem message a b\n");
 }
 
 TEST(ServicesTest, SelectionsOfferObjectsAndWhatHangsBelow) {
@@ -147,13 +145,13 @@ TEST(ServicesTest, SelectionsOfferObjectsAndWhatHangsBelow) {
                    Link("Structure", 1, 4));
   const auto gui = CreateService<PcCommonGUI>(*world.session);
   EXPECT_EQ(gui->SelectObjects({"F", kPart, "Pick", true, false}), nullptr);
-  world.dialogs.picks = {1, 0, 99};
+  world.user.picks = {1, 0, 99};
   EXPECT_EQ(RowsText(*gui->SelectObjects({"F", kPart, "Pick", true, false}), {"CLASS_ID", "OBJECT_ID"}),
             "1202|4; 1202|3");
   EXPECT_EQ(gui->SelectObjects({"F", kPart, "Pick", false, false})->RowCount(), 1);
   EXPECT_EQ(RowsText(*gui->SelectObjects({"F", kAssembly, "Pick", true, true}), {"CLASS_ID", "OBJECT_ID"}),
             "1202|4; 1201|1");
-  world.dialogs.picks = {0};
+  world.user.picks = {0};
   EXPECT_EQ(gui->SelectFromQuery()->Key(), (ObjectKey{10, 100}));
   EXPECT_NE(ErrorOf([&] { return gui->SelectObjects({"F", 4711, "", true, false}); }), "");
 }
@@ -161,7 +159,7 @@ TEST(ServicesTest, SelectionsOfferObjectsAndWhatHangsBelow) {
 TEST(RuntimeTest, WithoutARunningClientThereIsNoApplication) {
   SmallWorld world;
   EXPECT_EQ(world.host.RunningApplication()->Engine(), world.session->Engine());
-  embedded::HostOptions options = HostOptionsOf(world, world.dialogs);
+  embedded::HostOptions options = HostOptionsOf(world, world.user);
   options.clientRuns = false;
   embedded::EmbeddedHost host(SmallModel(), world.folder.Path(), options);
   EXPECT_EQ(host.RunningApplication(), nullptr);

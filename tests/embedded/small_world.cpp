@@ -66,7 +66,7 @@ std::string Link(const std::string& className, int from, int to) {
 
 SmallWorld::SmallWorld(const std::string& objects, const std::string& links)
     : HostedMachine(
-          dialogs,
+          user,
           [&](const TemporaryFolder& machineFolder) {
             for (const std::string file : {"a.stp", "b.stp", "c.stp"})
               machineFolder.Write("model/" + file, "content of " + file);

@@ -2,13 +2,13 @@
 #pragma once
 
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "embedded/model_file.h"
 #include "host/services.h"
 #include "support/expect_error.h"
 #include "support/hosted_machine.h"
+#include "support/onlooker.h"
 
 namespace tessel::test {
 
@@ -29,40 +29,7 @@ std::string Document(const std::string& className, int id, const std::string& fi
                      const std::string& moreValues = "");
 std::string Link(const std::string& className, int from, int to);
 
-// Records what the host asks a person, and answers as told.
-class RecordingDialogs : public embedded::UnattendedDialogs {
- public:
-  int ConfirmLifeCycle(const embedded::LifeCycleRequest& request) override {
-    lifeCycle.push_back(request);
-    return lifeCycleAnswer;
-  }
-  int ShowObject(const embedded::ObjectDialogRequest& request) override {
-    objects.push_back(request);
-    return 1;
-  }
-  std::vector<std::size_t> SelectObjects(const embedded::SelectionDialogRequest& request) override {
-    selections.push_back(request);
-    return picks;
-  }
-  embedded::LoginAnswer Login() override { return login; }
-  void ShowSystemMessage(const std::vector<std::string>& texts) override { systemMessages.push_back(texts); }
-  void RefreshObject(const ObjectKey& key, int mode) override { refreshed.emplace_back(key, mode); }
-
-  int lifeCycleAnswer = 1;
-  std::vector<std::size_t> picks;
-  embedded::LoginAnswer login;
-  std::vector<embedded::LifeCycleRequest> lifeCycle;
-  std::vector<embedded::ObjectDialogRequest> objects;
-  std::vector<embedded::SelectionDialogRequest> selections;
-  std::vector<std::vector<std::string>> systemMessages;
-  std::vector<std::pair<ObjectKey, int>> refreshed;
-};
-
-struct Answered {
-  RecordingDialogs dialogs;
-};
-
-class SmallWorld : public Answered, public HostedMachine {
+class SmallWorld : public Watched, public HostedMachine {
  public:
   // The session is anna's.
   explicit SmallWorld(const std::string& objects = "", const std::string& links = "");

@@ -15,10 +15,6 @@ class Selection : public testing::Test {
   int Select(const PcRecordListPtr& list) {
     return PutSelection2PcGlobalData(world_.services, world_.session, list, nullptr);
   }
-  std::string Entry(const std::string& name) {
-    const Value value = world_.session->GlobalData().Get(name);
-    return value.IsNull() ? "(Null)" : value.AsText();
-  }
 
   test::ExportWorld world_;
 };
@@ -26,10 +22,10 @@ class Selection : public testing::Test {
 TEST_F(Selection, GrowsOverSeveralCallsAndRefusesWhatItHas) {
   EXPECT_EQ(Select(world_.ObjectList({{1202, 2}})), 0);
   EXPECT_EQ(Select(world_.ObjectList({{1201, 1}, {1202, 2}, {1201, 1}})), 0);
-  EXPECT_EQ(Entry("ExportObjCount"), "2");
-  EXPECT_EQ(Entry("ExportObject1"), "1202:2");
-  EXPECT_EQ(Entry("ExportObject2"), "1201:1");
-  EXPECT_EQ(Entry("ExportObject3"), "(Null)");
+  EXPECT_EQ(world_.GlobalText("ExportObjCount"), "2");
+  EXPECT_EQ(world_.GlobalText("ExportObject1"), "1202:2");
+  EXPECT_EQ(world_.GlobalText("ExportObject2"), "1201:1");
+  EXPECT_EQ(world_.GlobalText("ExportObject3"), "Null");
   const Boxes refused = {
       "information|Kestrix info|Object 'Shaft' has been selected previously. It will not be added to the "
       "selection!",
@@ -48,8 +44,8 @@ TEST_F(Selection, RefusesEachRowByItsFirstFailingCheck) {
       "information|Kestrix info|The Object 'Shaft' has to be in 'Released', 'Checked In' or 'Obsolete' "
       "status"};
   EXPECT_EQ(world_.user.seen, refused);
-  EXPECT_EQ(Entry("ExportObjCount"), "1");
-  EXPECT_EQ(Entry("ExportObject1"), "1201:1");
+  EXPECT_EQ(world_.GlobalText("ExportObjCount"), "1");
+  EXPECT_EQ(world_.GlobalText("ExportObject1"), "1201:1");
 }
 
 TEST_F(Selection, AnErrorKeepsTheEntriesButWritesNoCount) {
@@ -59,13 +55,13 @@ TEST_F(Selection, AnErrorKeepsTheEntriesButWritesNoCount) {
     EXPECT_EQ(Select(bad), 0);
     EXPECT_EQ(world_.user.seen, Boxes{"critical|Kestrix Error|Error while analyzing the selected data"});
   }
-  EXPECT_EQ(Entry("ExportObjCount"), "(Null)");
-  EXPECT_EQ(Entry("ExportObject1"), "1201:1");
+  EXPECT_EQ(world_.GlobalText("ExportObjCount"), "Null");
+  EXPECT_EQ(world_.GlobalText("ExportObject1"), "1201:1");
 }
 
 TEST_F(Selection, ListsWithoutObjectsLeaveNoTrace) {
   Select(world_.host.CreateRecordList());
-  EXPECT_EQ(Entry("ExportObjCount"), "(Null)");
+  EXPECT_EQ(world_.GlobalText("ExportObjCount"), "Null");
   EXPECT_TRUE(world_.user.seen.empty());
 }
 
@@ -74,8 +70,8 @@ TEST_F(Selection, RemovingSkipsGaps) {
   PcGlobalData& globalData = world_.session->GlobalData();
   globalData.Remove("ExportObject1");
   RemoveSelection(globalData);
-  EXPECT_EQ(Entry("ExportObject2"), "(Null)");
-  EXPECT_EQ(Entry("ExportObjCount"), "(Null)");
+  EXPECT_EQ(world_.GlobalText("ExportObject2"), "Null");
+  EXPECT_EQ(world_.GlobalText("ExportObjCount"), "Null");
   RemoveSelection(globalData);
 }
 

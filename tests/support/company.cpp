@@ -1,8 +1,5 @@
 #include "support/company.h"
 
-#include <iomanip>
-#include <sstream>
-
 namespace tessel::test {
 namespace {
 
@@ -140,12 +137,6 @@ constexpr const char* kErrorTexts =
     "e0130 Choose a folder structure\r\ne0150 Already chosen\r\ne0190 The export is cancelled\r\n"
     "e0195 No files\r\ne9010 No exchange here\r\ne9020 No configuration\r\ne9030 No start\r\n";
 constexpr const char* kProtocolTexts = "p0001 Export\r\np0002 {0} {1}\r\np0003 Directory {0}\r\n";
-
-std::string Quoted(const std::string& text) {
-  std::ostringstream quoted;
-  quoted << std::quoted(text);
-  return quoted.str();
-}
 
 // A settings object and the links from its owners.
 void AddSettings(const std::vector<std::string>& owners, const std::string& name,

@@ -18,17 +18,6 @@ int ErrorNumberOf(Action&& action) {
   }
 }
 
-// The description; empty when it throws none.
-template <class Action>
-std::string ErrorTextOf(Action&& action) {
-  try {
-    action();
-    return {};
-  } catch (const RuntimeError& error) {
-    return error.what();
-  }
-}
-
 // Number and description; empty when it throws none.
 template <class Action>
 std::string ErrorOf(Action&& action) {

@@ -22,6 +22,16 @@ inline embedded::HostOptions HostOptionsOf(Machine& machine, embedded::HostDialo
   return options;
 }
 
+// A text as JSON writes it.
+inline std::string Quoted(const std::string& text) {
+  std::string quoted = "\"";
+  for (const char character : text) {
+    if (character == '"' || character == '\\') quoted += '\\';
+    quoted += character == '\r' ? "\\r" : character == '\n' ? "\\n" : std::string(1, character);
+  }
+  return quoted + "\"";
+}
+
 class HostedMachine : public Machine {
  public:
   // Gives the text of a model, and writes the files that it names into the folder "model".
@@ -47,6 +57,11 @@ class HostedMachine : public Machine {
     for (const auto& [name, value] : values)
       object->SetValue(name, value);
     if (object->Update(*session->NewBehavior()) != 0) throw HostError("The test cannot write");
+  }
+  // Text of a value of the session's global data; "Null" when it is not there.
+  [[nodiscard]] std::string GlobalText(const std::string& name) const {
+    const Value value = session->GlobalData().Get(name);
+    return value.IsNull() ? "Null" : value.AsText();
   }
   // What a query gives: cells separated by "|", Null as "-", rows by "; ".
   [[nodiscard]] std::string Rows(const std::string& sql) const { return QueryRows(*session, sql); }

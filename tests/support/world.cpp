@@ -46,9 +46,4 @@ Window& World::PageWindow(const std::string& name) const {
   return *Required(toolkit.FindWindow(name), name.c_str());
 }
 
-std::string World::GlobalText(const std::string& name) const {
-  const Value value = session->GlobalData().Get(name);
-  return value.IsNull() ? "Null" : value.AsText();
-}
-
 }  // namespace tessel::test

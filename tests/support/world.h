@@ -35,8 +35,6 @@ class World : public Scripted, public Company {
   [[nodiscard]] ControlType& ControlOf(const std::string& page, const std::string& id) const {
     return dynamic_cast<ControlType&>(*Required(PageWindow(page).FindById(id), id.c_str()));
   }
-  // Text of a value of the session's global data; "Null" when it is not there.
-  [[nodiscard]] std::string GlobalText(const std::string& name) const;
   [[nodiscard]] bool Traced(const std::string& text) const { return trace->Has(text); }
   [[nodiscard]] WizardState& Wizard() { return program.wizard.state; }
   [[nodiscard]] std::string ExchangePath() const { return folder.Path("exchange"); }
