@@ -87,6 +87,8 @@ class DispatchTest : public testing::Test {
                const SettingLines& contact = {}) {
     world_ = std::make_unique<test::ExportWorld>(
         test::CompanyOptions{.settings = settings, .companySettings = company, .contactSettings = contact});
+    exchange_ = {};
+    structure_ = {};
     StartUpState startUp;
     ASSERT_TRUE(CommonXFunctions::Init(world_->services, startUp, world_->session));
     exchange_.directoryPath = world_->folder.Path(std::string("ex/") + kName);
@@ -275,8 +277,6 @@ TEST_F(DispatchTest, MappedAttributesFailOnOneLevelAlone) {
 
 TEST_F(DispatchTest, MappingLinesThatCannotBeUsed) {
   for (const char* line : {"Material", "1st||MATERIAL", "Material||NONE", "||MATERIAL"}) {
-    exchange_ = {};
-    structure_ = {};
     Prepare({}, {{"Mapping_XML_StructureFile", {line}}});
     AddRecipient({901, 11}, {});
     EXPECT_TRUE(Run()) << line;
@@ -325,8 +325,6 @@ TEST_F(DispatchTest, EndsBeforeAnythingIsMade) {
       {{{"Path", {"ExportPrefix=../elsewhere/x"}}}, error_number::kPathFileAccess},
       {{{"ini_xml", {"StructurFileName=/tmp/structure.xml"}}}, error_number::kPathFileAccess}};
   for (const Case& test : cases) {
-    exchange_ = {};
-    structure_ = {};
     Prepare(test.settings);
     AddRecipient({}, {});
     EXPECT_FALSE(Run());

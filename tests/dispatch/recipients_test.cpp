@@ -22,18 +22,6 @@ TEST(Recipients, DirectoriesDifferInTheirLastCharacter) {
     EXPECT_EQ(RecipientDirectory(test.path, test.row), test.directory);
 }
 
-TEST(Recipients, RowsComeBackAsTheyWereAppended) {
-  test::ExportWorld world;
-  const auto list = NewRecipientList(world.host);
-  AppendRecipient(*list, {{901, 11}, {902, 21}, "one"});
-  AppendRecipient(*list, {{901, 12}, {}, "two"});
-  const Recipient second = RecipientOfRow(*list, 1);
-  EXPECT_EQ(second.customer, (ObjectKey{901, 12}));
-  EXPECT_EQ(second.contact, ObjectKey());
-  EXPECT_EQ(second.directory, "two");
-  EXPECT_THROW(static_cast<void>(RecipientOfRow(*list, 2)), RuntimeError);
-}
-
 TEST(ServerMonitor, IsStartedWithOneArgumentAndChecked) {
   test::ExportWorld world;
   const std::string session = world.session->Identifier();

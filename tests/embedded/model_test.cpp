@@ -10,10 +10,6 @@ namespace {
 using embedded::CreateDatabase;
 using embedded::EmbeddedHost;
 
-std::string WithObject(const std::string& object) {
-  return SmallModel(object);
-}
-
 std::string Replaced(std::string text, const std::string& from, const std::string& to) {
   const std::size_t at = text.find(from);
   EXPECT_NE(at, std::string::npos) << from;
@@ -69,32 +65,32 @@ TEST_F(ModelTest, ProblemsNameFileObjectAndAttributeAndLeaveNothing) {
        "m.json: link class \"Structure\": \"first\": unknown class \"Assemblies\""},
       {Replaced(good, "\"object\": \"ben\"", "\"object\": \"bob\""),
        "m.json: user \"ben\": \"object\": no object has the name \"bob\""},
-      {WithObject(R"({"class": "Part", "name": "p", "values": {"NOPE": 1, "STATE": "x", "VRK_ID": {}}})"),
+      {SmallModel(R"({"class": "Part", "name": "p", "values": {"NOPE": 1, "STATE": "x", "VRK_ID": {}}})"),
        "m.json: object \"p\": attribute \"NOPE\": class \"Part\" has no such attribute\n"
        "m.json: object \"p\": attribute \"STATE\": Type mismatch: \"x\"\n"
        "m.json: object \"p\": attribute \"VRK_ID\": neither a text nor a number nor a Boolean nor a list of "
        "lines"},
-      {WithObject(R"({"class": "Part", "values": {"VRK_ID": "123456789012345678901", "STATE": 70000}})"),
+      {SmallModel(R"({"class": "Part", "values": {"VRK_ID": "123456789012345678901", "STATE": 70000}})"),
        "m.json: object number 3: attribute \"STATE\": Overflow\n"
        "m.json: object number 3: attribute \"VRK_ID\": longer than 20 characters"},
-      {WithObject(R"({"class": "Part", "name": "p", "values": {"OBJECT_ID": 7}})"),
+      {SmallModel(R"({"class": "Part", "name": "p", "values": {"OBJECT_ID": 7}})"),
        "m.json: object \"p\": attribute \"OBJECT_ID\": the host sets this attribute itself"},
-      {WithObject(R"({"class": "Part", "name": "p", "values": {"LOCKED_BY": "nobody"}})"),
+      {SmallModel(R"({"class": "Part", "name": "p", "values": {"LOCKED_BY": "nobody"}})"),
        "m.json: object \"p\": attribute \"LOCKED_BY\": no object has the name \"nobody\""},
-      {WithObject(R"({"class": "Part", "name": "p", "values": {"LOCKED_BY": "p"}})"),
+      {SmallModel(R"({"class": "Part", "name": "p", "values": {"LOCKED_BY": "p"}})"),
        "m.json: object \"p\": attribute \"LOCKED_BY\": object \"p\" is of class \"Part\""},
-      {WithObject(R"({"class": "Part", "name": "anna"})"),
+      {SmallModel(R"({"class": "Part", "name": "anna"})"),
        "m.json: object \"anna\": another object has this name"},
-      {WithObject(R"({"class": "USERS", "id": 100})"),
+      {SmallModel(R"({"class": "USERS", "id": 100})"),
        "m.json: object number 3: class \"USERS\" has an object 100 already"},
-      {WithObject(Document("Part", 3, "nowhere.stp")), "m.json: object \"3\": "},
-      {WithObject(Document("Part", 3, "a.stp", R"("CAD_REF_FILE_NAME": "../a.stp")")),
+      {SmallModel(Document("Part", 3, "nowhere.stp")), "m.json: object \"3\": "},
+      {SmallModel(Document("Part", 3, "a.stp", R"("CAD_REF_FILE_NAME": "../a.stp")")),
        "m.json: object \"3\": attribute \"CAD_REF_FILE_NAME\": \"../a.stp\" is no plain file name"},
-      {WithObject(Document("Part", 3, "a.stp") + "," + Document("Part", 4, "a.stp")),
+      {SmallModel(Document("Part", 3, "a.stp") + "," + Document("Part", 4, "a.stp")),
        "m.json: object \"4\": another object brings a vault file \"a.stp\"; give a FILE_NAME"},
-      {WithObject(Document("Part", 3, "", R"("FILE_NAME": "lost.stp")")),
+      {SmallModel(Document("Part", 3, "", R"("FILE_NAME": "lost.stp")")),
        "m.json: object \"3\": attribute \"FILE_NAME\": no object brings a vault file \"lost.stp\""},
-      {WithObject(R"({"class": "Object Locking", "values": {"OPER_CLASS_ID": 1, "OPER_OBJECT_ID": 2}},
+      {SmallModel(R"({"class": "Object Locking", "values": {"OPER_CLASS_ID": 1, "OPER_OBJECT_ID": 2}},
                      {"class": "Object Locking", "values": {"OPER_CLASS_ID": 1, "OPER_OBJECT_ID": 2}})"),
        "m.json: object number 4: the database refuses it: "},
       {SmallModel(Document("Part", 3), Link("Structure", 3, 4)),

@@ -305,10 +305,9 @@ TEST_F(DriveProtocolTest, HostDialogsAreShownAndAnswered) {
 TEST_F(DriveProtocolTest, EndlessPageTurnsEndInAnErrorAndNotInACrash) {
   std::string commands = kIntoSecondPage;
   for (int turn = 0; turn < 400; ++turn) {
-    commands += R"({"do":"click","control":"Command2"})";
-    commands += "\n";
-    commands += R"({"do":"click","control":"Command1"})";
-    commands += "\n";
+    commands += R"({"do":"click","control":"Command2"}
+{"do":"click","control":"Command1"}
+)";
   }
   const std::string output = Drive(commands);
   EXPECT_NE(output.find("StartExport failed with error 28: Out of stack space"), std::string::npos);

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "support/expect_error.h"
-
 namespace tessel::posix {
 namespace {
 
@@ -30,11 +28,6 @@ TEST(NativePaths, DrivePathsLieInTheDrivesDirectory) {
   const NativePaths paths("/drives");
   for (const Case& each : cases)
     EXPECT_EQ(paths.Native(each.path), each.native) << each.path;
-}
-
-TEST(NativePaths, ANulCharacterIsRefused) {
-  const std::string path("/tmp/a\0b", 8);
-  EXPECT_EQ(test::ErrorNumberOf([&] { (void)NativePaths("/drives").Native(path); }), 75);
 }
 
 }  // namespace

@@ -59,11 +59,6 @@ ScriptDriver::~ScriptDriver() {
       << "some host dialogs did not come";
 }
 
-ScriptDriver& ScriptDriver::Do(Step step) {
-  steps_.push_back(std::move(step));
-  return *this;
-}
-
 ScriptDriver& ScriptDriver::Perform(Action action) {
   return Do([this, action = std::move(action)](UserActions& user) {
     const Refusal refusal = action(user);
@@ -106,41 +101,6 @@ ScriptDriver& ScriptDriver::CloseWindow() {
 
 ScriptDriver& ScriptDriver::Refused(const Action& action, const std::string& reason) {
   return Do([=](UserActions& user) { EXPECT_EQ(action(user), reason); });
-}
-
-ScriptDriver& ScriptDriver::WhenBusy(Step step) {
-  busySteps_.push_back(std::move(step));
-  return *this;
-}
-
-ScriptDriver& ScriptDriver::AnswerBox(MessageAnswer answer) {
-  boxAnswers_.push_back(answer);
-  return *this;
-}
-
-ScriptDriver& ScriptDriver::ChooseItem(const std::string& itemName) {
-  menuChoices_.push_back(itemName);
-  return *this;
-}
-
-ScriptDriver& ScriptDriver::AnswerLifeCycle(int answer) {
-  lifeCycleAnswers_.push_back(answer);
-  return *this;
-}
-
-ScriptDriver& ScriptDriver::AnswerObject(int answer) {
-  objectAnswers_.push_back(answer);
-  return *this;
-}
-
-ScriptDriver& ScriptDriver::Pick(std::vector<std::size_t> positions) {
-  picks_.push_back(std::move(positions));
-  return *this;
-}
-
-ScriptDriver& ScriptDriver::AnswerLogin(const embedded::LoginAnswer& answer) {
-  logins_.push_back(answer);
-  return *this;
 }
 
 std::string ScriptDriver::TakeTranscript() {

@@ -5,6 +5,7 @@
 #include <deque>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "headless/driver.h"
@@ -27,7 +28,7 @@ class ScriptDriver : public Driver {
   ScriptDriver& operator=(const ScriptDriver&) = delete;
 
   // Steps, performed one after the other while a window is open. A step may also look at the window.
-  ScriptDriver& Do(Step step);
+  ScriptDriver& Do(Step step) { return Queue(steps_, std::move(step)); }
   ScriptDriver& Click(const std::string& control);
   ScriptDriver& Check(const std::string& control, CheckWish wish = CheckWish::kChecked);
   ScriptDriver& ClickNode(const std::string& control, const NodeChoice& node,
@@ -40,18 +41,18 @@ class ScriptDriver : public Driver {
   // The action must be refused for this reason.
   ScriptDriver& Refused(const Action& action, const std::string& reason);
   // A step performed when the program pumps events in the middle of its work, one a pump.
-  ScriptDriver& WhenBusy(Step step);
+  ScriptDriver& WhenBusy(Step step) { return Queue(busySteps_, std::move(step)); }
 
   // Answers, used in the order in which they are queued, one queue for each kind of question.
-  ScriptDriver& AnswerBox(MessageAnswer answer = MessageAnswer::kOk);
+  ScriptDriver& AnswerBox(MessageAnswer answer = MessageAnswer::kOk) { return Queue(boxAnswers_, answer); }
   // By item name; empty closes the menu.
-  ScriptDriver& ChooseItem(const std::string& itemName);
+  ScriptDriver& ChooseItem(const std::string& itemName) { return Queue(menuChoices_, itemName); }
   // Without a queued answer operations run (1), object dialogs close with OK (1), nothing is picked and
   // nobody logs in.
-  ScriptDriver& AnswerLifeCycle(int answer);
-  ScriptDriver& AnswerObject(int answer);
-  ScriptDriver& Pick(std::vector<std::size_t> positions);
-  ScriptDriver& AnswerLogin(const embedded::LoginAnswer& answer);
+  ScriptDriver& AnswerLifeCycle(int answer) { return Queue(lifeCycleAnswers_, answer); }
+  ScriptDriver& AnswerObject(int answer) { return Queue(objectAnswers_, answer); }
+  ScriptDriver& Pick(std::vector<std::size_t> positions) { return Queue(picks_, std::move(positions)); }
+  ScriptDriver& AnswerLogin(const embedded::LoginAnswer& answer) { return Queue(logins_, answer); }
 
   // One line for each thing seen, each ended by a line feed:
   //   show Tessel_1
@@ -85,6 +86,11 @@ class ScriptDriver : public Driver {
   void RefreshObject(const ObjectKey& key, int mode) override;
 
  private:
+  template <class Item>
+  ScriptDriver& Queue(std::deque<Item>& queue, Item item) {
+    queue.push_back(std::move(item));
+    return *this;
+  }
   ScriptDriver& Perform(Action action);
   void Fail(const std::string& what);
   void Record(const std::string& line) { transcript_ += line + "\n"; }
