@@ -16,7 +16,7 @@ struct DialogObject {
 };
 
 struct LifeCycleRequest {
-  std::string operation;               // "COPYFILE", "CHECKIN", ...
+  std::string operation;               // name as its class has it: "CopyFile", "CheckIn", ...
   std::string directory;               // target of a copy, empty otherwise
   std::vector<DialogObject> objects;   // the objects the operation was asked for
   std::vector<DialogObject> affected;  // all that it will touch, the objects themselves first

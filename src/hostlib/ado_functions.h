@@ -6,7 +6,7 @@
 
 namespace tessel {
 
-// What the two helpers need of a record set.
+// What the two functions need of a record set.
 class AdoRecordSet {
  public:
   virtual ~AdoRecordSet() = default;
