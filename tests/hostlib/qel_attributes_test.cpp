@@ -4,39 +4,36 @@ namespace tessel::test {
 namespace {
 
 TEST_F(QelFunctionPoolTest, ShowsAttributesAsPeopleReadThem) {
-  const PcObjectPtr shaft = world_.Object({1202, 4});
-  const PcObjectPtr cover = world_.Object({1202, 3});
   const struct {
     const PcObjectPtr& object;
     const char* attribute;
     const char* expected;
-  } cases[] = {{shaft, "VRK_ID", "P-4"},
-               {shaft, "STATE", "1"},
-               {shaft, "DUE", "31.01.2024 14:25:01"},
-               {cover, "DUE", ""},  // 00:00:00
-               {shaft, "OWNER", "anna"},
-               {cover, "OWNER", ""},
-               {shaft, "VRK_STATE", "Released"},
-               {shaft, "MATERIAL", "Brass"},
-               {shaft, "DRAWING", "5"},  // a reference into a table of no special kind
-               {shaft, "DRAWING.VRK_ID", "D-5"},
-               {shaft, "DRAWING.AUTHOR", "bert"},
-               {shaft, "DRAWING.AUTHOR.LOGIN", "bert"},
-               {cover, "DRAWING.AUTHOR.LOGIN", ""},
-               {shaft, "VRK_ID.LOGIN", ""},  // no reference
-               {shaft, "OBJECT_ID", "4"},
-               {shaft, "DRAWING.PROJECTIONVALUE", "D-5"}};
+  } cases[] = {{shaft_, "VRK_ID", "P-4"},
+               {shaft_, "STATE", "1"},
+               {shaft_, "DUE", "31.01.2024 14:25:01"},
+               {cover_, "DUE", ""},  // 00:00:00
+               {shaft_, "OWNER", "anna"},
+               {cover_, "OWNER", ""},
+               {shaft_, "VRK_STATE", "Released"},
+               {shaft_, "MATERIAL", "Brass"},
+               {shaft_, "DRAWING", "5"},  // a reference into a table of no special kind
+               {shaft_, "DRAWING.VRK_ID", "D-5"},
+               {shaft_, "DRAWING.AUTHOR", "bert"},
+               {shaft_, "DRAWING.AUTHOR.LOGIN", "bert"},
+               {cover_, "DRAWING.AUTHOR.LOGIN", ""},
+               {shaft_, "VRK_ID.LOGIN", ""},  // no reference
+               {shaft_, "OBJECT_ID", "4"},
+               {shaft_, "DRAWING.PROJECTIONVALUE", "D-5"}};
   for (const auto& each : cases) {
     EXPECT_EQ(pool_.AttributeValue(*each.object, each.attribute), each.expected) << each.attribute;
   }
-  EXPECT_THROW(static_cast<void>(pool_.AttributeValue(*shaft, "COLOUR")), HostError);
+  EXPECT_THROW(static_cast<void>(pool_.AttributeValue(*shaft_, "COLOUR")), HostError);
 }
 
 TEST_F(QelFunctionPoolTest, FollowsAReference) {
-  const PcObjectPtr shaft = world_.Object({1202, 4});
-  EXPECT_EQ(pool_.ReferencedObject(*shaft, "OWNER", 0)->Key(), (ObjectKey{10, 31}));
-  EXPECT_FALSE(pool_.ReferencedObject(*world_.Object({1202, 3}), "OWNER", 0));
-  EXPECT_FALSE(pool_.ReferencedObject(*shaft, "VRK_ID", 0));
+  EXPECT_EQ(pool_.ReferencedObject(*shaft_, "OWNER", 0)->Key(), (ObjectKey{10, 31}));
+  EXPECT_FALSE(pool_.ReferencedObject(*cover_, "OWNER", 0));
+  EXPECT_FALSE(pool_.ReferencedObject(*shaft_, "VRK_ID", 0));
 }
 
 TEST_F(QelFunctionPoolTest, FindsLookupValues) {

@@ -4,7 +4,6 @@ namespace tessel::test {
 namespace {
 
 TEST_F(QelFunctionPoolTest, ShowsAnObjectInTheDialogOfItsMode) {
-  const PcObjectPtr gearbox = world_.Object({1201, 1});
   const struct {
     int mode;
     int modal;
@@ -17,16 +16,16 @@ TEST_F(QelFunctionPoolTest, ShowsAnObjectInTheDialogOfItsMode) {
                {9, 1, "object dialog mode 9 \"t\" [1]\n", false},  // brings no object
                {3, 0, "object dialog modeless mode 3 \"t\" 1201:1 [1]\n", false}};
   for (const auto& each : cases) {
-    const PcObjectPtr shown = pool_.DisplayObject(gearbox, 0, each.mode, "t", 1, each.modal);
+    const PcObjectPtr shown = pool_.DisplayObject(gearbox_, 0, each.mode, "t", 1, each.modal);
     EXPECT_EQ(world_.driver.TakeTranscript(), each.shown);
     EXPECT_EQ(shown != nullptr, each.returnsObject) << each.mode;
   }
   world_.driver.AnswerObject(2);
-  EXPECT_FALSE(pool_.DisplayObject(gearbox, 0, 1, "t", 1, 1));
+  EXPECT_FALSE(pool_.DisplayObject(gearbox_, 0, 1, "t", 1, 1));
 }
 
 TEST_F(QelFunctionPoolTest, ShowsTheObjectsOfAListThatExist) {
-  pool_.RetrieveChildren(*world_.Object({1201, 1}), {.id = 1202}, 0, records_);
+  pool_.RetrieveChildren(*gearbox_, {.id = 1202}, 0, records_);
   records_->SetValue("CLASS_ID", 1, std::int16_t{1202});
   records_->SetValue("OBJECT_ID", 1, 99);
   records_->SetValue("CLASS_ID", 2, std::int16_t{1203});
@@ -50,22 +49,21 @@ TEST_F(QelFunctionPoolTest, LetsTheUserSelectObjects) {
 }
 
 TEST_F(QelFunctionPoolTest, RunsLifeCycleOperations) {
-  const PcObjectPtr cover = world_.Object({1202, 3});
   const auto state = [&] { return world_.Rows("select STATE, VRK_COMMENT from PART where OBJECT_ID = 3"); };
-  EXPECT_TRUE(pool_.LifeCycleOperation(session_, cover, "RELEASE", "done", false, 0));
+  EXPECT_TRUE(pool_.LifeCycleOperation(session_, cover_, "RELEASE", "done", false, 0));
   EXPECT_EQ(state(), "3|done");
   for (const char* refused : {"COPYFILE", "CHECKOUT", "APPROVE", "release", ""}) {
-    EXPECT_FALSE(pool_.LifeCycleOperation(session_, cover, refused, "", false, 0)) << refused;
+    EXPECT_FALSE(pool_.LifeCycleOperation(session_, cover_, refused, "", false, 0)) << refused;
   }
   EXPECT_EQ(state(), "3|done");
   EXPECT_EQ(world_.driver.TakeTranscript(), "");
 
-  EXPECT_TRUE(pool_.LifeCycleOperation(session_, cover, "CHECKOUT", "out", true, 0));
+  EXPECT_TRUE(pool_.LifeCycleOperation(session_, cover_, "CHECKOUT", "out", true, 0));
   EXPECT_EQ(state(), "2|out");
-  EXPECT_TRUE(pool_.LifeCycleOperation(session_, cover, "", "in", true, 0));  // check-in is the default
+  EXPECT_TRUE(pool_.LifeCycleOperation(session_, cover_, "", "in", true, 0));  // check-in is the default
   EXPECT_EQ(state(), "1|in");
   world_.driver.AnswerLifeCycle(2);
-  EXPECT_FALSE(pool_.LifeCycleOperation(session_, cover, "RELEASE", "", true, 0));
+  EXPECT_FALSE(pool_.LifeCycleOperation(session_, cover_, "RELEASE", "", true, 0));
   EXPECT_EQ(state(), "1|in");
 }
 

@@ -15,35 +15,33 @@ TEST_F(QelFunctionPoolTest, ANewObjectHasItsDefaultsAndNumbersButIsNotSaved) {
 }
 
 TEST_F(QelFunctionPoolTest, LinksAnObjectToADesktop) {
-  const PcObjectPtr anna = world_.Object({10, 31});
-  EXPECT_TRUE(pool_.LinkObjectToDesktop(world_.Object({1201, 1}), anna, 3, true, false));
+  EXPECT_TRUE(pool_.LinkObjectToDesktop(gearbox_, anna_, 3, true, false));
   const std::string id = world_.Rows("select OBJECT_ID from GENERAL_LINK where CLASS_ID2 = 10");
   EXPECT_EQ(world_.Rows("select OBJECT_ID1, CLASS_ID1, OBJECT_ID2 from GENERAL_LINK where CLASS_ID2 = 10"),
             "1|1201|31");
   EXPECT_EQ(world_.driver.TakeTranscript(), "refresh 2000:" + id + " mode 1\nrefresh 1201:1 mode 1\n");
-  EXPECT_FALSE(pool_.LinkObjectToDesktop(world_.Object({1202, 3}), anna, 3, true, true));  // not its class
+  EXPECT_FALSE(pool_.LinkObjectToDesktop(cover_, anna_, 3, true, true));  // not its class
   EXPECT_EQ(world_.driver.TakeTranscript(), "");
 }
 
 TEST_F(QelFunctionPoolTest, LinksAnObjectBelowAParentAndToAnObject) {
-  const PcObjectPtr shaft = world_.Object({1202, 4});
-  const PcObjectPtr gearbox = world_.Object({1201, 1});
-  EXPECT_FALSE(pool_.LinkObjectToParent(gearbox, shaft, 0, true, true));  // a part has nothing below it
-  EXPECT_TRUE(pool_.LinkObjectToParent(shaft, gearbox, 0, false, false));
+  EXPECT_FALSE(pool_.LinkObjectToParent(gearbox_, shaft_, 0, true, true));  // a part has nothing below it
+  EXPECT_TRUE(pool_.LinkObjectToParent(shaft_, gearbox_, 0, false, false));
   EXPECT_EQ(world_.Rows("select OBJECT_ID2 from STRUCTURE where OBJECT_ID1 = 1 order by OBJECT_ID"),
             "2; 3; 4");
-  EXPECT_EQ(pool_.LinkObjectToObject(*shaft, *gearbox, {.name = "General Link"})->GetText("OBJECT_ID2"), "1");
-  EXPECT_FALSE(pool_.LinkObjectToObject(*shaft, *gearbox, {}));
+  EXPECT_EQ(pool_.LinkObjectToObject(*shaft_, *gearbox_, {.name = "General Link"})->GetText("OBJECT_ID2"),
+            "1");
+  EXPECT_FALSE(pool_.LinkObjectToObject(*shaft_, *gearbox_, {}));
   world_.host.FailNext({.call = embedded::HostCall::kLink});
-  EXPECT_FALSE(pool_.LinkObjectToParent(shaft, gearbox, 0, true, true));
+  EXPECT_FALSE(pool_.LinkObjectToParent(shaft_, gearbox_, 0, true, true));
   EXPECT_EQ(world_.driver.Transcript(), "");
 }
 
 TEST_F(QelFunctionPoolTest, RefreshesTheWindowOfOneSessionOrOfAll) {
   const PcSessionPtr other = world_.host.OpenSession("bert", "b");
-  pool_.RefreshActivePelicoreWindow(*world_.Object({1201, 1}), 2);
+  pool_.RefreshActivePelicoreWindow(*gearbox_, 2);
   EXPECT_EQ(world_.driver.TakeTranscript(), "refresh 1201:1 mode 2\n");
-  pool_.RefreshAllPelicoreWindows(*world_.Object({1201, 1}), 1);
+  pool_.RefreshAllPelicoreWindows(*gearbox_, 1);
   EXPECT_EQ(world_.driver.TakeTranscript(), "refresh 1201:1 mode 1\nrefresh 1201:1 mode 1\n");
 }
 

@@ -13,9 +13,9 @@
 
 namespace tessel::test {
 
-// Documents 1201:1 (gearbox, above 1201:2 and 1202:3), 1201:2 (shaft group, above 1202:4 twice), 1202:3 and
-// 1202:4; the drawing 1203:5 that describes 1202:4; exchanges 900:6 and 900:7, the gearbox linked to the
-// first, the second linked to the gearbox. Users anna and bert.
+// Documents 1201:1 (gearbox, above 1201:2 and 1202:3), 1201:2 (shaft group, above 1202:4 twice), 1202:3
+// (cover) and 1202:4 (shaft); the drawing 1203:5 that describes 1202:4; exchanges 900:6 and 900:7, the
+// gearbox linked to the first, the second linked to the gearbox. Users anna and bert.
 class QelWorld : public Scripted, public HostedMachine {
  public:
   QelWorld();
@@ -31,6 +31,10 @@ class QelFunctionPoolTest : public testing::Test {
   QelWorld world_;
   QelFunctionPool pool_{world_.platform, world_.host};
   PcSession& session_ = *world_.session;
+  const PcObjectPtr gearbox_ = world_.Object({1201, 1});
+  const PcObjectPtr cover_ = world_.Object({1202, 3});
+  const PcObjectPtr shaft_ = world_.Object({1202, 4});
+  const PcObjectPtr anna_ = world_.Object({10, 31});
   PcRecordListPtr records_;
 };
 

@@ -70,6 +70,14 @@ struct DocumentWorld {
       CommonXFunctions::AddSelectedObject(world.services, world.state, *object);
     }
   }
+  // Lists of other columns or rows than a copy makes.
+  using Rows = std::vector<std::vector<Value>>;
+  void SetFiles(const std::vector<std::string>& columns, const Rows& rows) {
+    world.exchange.copied.SetFiles(std::make_shared<test::FakeList>(columns, rows));
+  }
+  void SetLinks(const std::vector<std::string>& columns, const Rows& rows) {
+    world.exchange.copied.SetLinks(std::make_shared<test::FakeList>(columns, rows));
+  }
   std::string Saved() {
     XML::SaveXMLFile(*world.state.document, world.platform.files, world.platform.encodings, trace.trace,
                      folder.Path("out.xml"));
@@ -237,9 +245,7 @@ TEST_F(StructureTest, EndsInTheFailureThatTheTraceTells) {
        "Error: Could not find selected root object in record list created during copy file operation!", 1},
       {"no ROOT_OBJ", "1201_1",
        [](DocumentWorld& t) {
-         t.world.exchange.copied.SetFiles(
-             std::make_shared<test::FakeList>(std::vector<std::string>{"CLASS_ID", "OBJECT_ID"},
-                                              std::vector<std::vector<Value>>{{kAssembly, 1}}));
+         t.SetFiles({"CLASS_ID", "OBJECT_ID"}, {{kAssembly, 1}});
        },
        "Fehlerabbruch im Modul (CreateStructure/CommonXFunctions) [440 The record list has no column "
        "\"ROOT_OBJ\"",
@@ -252,8 +258,7 @@ TEST_F(StructureTest, EndsInTheFailureThatTheTraceTells) {
        2},
       {"Null row", "1201_1",
        [](DocumentWorld& t) {
-         t.world.exchange.copied.SetFiles(std::make_shared<test::FakeList>(
-             StructureWorld::kFileColumns, std::vector<std::vector<Value>>{{kAssembly, 1, 6, 0}, {}}));
+         t.SetFiles(StructureWorld::kFileColumns, {{kAssembly, 1, 6, 0}, {}});
        },
        "Fehlerabbruch im Modul (BuildContentList/CommonXFunctions) [94", 2},
       {"link class unknown", "1201_1",
@@ -261,14 +266,9 @@ TEST_F(StructureTest, EndsInTheFailureThatTheTraceTells) {
        "Fehlerabbruch im Modul (BuildHierarchicalStructure/CommonXFunctions) [91 Object variable not set: "
        "class 501",
        2},
-      {"empty list", "1201_1",
-       [](DocumentWorld& t) { t.world.exchange.copied.SetFiles(std::make_shared<test::FakeList>()); },
+      {"empty list", "1201_1", [](DocumentWorld& t) { t.SetFiles({}, {}); },
        "Error: Could not find selected root object in record list created during copy file operation!", 0},
-      {"links without columns", "1201_1",
-       [](DocumentWorld& t) {
-         t.world.exchange.copied.SetLinks(std::make_shared<test::FakeList>(
-             std::vector<std::string>{"CLASS_ID"}, std::vector<std::vector<Value>>{{kUses}}));
-       },
+      {"links without columns", "1201_1", [](DocumentWorld& t) { t.SetLinks({"CLASS_ID"}, {{kUses}}); },
        "Fehlerabbruch im Modul (BuildHierarchicalStructure/CommonXFunctions) [440", 2},
   };
   for (const Case& row : cases) {
@@ -288,10 +288,8 @@ TEST_F(StructureTest, AnUnreadableLinkEndsItsListWhereItStands) {
   const Value none;
   const auto setLinks = [&](const std::vector<Value>& unreadable) {
     world.SetCopy({{kA}, {kB}, {kC}}, {});
-    world.exchange.copied.SetLinks(std::make_shared<test::FakeList>(
-        StructureWorld::kLinkColumns,
-        std::vector<std::vector<Value>>{
-            {kUses, kAssembly, 1, kPart, 2, 1}, unreadable, {kUses, kAssembly, 1, kPart, 3, 1}}));
+    SetLinks(StructureWorld::kLinkColumns,
+             {{kUses, kAssembly, 1, kPart, 2, 1}, unreadable, {kUses, kAssembly, 1, kPart, 3, 1}});
   };
   Start({kA});
   setLinks({kUses, none, none, kPart, 2, 1});
@@ -306,7 +304,7 @@ TEST_F(StructureTest, AnUnreadableLinkEndsItsListWhereItStands) {
   EXPECT_EQ(Outline(world.state.dependencyList), "1(2)");
 
   Start({kA});
-  world.exchange.copied.SetLinks(std::make_shared<test::FakeList>());
+  SetLinks({}, {});
   EXPECT_TRUE(world.Create("1201_1"));
 }
 

@@ -1,5 +1,4 @@
-// The company that most tests happen in: its database in memory, with files in a vault, and a session of
-// anna.
+// The company that most tests happen in.
 #pragma once
 
 #include <map>
@@ -24,7 +23,7 @@ struct CompanyOptions {
   // Off: the database has no class mechanism for folder structures.
   bool folderStructures = true;
   std::string lockDescription = "VRK_DESCRIPTION";  // the description attribute of lock records
-  // More of them as JSON objects, each after a comma.
+  // More of them: JSON objects, each after a comma.
   std::string objects = {};
   std::string links = {};
 };
