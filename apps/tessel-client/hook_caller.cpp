@@ -1,6 +1,7 @@
 #include "hook_caller.h"
 
 #include "host/services.h"
+#include "qt/text.h"
 
 namespace tessel::client {
 
@@ -9,10 +10,16 @@ void HookCaller::Collect(const Keys& documents) {
   hosted_.Entry().CollectSelObjs(hosted_.Session(), "", hosted_.ObjectRows(documents), nullptr, none);
 }
 
-void HookCaller::Export(bool intoFolderStructure) {
+std::optional<ExportFailure> HookCaller::Export(bool intoFolderStructure) {
   PcRecordListPtr none;
   hosted_.Entry().StartExport(hosted_.Session(), intoFolderStructure ? "StructureMode" : "", nullptr, nullptr,
                               none);
+  const WizardState& state = hosted_.LoadedProgram().wizard.state;
+  if (!state.DispatchFailed) return std::nullopt;
+  ExportFailure failure{qt::ToQt(hosted_.LastError()), {}};
+  for (const std::string& directory : state.finishedDirectories)
+    failure.finished.append(qt::ToQt(directory));
+  return failure;
 }
 
 void HookCaller::Lock(const Keys& documents) {

@@ -1,6 +1,8 @@
 // Calls the hooks of the data exchange as the client's menu does: each with the rows of the marked objects.
 #pragma once
 
+#include <QStringList>
+#include <optional>
 #include <vector>
 
 #include "common/hosted_program.h"
@@ -9,12 +11,18 @@ namespace tessel::client {
 
 using Keys = std::vector<ObjectKey>;
 
+struct ExportFailure {
+  QString reason;
+  QStringList finished;  // directories that are final all the same
+};
+
 class HookCaller {
  public:
   explicit HookCaller(HostedProgram& hosted) : hosted_(hosted) {}
 
   void Collect(const Keys& documents);
-  void Export(bool intoFolderStructure);
+  // Nothing unless the export broke off at its end: the hook says nothing then, and its pages are gone.
+  [[nodiscard]] std::optional<ExportFailure> Export(bool intoFolderStructure);
   void Lock(const Keys& documents);
   void Unlock(const Keys& documents);
   void Continue(const ObjectKey& exchange);

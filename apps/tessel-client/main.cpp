@@ -1,6 +1,10 @@
 #include <QApplication>
 #include <QCommandLineParser>
+#include <algorithm>
 #include <exception>
+#include <memory>
+#include <set>
+#include <string_view>
 
 #include "desktop.h"
 #include "tell.h"
@@ -22,10 +26,18 @@ class Application : public QApplication {
   }
 };
 
+// Help and version are shown where there is no display, too.
+bool OnlyAsks(int argc, char** argv) {
+  const std::set<std::string_view> questions{"-h", "--help", "--help-all", "-v", "--version"};
+  return std::any_of(argv + 1, argv + argc,
+                     [&](const char* argument) { return questions.contains(argument); });
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  Application application(argc, argv);
+  const std::unique_ptr<QCoreApplication> application(OnlyAsks(argc, argv) ? new QCoreApplication(argc, argv)
+                                                                           : new Application(argc, argv));
   QApplication::setOrganizationName("tessel");
   QApplication::setApplicationName("tessel-client");
   QApplication::setApplicationVersion(TESSEL_VERSION);
@@ -37,7 +49,7 @@ int main(int argc, char** argv) {
   parser.addPositionalArgument("DB", "Database to open; without it the client asks.", "[DB]");
   parser.addOption({"user", "Login name.", "LOGIN"});
   parser.addOption({"language", "Language of the session, GER or ENG.", "LANGUAGE"});
-  parser.process(application);
+  parser.process(*application);
 
   const QStringList arguments = parser.positionalArguments();
   tessel::client::Desktop desktop;

@@ -58,6 +58,7 @@ class MainWindow : public QMainWindow {
   [[nodiscard]] bool StructureCounts() const;
   void ShowWhichMarksCount();
   [[nodiscard]] Keys MarkedDocuments() const;
+  void Export(bool intoFolderStructure);
   void ShowProperties();
   void ShowStructure();
   void ShowSelection();

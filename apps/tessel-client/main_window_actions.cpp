@@ -9,8 +9,20 @@
 #include <QTreeWidget>
 
 #include "main_window.h"
+#include "tell.h"
 
 namespace tessel::client {
+
+void MainWindow::Export(bool intoFolderStructure) {
+  const std::optional<ExportFailure> failure = hooks_.Export(intoFolderStructure);
+  if (!failure) return;
+  QString text = texts::kExportFailed.In(language_) + QLatin1String("\n\n") + failure->reason;
+  if (!failure->finished.isEmpty()) {
+    text += QLatin1String("\n\n") + texts::kAlreadyFinal.In(language_) + QLatin1Char('\n') +
+            failure->finished.join(QLatin1Char('\n'));
+  }
+  Tell(text, language_, this);
+}
 
 // The keys are none that edit text, so that they act wherever the focus is.
 QAction* MainWindow::AddAction(const char* name, const qt::BothTexts& text, const qt::BothTexts& tip,
@@ -36,9 +48,9 @@ void MainWindow::BuildActions() {
   };
   onDocuments_.push_back(add("collect", texts::kCollect, texts::kCollectTip, "F7",
                              [this] { hooks_.Collect(MarkedDocuments()); }));
-  add("export", texts::kExport, texts::kExportTip, "F8", [this] { hooks_.Export(false); });
+  add("export", texts::kExport, texts::kExportTip, "F8", [this] { Export(false); });
   add("exportStructure", texts::kExportStructure, texts::kExportStructureTip, "Shift+F8",
-      [this] { hooks_.Export(true); });
+      [this] { Export(true); });
   toolBar_->addSeparator();
   onDocuments_.push_back(
       add("lock", texts::kLock, texts::kLockTip, "F9", [this] { hooks_.Lock(MarkedDocuments()); }));

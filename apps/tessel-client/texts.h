@@ -85,6 +85,9 @@ inline constexpr BothTexts kChoiceCreate{"Create the sample company...", "Die Be
 inline constexpr BothTexts kDatabases{"Databases (*.db);;All files (*)",
                                       "Datenbanken (*.db);;Alle Dateien (*)"};
 inline constexpr BothTexts kError{"Pelicore", "Pelicore"};
+inline constexpr BothTexts kExportFailed{"The export was not completed.",
+                                         "Der Export wurde nicht abgeschlossen."};
+inline constexpr BothTexts kAlreadyFinal{"Already final:", "Bereits fertig:"};
 inline constexpr BothTexts kLoginRefused{"The user is unknown or the password is wrong.",
                                          "Der Benutzer ist unbekannt oder das Kennwort falsch."};
 inline constexpr BothTexts kNoExample{"The sample company is not installed.",

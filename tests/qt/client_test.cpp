@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QScreen>
 #include <QSettings>
@@ -244,6 +245,30 @@ TEST_F(ClientTest, ShowsExchangesAndTheLatest) {
   MarkFirst();
   Trigger("properties");
   EXPECT_NE(person_.TakeTranscript().find("1202:4725"), std::string::npos);
+}
+
+class FailingClientTest : public ClientTest {
+ protected:
+  FailingClientTest()
+      : ClientTest(
+            Walk().Enter().Click("Check1(5)").Click("Command1").Click("Check1").Enter().Enter().Answer()) {
+    person_.OnLook = [this](QWidget& shown) {
+      if (const auto* box = qobject_cast<QMessageBox*>(&shown)) told_ = box->text();
+    };
+  }
+  QString told_;
+};
+
+// The pages are gone by then, and the hook returns as after a finished export.
+TEST_F(FailingClientTest, TellsThatAnExportWasNotCompleted) {
+  const std::string taken = "C:\\temp\\Exchange\\Export_anna_20240131_154502_New";
+  std::filesystem::create_directories(company_.Services(company_.Processes()).files.NativePath(taken));
+  Search("P-1120");
+  MarkAll();
+  Trigger("collect");
+  Trigger("export");
+  EXPECT_TRUE(told_.startsWith("The export was not completed.") && told_.contains("File exists"))
+      << FromQt(told_);
 }
 
 class ExportingClientTest : public ClientTest {
