@@ -110,7 +110,7 @@ void Desktop::Reopen() {
     StartOptions options;
     options.language = sessionLanguage_;
     options.database = AskForDatabase(settings_.value(kLastDatabase).toString(), language_);
-    if (!options.database.isEmpty()) static_cast<void>(Open(options));
+    if (options.database.isEmpty() || !Open(options)) opened_->window->Resume();
   });
 }
 

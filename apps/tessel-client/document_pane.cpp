@@ -121,11 +121,17 @@ void DocumentPane::Filter(const std::function<void()>& change) {
 void DocumentPane::Relist(const std::function<void()>& change) {
   const std::vector<ObjectKey> marked = MarkedKeys();
   const std::optional<ObjectKey> current = CurrentKey();
+  const int column = list_->currentIndex().column();
+  const int aside = list_->horizontalScrollBar()->value();
   showing_ = true;
   list_->selectionModel()->clearSelection();
   change();
-  Mark(marked, current);
+  const QModelIndex stillCurrent = Mark(marked, current);
+  if (stillCurrent.isValid())
+    list_->selectionModel()->setCurrentIndex(stillCurrent.siblingAtColumn(column),
+                                             QItemSelectionModel::NoUpdate);
   showing_ = false;
+  list_->horizontalScrollBar()->setValue(aside);
   ShowCount();
 }
 
@@ -144,9 +150,10 @@ void DocumentPane::FillClassFilter() {
 }
 
 // Neighbours become one range: the selection is slow with many.
-void DocumentPane::Mark(const std::vector<ObjectKey>& keys, const std::optional<ObjectKey>& current) {
+QModelIndex DocumentPane::Mark(const std::vector<ObjectKey>& keys, const std::optional<ObjectKey>& current) {
   const std::unordered_set<ObjectKey> wanted(keys.begin(), keys.end());
   QItemSelection marks;
+  QModelIndex currentIndex;
   const int rows = filter_.rowCount();
   int first = -1;  // of the range at hand
   for (int row = 0; row <= rows; ++row) {
@@ -158,10 +165,10 @@ void DocumentPane::Mark(const std::vector<ObjectKey>& keys, const std::optional<
                                        filter_.index(row - 1, DocumentModel::kColumnCount - 1)));
       first = -1;
     }
-    if (index.isValid() && filter_.KeyAt(index) == current)
-      list_->selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+    if (index.isValid() && filter_.KeyAt(index) == current) currentIndex = index;
   }
   list_->selectionModel()->select(marks, QItemSelectionModel::Select);
+  return currentIndex;
 }
 
 std::vector<ObjectKey> DocumentPane::MarkedKeys() const {

@@ -43,7 +43,8 @@ class DocumentPane : public QWidget {
   // Changes what is listed, and marks again what is still there.
   void Relist(const std::function<void()>& change);
   void Filter(const std::function<void()>& change);
-  void Mark(const std::vector<ObjectKey>& keys, const std::optional<ObjectKey>& current);
+  // Marks what is listed of the keys, and returns where `current` is now.
+  QModelIndex Mark(const std::vector<ObjectKey>& keys, const std::optional<ObjectKey>& current);
   void ShowCount();
 
   qt::Language language_;

@@ -50,7 +50,9 @@ ExchangePanel::ExchangePanel(const Catalogue& catalogue, qt::Language language)
 
 void ExchangePanel::Show(std::vector<ExchangeRow> rows) {
   const std::optional<ObjectKey> marked = MarkedKey();
-  const int scrolled = list_->verticalScrollBar()->value();
+  const int down = list_->verticalScrollBar()->value();
+  const int aside = list_->horizontalScrollBar()->value();
+  QTreeWidgetItem* markedItem = nullptr;
   showing_ = true;
   list_->clear();
   rows_ = std::move(rows);
@@ -59,10 +61,13 @@ void ExchangePanel::Show(std::vector<ExchangeRow> rows) {
         {row.number, PhaseName(row.phase, language_), row.status, row.company, row.contact, row.directory});
     item->setIcon(0, catalogue_.IconOf(row.key.classId));
     list_->addTopLevelItem(item);
-    if (marked == row.key) list_->setCurrentItem(item);
+    if (marked == row.key) markedItem = item;
   }
+  // When all are there: the view scrolls to it.
+  if (markedItem != nullptr) list_->setCurrentItem(markedItem);
   showing_ = false;
-  list_->verticalScrollBar()->setValue(scrolled);
+  list_->verticalScrollBar()->setValue(down);
+  list_->horizontalScrollBar()->setValue(aside);
   ShowProtocol();
 }
 

@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QCommandLineParser>
-#include <algorithm>
 #include <exception>
 #include <memory>
 #include <set>
@@ -26,11 +25,10 @@ class Application : public QApplication {
   }
 };
 
-// Help and version are shown where there is no display, too.
+// Help and version alone are shown where there is no display, too.
 bool OnlyAsks(int argc, char** argv) {
   const std::set<std::string_view> questions{"-h", "--help", "--help-all", "-v", "--version"};
-  return std::any_of(argv + 1, argv + argc,
-                     [&](const char* argument) { return questions.contains(argument); });
+  return argc == 2 && questions.contains(argv[1]);
 }
 
 }  // namespace

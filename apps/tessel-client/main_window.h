@@ -24,7 +24,7 @@ namespace tessel::client {
 class MainWindow : public QMainWindow {
  public:
   // The program and the settings outlive the window. `reopen` is called when the user asks for another
-  // database. Errors: HostError for a database that cannot be listed.
+  // database; until Resume() nothing else starts. Errors: HostError for a database that cannot be listed.
   MainWindow(HostedProgram& hosted, qt::Language language, QSettings& settings, const QString& databasePath,
              std::function<void()> reopen);
   ~MainWindow() override;
@@ -33,6 +33,8 @@ class MainWindow : public QMainWindow {
   void Refresh();
   // Refreshes when the events that wait have run, once for many calls.
   void RefreshSoon();
+  // The user stays with this database.
+  void Resume() { running_ = false; }
   // Writes place, size, panes and columns into the settings, for the next window.
   void SavePlace();
   [[nodiscard]] const Catalogue& Contents() const { return catalogue_; }

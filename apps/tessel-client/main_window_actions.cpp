@@ -7,6 +7,7 @@
 #include <QToolBar>
 #include <QTreeView>
 #include <QTreeWidget>
+#include <utility>
 
 #include "main_window.h"
 #include "tell.h"
@@ -68,7 +69,7 @@ void MainWindow::BuildActions() {
 void MainWindow::BuildMenus(const std::function<void()>& reopen) {
   QMenu* file = menuBar()->addMenu(texts::kFileMenu.In(language_));
   QAction* open = file->addAction(texts::kOpen.In(language_), this, [this, reopen] {
-    if (!running_) reopen();
+    if (!std::exchange(running_, true)) reopen();
   });
   open->setObjectName("open");
   open->setShortcut(QKeySequence::Open);

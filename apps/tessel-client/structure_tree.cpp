@@ -63,9 +63,9 @@ void StructureTree::ShowBelow(const ObjectKey& key) {
 
 void StructureTree::Open(QTreeWidgetItem* item) {
   if (item->data(0, kReadRole).toBool()) return;
-  item->setData(0, kReadRole, true);
   for (const ObjectKey& key : catalogue_.Below(KeyOf(*item)))
     item->addChild(MakeItem(key));
+  item->setData(0, kReadRole, true);
 }
 
 void StructureTree::Update(QTreeWidgetItem& item) {

@@ -33,6 +33,8 @@ void ResetFlags(Program& program) {
   state.ExportCancelled = false;
   state.KeepSelection = false;
   state.ExportFinished = false;
+  state.DispatchFailed = false;
+  state.finishedDirectories.clear();
 }
 
 void DeleteExchangeDirectory(Program& program) {

@@ -213,6 +213,7 @@ void WindowView::PutOnTop() {
   // Screens may have gone since the window was placed.
   PlaceOnScreen();
   BelongToProgram();
+  if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
   // A window that another modal one blocks comes above it by being shown anew.
   if (isVisible() && QApplication::activeModalWidget() != this) hide();
   show();

@@ -67,8 +67,6 @@ Wizard::Wizard(Services& services, ExchangeState& exchange, StructureState& stru
 Wizard::~Wizard() = default;
 
 void Wizard::Show() {
-  state.DispatchFailed = false;
-  state.finishedDirectories.clear();
   pages_->ShowPage(PageId::kStart);
 }
 

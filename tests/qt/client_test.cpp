@@ -250,8 +250,15 @@ TEST_F(ClientTest, ShowsExchangesAndTheLatest) {
 class FailingClientTest : public ClientTest {
  protected:
   FailingClientTest()
-      : ClientTest(
-            Walk().Enter().Click("Check1(5)").Click("Command1").Click("Check1").Enter().Enter().Answer()) {
+      : ClientTest(Walk()
+                       .Enter()
+                       .Click("Check1(5)")
+                       .Click("Command1")
+                       .Click("Check1")
+                       .Enter()
+                       .Enter()
+                       .Answer()
+                       .Answer()) {
     person_.OnLook = [this](QWidget& shown) {
       if (const auto* box = qobject_cast<QMessageBox*>(&shown)) told_ = box->text();
     };
@@ -269,6 +276,9 @@ TEST_F(FailingClientTest, TellsThatAnExportWasNotCompleted) {
   Trigger("export");
   EXPECT_TRUE(told_.startsWith("The export was not completed.") && told_.contains("File exists"))
       << FromQt(told_);
+  Trigger("export");
+  EXPECT_FALSE(told_.contains("completed"))
+      << "an export that did not start has not failed: " << FromQt(told_);
 }
 
 class ExportingClientTest : public ClientTest {
