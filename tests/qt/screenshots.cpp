@@ -105,10 +105,10 @@ void TakeAll(const QDir& directory, const std::string& language, const Walk& tou
 
   client::HookCaller hooks(hosted);
   hooks.Collect({kGearbox});
-  hooks.Export(true);
+  EXPECT_FALSE(hooks.Export(true).has_value());
   company.LetAMinutePass();
   hooks.Collect({kShafts, kPinion});
-  hooks.Export(false);
+  EXPECT_FALSE(hooks.Export(false).has_value());
   hooks.ShowObject(kStopped);
   hooks.Collect({kGearbox, kShafts});
 
