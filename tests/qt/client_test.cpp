@@ -78,7 +78,7 @@ class ClientTest : public ::testing::Test {
     return FromQt(Part<QTreeView>("documents").model()->index(row, column).data().toString());
   }
 
-  Company company_;
+  SampleCompany company_;
   Person person_;
   WatchedToolkit toolkit_{person_};
   WatchedDialogs dialogs_{toolkit_, person_};

@@ -17,7 +17,7 @@
 
 #include "database_choice.h"
 #include "embedded/database.h"
-#include "qt/company.h"
+#include "qt/sample_company.h"
 #include "qt/text.h"
 
 namespace tessel::test {
@@ -91,7 +91,7 @@ class DesktopTest : public ::testing::Test {
   }
 
   TemporaryFolder folder_;
-  Company company_;
+  SampleCompany company_;
   QObject context_;
   std::deque<Answer> answers_;
   QString told_;

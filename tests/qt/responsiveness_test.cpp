@@ -68,7 +68,7 @@ class Responsiveness : public ::testing::Test {
   void Next(const std::function<void()>& action) { QTimer::singleShot(0, &context_, action); }
 
   QObject context_;
-  Company company_;
+  SampleCompany company_;
   qt::QtPauser pauser_;
   TimedToolkit toolkit_;
   qt::QtHostDialogs dialogs_{toolkit_};

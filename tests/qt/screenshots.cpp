@@ -90,7 +90,7 @@ void MarkRow(client::MainWindow& window, int row) {
 }
 
 void TakeAll(const QDir& directory, const std::string& language, const Walk& tour) {
-  Company company({{"UsePartnerList", "True"}, {"UseCustomForm", "True"}});
+  SampleCompany company({{"UsePartnerList", "True"}, {"UseCustomForm", "True"}});
   const Photographer photographer(directory, QString::fromStdString(language).toLower());
   Person person(tour);
   person.OnLook = [&](QWidget& shown) { photographer.Look(shown); };

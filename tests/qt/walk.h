@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "headless/user_actions.h"
-#include "qt/company.h"
+#include "qt/sample_company.h"
 #include "toolkit/toolkit.h"
 
 namespace tessel::test {
@@ -79,8 +79,8 @@ using Hooks = std::function<void(HostedProgram& hosted)>;
 
 // Makes the walk over a toolkit. The transcript of what was seen (see ScriptDriver), and before each step the
 // state of the window on top.
-[[nodiscard]] std::string WalkHeadless(Company& company, const Walk& walk, const Hooks& hooks);
-[[nodiscard]] std::string WalkInQt(Company& company, const Walk& walk, const Hooks& hooks);
+[[nodiscard]] std::string WalkHeadless(SampleCompany& company, const Walk& walk, const Hooks& hooks);
+[[nodiscard]] std::string WalkInQt(SampleCompany& company, const Walk& walk, const Hooks& hooks);
 
 // The controls of a window, one line each.
 [[nodiscard]] std::string DumpOf(const Window& window);

@@ -66,7 +66,7 @@ std::string DumpOf(const Window& window) {
   return out.str();
 }
 
-std::string WalkHeadless(Company& company, const Walk& walk, const Hooks& hooks) {
+std::string WalkHeadless(SampleCompany& company, const Walk& walk, const Hooks& hooks) {
   ScriptDriver driver;
   HeadlessToolkit toolkit(driver);
   ReportingLauncher launcher(company.Processes(), driver);

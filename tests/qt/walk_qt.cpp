@@ -4,7 +4,7 @@
 
 namespace tessel::test {
 
-std::string WalkInQt(Company& company, const Walk& walk, const Hooks& hooks) {
+std::string WalkInQt(SampleCompany& company, const Walk& walk, const Hooks& hooks) {
   Person person(walk);
   WatchedToolkit toolkit(person);
   WatchedDialogs dialogs(toolkit, person);

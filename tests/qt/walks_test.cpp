@@ -24,12 +24,12 @@ Hooks Export(const std::vector<ObjectKey>& documents, const std::string& operati
 
 // Makes a walk over both toolkits, each in a company of its own.
 void Compare(const Walk& walk, const Hooks& hooks, const Settings& settings = {}) {
-  Company first(settings);
-  Company second(settings);
+  SampleCompany first(settings);
+  SampleCompany second(settings);
   std::string headless = WalkHeadless(first, walk, hooks);
   std::string drawn = WalkInQt(second, walk, hooks);
   for (auto* text : {&headless, &drawn}) {
-    for (const Company* company : {&first, &second}) {
+    for (const SampleCompany* company : {&first, &second}) {
       const std::string path = company->Folder().Path();
       for (auto at = text->find(path); at != std::string::npos; at = text->find(path))
         text->replace(at, path.size(), "FOLDER");

@@ -1,4 +1,4 @@
-#include "qt/company.h"
+#include "qt/sample_company.h"
 
 #include "embedded/model_file.h"
 #include "host/error.h"
@@ -35,19 +35,19 @@ std::string ModelOf(const std::map<std::string, std::string>& settings, const Te
 
 }  // namespace
 
-Company::Company(const std::map<std::string, std::string>& settings)
+SampleCompany::SampleCompany(const std::map<std::string, std::string>& settings)
     : posix_(OptionsOf(folder_)), database_(folder_.Path("company.db")) {
   embedded::CreateDatabase(posix_.Services().files, database_, ModelOf(settings, folder_));
 }
 
-Platform Company::Services(ProcessLauncher& launcher, Pauser* pauser) {
+Platform SampleCompany::Services(ProcessLauncher& launcher, Pauser* pauser) {
   const Platform& posix = posix_.Services();
   return {posix.files,       posix.encodings, clock_,       pauser != nullptr ? *pauser : posix.pauser,
           launcher,          posix.profiles,  posix.system, posix.program,
           posix.ansiCodePage};
 }
 
-std::vector<ObjectKey> Company::AddParts(HostedProgram& hosted, int count) {
+std::vector<ObjectKey> SampleCompany::AddParts(HostedProgram& hosted, int count) {
   constexpr ClassId kPart = 1202;
   const PcSessionPtr& session = hosted.Session();
   const PcBehaviorPtr behavior = session->NewBehavior();
@@ -68,7 +68,7 @@ std::vector<ObjectKey> Company::AddParts(HostedProgram& hosted, int count) {
   return keys;
 }
 
-std::vector<std::string> Company::Exchanged() {
+std::vector<std::string> SampleCompany::Exchanged() {
   const std::string path = posix_.Services().files.NativePath(kExchangePath);
   if (!std::filesystem::exists(path)) return {};
   return folder_.Tree(std::filesystem::path(path).lexically_relative(folder_.Path()).string());

@@ -12,10 +12,10 @@
 
 namespace tessel::test {
 
-class Company {
+class SampleCompany {
  public:
   // Settings are lines of the admin settings by key, for example {"UseCustomForm", "True"}.
-  explicit Company(const std::map<std::string, std::string>& settings = {});
+  explicit SampleCompany(const std::map<std::string, std::string>& settings = {});
 
   [[nodiscard]] HostedLogin Login(const std::string& language = "GER") const {
     return {database_, "anna", "", language};
