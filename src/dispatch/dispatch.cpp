@@ -32,37 +32,30 @@ class BackupDirectory {
   }
 
   void FillFrom(const std::string& directory) {
+    files_.CreateFolder(path_);
     filled_ = true;
-    if (!files_.FolderExists(path_)) files_.CreateFolder(path_);
     files_.CopyFolderContents(directory, path_);
   }
-  // The last recipient gets the backup itself, which saves a copy and its deletion.
-  void CopyTo(const std::string& directory, bool last) {
-    const bool exists = files_.FolderExists(directory);
-    if (last && !exists) {
-      files_.Move(path_, directory);
-      return;
-    }
-    if (!exists) files_.CreateFolder(directory);
-    files_.CopyFolderContents(path_, directory);
-  }
+  void CopyTo(const std::string& directory) { files_.CopyFolderContents(path_, directory); }
+  void MoveTo(const std::string& directory) { files_.Move(path_, directory); }
+  [[nodiscard]] const std::string& Path() const { return path_; }
   void Delete() {
-    if (files_.FolderExists(path_)) files_.DeleteFolder(path_);
+    if (filled_ && files_.FolderExists(path_)) files_.DeleteFolder(path_);
   }
 
  private:
   Trace& trace_;
   FileSystem& files_;
   std::string path_;
-  bool filled_ = false;
+  bool filled_ = false;  // else a directory of that name is not this export's
 };
 
 // A later recipient's directory until it stands under its final name: an error takes it away again, so that
-// no half-filled one lies about. One that was there before stays.
+// no half-filled one lies about.
 class RecipientDirectoryScope {
  public:
-  RecipientDirectoryScope(Services& services, std::string path, bool made)
-      : trace_(services.trace), files_(services.platform.files), path_(std::move(path)), made_(made) {}
+  RecipientDirectoryScope(Services& services, std::string path)
+      : trace_(services.trace), files_(services.platform.files), path_(std::move(path)) {}
   RecipientDirectoryScope(const RecipientDirectoryScope&) = delete;
   RecipientDirectoryScope& operator=(const RecipientDirectoryScope&) = delete;
   ~RecipientDirectoryScope() {
@@ -71,13 +64,25 @@ class RecipientDirectoryScope {
       if (files_.FolderExists(path_)) files_.DeleteFolder(path_);
     });
   }
+  // A directory that is there already is another export's, and mixing the two would send one's files to the
+  // other's recipient. The last recipient gets the backup itself, which saves a copy and its deletion.
+  void Fill(BackupDirectory& backup, bool last) {
+    if (last) {
+      backup.MoveTo(path_);
+      made_ = true;
+    } else {
+      files_.CreateFolder(path_);
+      made_ = true;
+      backup.CopyTo(path_);
+    }
+  }
   void Keep() { made_ = false; }
 
  private:
   Trace& trace_;
   FileSystem& files_;
   std::string path_;
-  bool made_;
+  bool made_ = false;
 };
 
 // A company or contact person and its settings; both may be nothing.
@@ -117,6 +122,7 @@ class Dispatch {
     CheckFileNames(services_.Settings());
     const PcRecordList& recipients = *Required(request_.recipients.get(), "recipient list");
     const int count = recipients.RowCount();
+    CheckDirectories(recipients);
     for (int row = 0; row < count; ++row) {
       listener.DirectoryFinished(SendTo(RecipientOfRow(recipients, row), row, row == count - 1));
     }
@@ -135,6 +141,22 @@ class Dispatch {
     }
   }
 
+  // Before anything is made, too: a directory that bears a name of this export ends the dispatch.
+  void CheckDirectories(const PcRecordList& recipients) const {
+    const auto checkFree = [this](const std::string& path) {
+      if (services_.platform.files.FolderExists(path) || services_.platform.files.FileExists(path)) {
+        throw RuntimeError(error_number::kFileAlreadyExists, "Create folder: " + path + " exists already");
+      }
+    };
+    const int count = recipients.RowCount();
+    for (int row = 0; row < count; ++row) {
+      const std::string directory = RecipientOfRow(recipients, row).directory;
+      if (row > 0) checkFree(directory);
+      checkFree(FinalDirectory(directory, services_.Settings().ExportPrefix));
+    }
+    if (count > 1) checkFree(backup_.Path());
+  }
+
   // The final directory.
   std::string SendTo(const Recipient& recipient, int row, bool last) {
     const Partner company = ReadPartner(recipient.customer);
@@ -143,9 +165,8 @@ class Dispatch {
                  "No custmerObjClassID and no CustomerObjObjectID");
     TracePartner(contact, recipient.contact, "ContactPersObjClassID: ", "   ContactPersObjObjectId: ",
                  "No ContactPersObjClassID and no ContactPersObjObjectId");
-    const bool made = row > 0 && !services_.platform.files.FolderExists(recipient.directory);
-    RecipientDirectoryScope unfinished(services_, recipient.directory, made);
-    if (row > 0) backup_.CopyTo(recipient.directory, last);
+    RecipientDirectoryScope unfinished(services_, recipient.directory);
+    if (row > 0) unfinished.Fill(backup_, last);
     SaveStructureFile(recipient, contact.settings, company.settings, last);
     CreateExchangeObject(company.object, contact.object);
     WriteDataFile(services_, *session_, request_, static_cast<std::size_t>(row), recipient, objectId_);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "dispatch/recipients.h"
 #include "selection/start_up.h"
 #include "structure/dx_xml.h"
@@ -19,17 +21,20 @@ constexpr const char* kDispatchError = "Fehler beim Aufbauen der XML Dateien (Co
 
 class RecordingValues : public AdditionalValues {
  public:
-  explicit RecordingValues(Lines& calls) : calls_(calls) {}
+  RecordingValues(Lines& calls, const std::function<void()>& meanwhile)
+      : calls_(calls), meanwhile_(meanwhile) {}
   int Edit(const AdditionalValuesRequest&) override { return 0; }
   int Apply(const AdditionalValuesRequest& request) override {
     calls_.push_back(ObjectKeyText(request.customer, '_') + " " + ObjectKeyText(request.contact, '_') + " " +
                      request.directory.substr(request.directory.rfind('/') + 1) +
                      (request.traceWriter ? "" : " no trace"));
+    if (meanwhile_) meanwhile_();
     return 1;
   }
 
  private:
   Lines& calls_;
+  const std::function<void()>& meanwhile_;
 };
 
 class RecordingListener : public DispatchListener {
@@ -122,7 +127,7 @@ class DispatchTest : public testing::Test {
   }
   bool Run() {
     DispatchParts parts{world_->services, exchange_, structure_,
-                        [this] { return std::make_unique<RecordingValues>(additional_); }};
+                        [this] { return std::make_unique<RecordingValues>(additional_, meanwhile_); }};
     return RunDispatch(parts, request_, listener_);
   }
   Lines Tree() { return world_->folder.Tree("ex"); }
@@ -139,6 +144,7 @@ class DispatchTest : public testing::Test {
   DispatchRequest request_;
   RecordingListener listener_;
   Lines additional_;
+  std::function<void()> meanwhile_;  // what others do while a recipient's directory is being filled
 };
 
 TEST_F(DispatchTest, OneExportWithoutRecipient) {
@@ -301,7 +307,7 @@ TEST_F(DispatchTest, AMonitorThatCannotBeStartedLeavesTheExportComplete) {
 TEST_F(DispatchTest, AMoveThatFailsHalfWayKeepsWhatIsFinal) {
   Prepare({{"Settings", {"UseServerMonitor=1"}}});
   AddThreeRecipients();
-  world_->folder.MakeFolder("ex/Export_anna_20240131_15450a_New");
+  meanwhile_ = [this] { world_->folder.MakeFolder("ex/Export_anna_20240131_15450a_New"); };
   EXPECT_FALSE(Run());
   EXPECT_TRUE(world_->folder.Exists("ex/Export_anna_20240131_154502_New/Kestrix_Data.xml"));
   EXPECT_FALSE(world_->folder.Exists(std::string("ex/") + kName + "_temp"));
@@ -313,6 +319,38 @@ TEST_F(DispatchTest, AMoveThatFailsHalfWayKeepsWhatIsFinal) {
   const test::TraceEntry& traced = world_->trace.writer->entries.back();
   EXPECT_EQ(traced.text, kDispatchError);
   EXPECT_EQ(traced.number, error_number::kFileAlreadyExists);
+}
+
+// Two exports of one user within ten seconds name the directories of their later recipients alike.
+TEST_F(DispatchTest, NeverMixesTheFilesOfTwoExports) {
+  const std::string temp = std::string(kName) + "_temp";
+  const std::string others[] = {"@@_anna_20240131_15450a", "@@_anna_20240131_15450b", temp};
+  for (const std::string& other : others) {
+    Prepare({});
+    AddThreeRecipients();
+    meanwhile_ = [&] { world_->folder.Write("ex/" + other + "/theirs.stp", "theirs"); };
+    EXPECT_FALSE(Run()) << other;
+    EXPECT_EQ(world_->trace.writer->entries.back().number, error_number::kFileAlreadyExists);
+    for (const std::string& path : Tree()) {
+      const bool isTheirs = path == other + "/" || path == other + "/theirs.stp";
+      EXPECT_EQ(path.starts_with(other + "/") || path.ends_with("/theirs.stp"), isTheirs) << path;
+    }
+    EXPECT_TRUE(world_->folder.Exists("ex/" + other + "/theirs.stp")) << "taken away";
+  }
+}
+
+TEST_F(DispatchTest, ATakenDirectoryEndsBeforeAnythingIsMade) {
+  for (const std::string name : {"Export_anna_20240131_154502_New", "Export_anna_20240131_15450b_New",
+                                 "@@_anna_20240131_15450a", "@@_anna_20240131_154502_temp"}) {
+    Prepare({});
+    AddThreeRecipients();
+    world_->folder.Write("ex/" + name + "/theirs.stp", "theirs");
+    const Lines before = Tree();
+    EXPECT_FALSE(Run()) << name;
+    EXPECT_EQ(world_->trace.writer->entries.back().number, error_number::kFileAlreadyExists);
+    EXPECT_EQ(Tree(), before);
+    EXPECT_TRUE(ExchangeObjects().empty());
+  }
 }
 
 TEST_F(DispatchTest, EndsBeforeAnythingIsMade) {
