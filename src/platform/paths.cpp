@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/text_encoding.h"
+
 namespace tessel::paths {
 namespace {
 
@@ -12,6 +14,16 @@ bool IsNative(std::string_view path) {
 bool IsDrivePath(std::string_view path) {
   const auto isLetter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
   return path.size() >= 2 && path[1] == ':' && isLetter(path[0]);
+}
+
+// Texts that hold anything else cannot be written into an XML file as they are.
+bool IsCleanUtf8(std::string_view text) {
+  bool malformed = false;
+  for (std::size_t position = 0; position < text.size();) {
+    const char32_t codePoint = NextCodePoint(text, position, malformed);
+    if (malformed || codePoint == 0xFFFE || codePoint == 0xFFFF) return false;
+  }
+  return true;
 }
 
 }  // namespace
@@ -48,7 +60,8 @@ bool IsPlainFileName(std::string_view name) {
     const auto byte = static_cast<unsigned char>(c);
     return byte < 0x20 || byte == 0x7F || c == '/' || c == '\\' || c == ':';
   };
-  return !name.empty() && name != "." && name != ".." && std::none_of(name.begin(), name.end(), isHarmful);
+  return !name.empty() && name != "." && name != ".." && std::none_of(name.begin(), name.end(), isHarmful) &&
+         IsCleanUtf8(name);
 }
 
 }  // namespace tessel::paths

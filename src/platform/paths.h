@@ -23,7 +23,7 @@ namespace tessel::paths {
 [[nodiscard]] std::string Parent(std::string_view path);
 
 // Whether a text is one harmless file name: not empty, no separator, no drive colon, no NUL or other control
-// character, neither "." nor "..".
+// character, neither "." nor "..", and UTF-8 that an XML file can name.
 [[nodiscard]] bool IsPlainFileName(std::string_view name);
 
 }  // namespace tessel::paths

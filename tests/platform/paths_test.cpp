@@ -53,7 +53,8 @@ TEST(Paths, OnlyHarmlessNamesArePlain) {
   for (const char* name : {"a.txt", "Übersicht 1.pdf", "...", ".hidden", "a..b"}) {
     EXPECT_TRUE(paths::IsPlainFileName(name)) << name;
   }
-  for (const char* name : {"", ".", "..", "../x", "a/b", R"(a\b)", "C:x", "a\nb", "a\x7F"}) {
+  for (const char* name : {"", ".", "..", "../x", "a/b", R"(a\b)", "C:x", "a\nb", "a\x7F", "a\xFF.stp",
+                           "a\xC3", "a\xEF\xBF\xBF"}) {
     EXPECT_FALSE(paths::IsPlainFileName(name)) << name;
   }
   EXPECT_FALSE(paths::IsPlainFileName(std::string_view("a\0b", 3)));
