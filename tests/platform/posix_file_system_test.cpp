@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <atomic>
 #include <chrono>
+#include <thread>
 
 #include "support/expect_error.h"
 #include "support/temporary_folder.h"
@@ -188,6 +190,25 @@ TEST_F(FileCopyTest, OverwritingReplacesTheWholeFile) {
   files_.CopyFile(In("from"), In("from"), true);
   EXPECT_EQ(folder_.Read("from"), "new");
   EXPECT_EQ(folder_.Tree(), (Names{"from", "to"}));
+}
+
+TEST_F(FileCopyTest, AFileThatChangesMeanwhileIsRefused) {
+  folder_.Write("from", std::string(1'000'000, 'a'));
+  std::atomic<bool> stop{false};
+  std::thread writer([&] {
+    for (int second = 1; !stop; ++second)
+      fs::last_write_time(In("from"), fs::file_time_type(std::chrono::seconds(second)));
+  });
+  // The writer may be held up during one copy, but not during all of them.
+  int error = 0;
+  for (int attempt = 0; attempt < 2000 && error == 0; ++attempt)
+    error = ErrorNumberOf([&] { files_.CopyFile(In("from"), In("to"), true); });
+  stop = true;
+  writer.join();
+  EXPECT_EQ(error, 75);
+  for (const std::string& entry : folder_.Tree())
+    EXPECT_TRUE(entry == "from" || entry == "to") << entry;
+  files_.CopyFile(In("from"), In("to"), true);
 }
 
 TEST_F(FileCopyTest, APipeInPlaceOfAFileIsRefusedAtOnce) {

@@ -12,6 +12,7 @@
 #include <climits>
 #include <string_view>
 
+#include "host/error.h"
 #include "platform/posix/folder_reader.h"
 #include "platform/posix/posix_error.h"
 #include "platform/posix/staged_file.h"
@@ -43,6 +44,17 @@ FileDescriptor MakeTargetFolder(int from, int to, const std::string& name, const
   return OpenFolder(to, name.c_str(), targetPath);
 }
 
+// Whoever writes into a file while it is copied makes the copy a mixture of two versions.
+void CheckUnchanged(int file, const struct stat& before, const std::string& path) {
+  struct stat after {};
+  if (::fstat(file, &after) != 0) ThrowErrno(errno, "copy", path);
+  if (after.st_size != before.st_size || after.st_mtim.tv_sec != before.st_mtim.tv_sec ||
+      after.st_mtim.tv_nsec != before.st_mtim.tv_nsec) {
+    throw RuntimeError(error_number::kPathFileAccess,
+                       "Cannot copy \"" + path + "\": it changed while it was copied");
+  }
+}
+
 }  // namespace
 
 void FileCopier::CopyFile(int fromFolder, const char* fromName, const std::string& path, int toFolder,
@@ -57,6 +69,7 @@ void FileCopier::CopyFile(int fromFolder, const char* fromName, const std::strin
 
   StagedFile target(toFolder, toName, targetPath, status.st_mode & kPermissions, staging);
   CopyContent(source.Get(), target.Get(), status.st_size, targetPath);
+  CheckUnchanged(source.Get(), status, path);
   const timespec times[2] = {{0, UTIME_OMIT}, status.st_mtim};
   if (::futimens(target.Get(), times) != 0) ThrowErrno(errno, "write", targetPath);
   target.Commit(replace);
