@@ -10,8 +10,6 @@
 
 namespace tessel {
 
-inline constexpr const char* kNeutralFormatsFile = "NeutralFormats.xml";
-
 // A file of the recipient's directory. Error 75 for a name that would lead out of it.
 [[nodiscard]] std::string FileInDirectory(const std::string& directory, const std::string& name);
 

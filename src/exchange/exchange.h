@@ -9,6 +9,9 @@
 
 namespace tessel {
 
+// Written into a recipient's directory beside the structure file and the data file.
+inline constexpr const char* kNeutralFormatsFile = "NeutralFormats.xml";
+
 // Module state of the exchange.
 struct ExchangeState {
   std::string directoryName;  // empty until the first copy of an export
@@ -39,7 +42,8 @@ bool CreateExDirName(Services& services, std::string& name);
 bool CreateNewExDir(Services& services, const std::string& basePath, const std::string& name,
                     std::string& fullPath);
 
-// Copies the files of the object that a node's tag names (class id, "_", object id).
+// Copies the files of the object that a node's tag names (class id, "_", object id). A copied file that bears
+// the name of one that the dispatch writes into the directory makes the copy a failed one.
 CopyResult copyFile2ExDir(Services& services, ExchangeState& state, SendDataView& view,
                           const std::string& nodeTag);
 

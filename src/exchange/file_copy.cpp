@@ -2,6 +2,7 @@
 #include "exchange/exchange.h"
 #include "host/services.h"
 #include "messages/guard.h"
+#include "platform/paths.h"
 #include "selection/selection.h"
 
 namespace tessel::CommonXFunctions {
@@ -95,6 +96,19 @@ void ClearCopyFlag(Services& services) {
   });
 }
 
+// The dispatch would replace such a file, and the recipient would get something else under its name.
+void CheckReservedNames(const Services& services, const std::string& directory) {
+  const Configuration& settings = services.Settings();
+  for (const std::string& name :
+       {settings.StructureFileName, settings.DataFileName, std::string(kNeutralFormatsFile)}) {
+    if (!paths::IsPlainFileName(name)) continue;
+    if (services.platform.files.FileExists(paths::Join(directory, name))) {
+      throw RuntimeError(error_number::kFileAlreadyExists,
+                         "\"" + name + "\" is the name of a file that the export itself writes");
+    }
+  }
+}
+
 CopyResult ResultOf(const CopyOutcome& outcome) {
   if (outcome.viewResult == 1) return CopyResult::kCopied;
   return outcome.viewResult == 2 || outcome.viewResult == 7 ? CopyResult::kCancelled : CopyResult::kFailed;
@@ -110,7 +124,10 @@ CopyResult copyFile2ExDir(Services& services, ExchangeState& state, SendDataView
   ClearCopyFlag(services);
   if (outcome.failed) return CopyResult::kFailed;
   return Guarded(services.trace, kCopyError, CopyResult::kFailed, [&] {
-    if (services.platform.files.FolderExists(state.directoryPath)) return ResultOf(outcome);
+    if (services.platform.files.FolderExists(state.directoryPath)) {
+      CheckReservedNames(services, state.directoryPath);
+      return ResultOf(outcome);
+    }
     services.toolkit.ShowMessage({services.errors.ErrorHandle("e0195"), "Kestrix", MessageIcon::kCritical});
     return CopyResult::kFailed;
   });

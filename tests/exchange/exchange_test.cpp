@@ -103,6 +103,18 @@ TEST_F(Exchange, TheLifeCycleViewSaysHowTheCopyEnded) {
   EXPECT_EQ(world_.user.seen, std::vector<std::string>{"critical|Kestrix|no Message found"});
 }
 
+TEST_F(Exchange, ACopiedFileNeverBearsTheNameOfAnOwnFile) {
+  world_.declarations.configuration.StructureFileName = "Kestrix_Structure.xml";
+  world_.declarations.configuration.DataFileName = "Kestrix_Data.xml";
+  for (const char* name : {"Kestrix_Structure.xml", "Kestrix_Data.xml", "NeutralFormats.xml"}) {
+    MakeDirectory();
+    world_.Set({1202, 2}, {{"CAD_REF_FILE_NAME", Value(name)}});
+    EXPECT_EQ(Copy("1201_1"), CopyResult::kFailed) << name;
+    EXPECT_EQ(world_.trace.writer->entries.back().number, error_number::kFileAlreadyExists);
+    world_.platform.files.DeleteFolder(state_.directoryPath);
+  }
+}
+
 TEST_F(Exchange, FailedCopiesGiveNoResult) {
   MakeDirectory();
   EXPECT_EQ(Copy("1202_999"), CopyResult::kFailed);
