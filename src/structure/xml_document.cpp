@@ -6,6 +6,7 @@
 
 #include "host/error.h"
 #include "structure/identity_index.h"
+#include "structure/xml_encoding.h"
 #include "structure/xml_names.h"
 #include "structure/xml_tree.h"
 #include "structure/xml_writer.h"
@@ -301,6 +302,7 @@ void XmlDocument::Save(FileSystem& files, const TextEncodings& encodings, const 
   std::string name = PseudoAttribute(content_->Declaration().value(), "encoding");
   if (name.empty()) name = "UTF-8";
   const std::shared_ptr<const TextEncoding> encoding = encodings.Open(name);
+  CheckXmlEncoding(encodings, *encoding, name);
   files.WriteStream(path, [&](const FileSystem::ByteSink& sink) {
     XmlWriter writer(*encoding, sink);
     if (IsUtf16(name)) writer.WriteByteOrderMark();

@@ -82,8 +82,8 @@ class XmlDocument {
 
   // Writes the document in the encoding of its declaration (UTF-8 without one): no white space added, what
   // the encoding lacks as numeric references. `replaced` counts characters that XML does not allow and that
-  // were written as U+FFFD or "?". Errors: 5 unknown encoding, and those of the file system; an existing file
-  // is replaced as one step.
+  // were written as U+FFFD or "?". Errors: 5 for an encoding that is unknown or cannot hold XML, and those of
+  // the file system; an existing file is replaced as one step.
   void Save(FileSystem& files, const TextEncodings& encodings, const std::string& path, int& replaced) const;
 
  private:

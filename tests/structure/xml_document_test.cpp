@@ -127,6 +127,35 @@ TEST_F(XmlDocumentTest, NamesThatTheEncodingLacksStayReadable) {
   EXPECT_EQ(replaced, 1);
 }
 
+// Each of them would make a file that no reader accepts.
+TEST_F(XmlDocumentTest, RefusesEncodingsThatCannotHoldXml) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"850", "XML does not allow this name"},                   // IBM850
+      {"ISO_8859-5:1988", "XML does not allow this name"},       // ISO-8859-5
+      {"DIN_66003", "it lacks the character ["},                 // German ASCII
+      {"IBM420", "it lacks the character ["},                    // Arabic EBCDIC
+      {"UTF-7", "a reader could not make out its declaration"},  // escapes what surrounds the name
+      {"IBM1026", "a reader could not make out its declaration"},
+  };
+  for (const auto& [encoding, reason] : cases) {
+    XmlDocument document;
+    XML::InstructGerman(document, "a", encoding);
+    try {
+      (void)Saved(document);
+      ADD_FAILURE() << encoding << " is accepted";
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(error.what(),
+                std::string("Cannot write XML in the encoding \"") + encoding + "\": " + reason);
+    }
+    EXPECT_FALSE(folder.Exists("out.xml")) << encoding;
+  }
+  for (const char* encoding : {"IBM037", "IBM273", "UTF-16BE", "UTF-32", "Shift_JIS", "KOI8-R"}) {
+    XmlDocument document;
+    XML::InstructGerman(document, "a", encoding);
+    EXPECT_NE(Saved(document), "") << encoding;
+  }
+}
+
 TEST_F(XmlDocumentTest, AFailedSaveLeavesNoFile) {
   XmlDocument document;
   XML::InstructGerman(document, "a", "no-such-encoding");
