@@ -59,7 +59,8 @@ TEST(Encodings, WhatIsMissingIsToldAndReplaced) {
   };
   const Case cases[] = {{"iso-8859-1", "€1", "?1"},         {"windows-1252", "日", "?"},
                         {"windows-1252", "a\xFF", "a?"},    {"Shift_JIS", "ä日", "?\x93\xFA"},
-                        {"Shift_JIS", "a\U000E0041", "a?"}, {"UTF-16", "\xFF", "?\0"sv}};
+                        {"Shift_JIS", "a\U000E0041", "a?"}, {"IBM943", "ä日", "?\x93\xFA"},
+                        {"UTF-16", "\xFF", "?\0"sv}};
   for (const Case& each : cases) {
     EXPECT_EQ(encodings.Open(each.encoding)->Encode(each.text), each.bytes) << each.text;
   }

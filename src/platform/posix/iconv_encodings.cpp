@@ -206,7 +206,7 @@ class SingleByteEncoding : public TextEncoding {
 class MultiByteEncoding : public TextEncoding {
  public:
   explicit MultiByteEncoding(const std::string& name)
-      : name_(name), toUtf8_("UTF-8", name), fromScalar_(name, kScalars) {
+      : name_(name), toUtf8_("UTF-8", name), toScalar_(kScalars, name), fromScalar_(name, kScalars) {
     markSize_ = MarkSize();
     for (char32_t c = 0; c < 0x80 && isAsciiCompatible_; ++c) {
       const std::optional<std::string> bytes = BytesOf(c);
@@ -230,8 +230,12 @@ class MultiByteEncoding : public TextEncoding {
   [[nodiscard]] std::optional<std::string> BytesOf(char32_t codePoint) const {
     std::string bytes;
     if (fromScalar_.Convert(ScalarBytes(codePoint), bytes) != 0) return std::nullopt;
-    // Converters pass over the tag characters that they lack as if nothing were lost.
-    if (bytes.size() <= markSize_) return std::nullopt;
+    // ASCII that stands for itself is never lost, though some pages read it as a look-alike.
+    if (codePoint < 0x80 && bytes == std::string(1, static_cast<char>(codePoint))) return bytes;
+    // Converters pass over the tag characters that they lack, and some put a substitute in place of others,
+    // as if nothing were lost.
+    std::string scalar;
+    if (toScalar_.Convert(bytes, scalar) != 0 || Scalar(scalar) != codePoint) return std::nullopt;
     return bytes.substr(markSize_);
   }
 
@@ -245,6 +249,7 @@ class MultiByteEncoding : public TextEncoding {
 
   std::string name_;
   mutable Converter toUtf8_;
+  mutable Converter toScalar_;
   mutable Converter fromScalar_;
   mutable std::unordered_map<char32_t, std::optional<std::string>> known_;
   std::size_t markSize_ = 0;  // of the byte-order mark that the converter puts before each character
