@@ -18,6 +18,9 @@ constexpr const char* kMetadataKeys[] = {"alias",           "language",   "datab
                                          "classMechanisms", "sequences",  "attributeSets",
                                          "classes",         "linkClasses"};
 constexpr std::string_view kDirectoryMark = "${MODEL_DIR}";
+// No model nests deeper than its attribute sets; values nested without bounds would exhaust the stack when
+// copied.
+constexpr int kDeepestNesting = 32;
 constexpr std::int64_t kMaxObjectId = std::numeric_limits<ObjectId>::max();
 
 std::size_t CharacterCount(std::string_view utf8) {
@@ -375,8 +378,12 @@ class ModelReader {
 };
 
 json ParsedDocument(const ModelSource& source) {
+  const auto isNear = [&source](int depth, json::parse_event_t, const json&) {
+    if (depth > kDeepestNesting) throw HostError(source.name + ": values are nested too deeply");
+    return true;
+  };
   try {
-    return json::parse(source.text, nullptr, true, true);
+    return json::parse(source.text, isNear, true, true);
   } catch (const json::exception& error) {
     const std::string text = error.what();
     const std::size_t prefix = text.find("] ");

@@ -8,6 +8,9 @@ namespace tessel {
 
 namespace {
 
+// No command nests deeper than its rows; values nested without bounds would exhaust the stack when copied.
+constexpr int kDeepestNesting = 32;
+
 [[noreturn]] void ThrowWrongMember(const char* name, const char* expected) {
   throw CommandError("\"" + std::string(name) + "\" must be " + expected);
 }
@@ -18,9 +21,13 @@ bool IsPassedOver(const std::string& line) {
 }
 
 Json ParseObject(const std::string& line) {
+  const auto isNear = [](int depth, Json::parse_event_t, const Json&) {
+    if (depth > kDeepestNesting) throw CommandError("not a JSON object: nested too deeply");
+    return true;
+  };
   Json command;
   try {
-    command = Json::parse(line);
+    command = Json::parse(line, isNear);
   } catch (const Json::exception& error) {
     throw CommandError(std::string("not a JSON object: ") + error.what());
   }

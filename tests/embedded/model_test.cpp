@@ -40,6 +40,8 @@ TEST_F(ModelTest, ProblemsNameFileObjectAndAttributeAndLeaveNothing) {
   const Case cases[] = {
       {"{ \"alias\": ", "m.json: parse error at line 1"},
       {"[]", "m.json: an object in braces is expected"},
+      {R"({"attributeSets": {"unused": )" + std::string(100000, '[') + std::string(100000, ']') + "}}",
+       "m.json: values are nested too deeply"},
       {Replaced(good, "\"alias\"", "\"alais\""),
        "m.json: unknown key \"alais\"\nm.json: \"alias\" is missing"},
       {Replaced(good, "\"id\": 900", "\"id\": 40000"),

@@ -197,8 +197,13 @@ TEST_F(DriveProtocolTest, BadLinesAreAnsweredAndPassedOver) {
   for (const auto& [line, error] : cases)
     EXPECT_EQ(FirstError(line), error) << line;
 
-  const std::string broken[] = {"{", "{\"do\":\"\xFF\"}", "{\"do\":1e999}", std::string(100000, '['),
-                                std::string("{\"do\":\"window\0\"}", 16)};
+  const std::string broken[] = {
+      "{",
+      "{\"do\":\"\xFF\"}",
+      "{\"do\":1e999}",
+      std::string(100000, '['),
+      R"j({"do":"click","when":"busy","deep":)j" + std::string(100000, '[') + std::string(100000, ']') + "}",
+      std::string("{\"do\":\"window\0\"}", 16)};
   for (const auto& line : broken) {
     const std::string output = Drive(line + "\n" + R"j({"do":"global","name":"ExportObjCount"})j");
     EXPECT_EQ(output.find(R"j({"event":"error","line":1,"text":"not a JSON object)j"), 0U) << output;
