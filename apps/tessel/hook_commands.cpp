@@ -76,7 +76,12 @@ int RunHook(const NamedHookCall& command, Streams& streams) {
     CallHook(command.hook, workbench, objects);
   }
   if (command.hook == "GetLatestDataExObj") {
-    return driver.Messages() == 0 && driver.Dialogs() == objects->RowCount() ? kDone : kRefused;
+    const bool shown = driver.Dialogs() == objects->RowCount();
+    if (!shown && driver.Messages() == 0) {
+      if (!workbench.LastError().empty()) streams.err << workbench.LastError() << "\n";
+      streams.err << "no exchange object could be shown\n";
+    }
+    return shown && driver.Messages() == 0 ? kDone : kRefused;
   }
   const bool wished = AllAsWished(command.hook, *workbench.Session(), *objects, streams.err);
   return wished && driver.Messages() == 0 ? kDone : kRefused;

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "cli/cli_world.h"
+#include "embedded/database.h"
 
 namespace tessel::test {
 namespace {
@@ -176,6 +177,11 @@ TEST_F(CliWorld, ContinueAndLatest) {
   EXPECT_NE(out.find("DX-000001"), std::string::npos) << out;
   EXPECT_EQ(RunAs("anna", "latest", {"1203:4744"}), 1);
   EXPECT_NE(err.find("no linked data exchange object"), std::string::npos) << err;
+
+  embedded::Database(Database()).ExecuteOnce("DROP TABLE DATA_EXCHANGE");
+  EXPECT_EQ(RunAs("anna", "latest", {"1202:4725"}), 1);
+  EXPECT_NE(err.find("no such table: DATA_EXCHANGE"), std::string::npos) << err;
+  EXPECT_NE(err.find("no exchange object could be shown"), std::string::npos) << err;
 }
 
 TEST_F(CliWorld, DriveWalksAnExport) {
