@@ -299,8 +299,9 @@ XmlNode XmlDocument::FindIdentified(std::string_view name, std::string_view iden
 
 void XmlDocument::Save(FileSystem& files, const TextEncodings& encodings, const std::string& path,
                        int& replaced) const {
-  std::string name = PseudoAttribute(content_->Declaration().value(), "encoding");
-  if (name.empty()) name = "UTF-8";
+  const std::string_view declaration = content_->Declaration().value();
+  const bool declares = declaration.find("encoding") != std::string_view::npos;
+  const std::string name = declares ? PseudoAttribute(declaration, "encoding") : "UTF-8";
   const std::shared_ptr<const TextEncoding> encoding = encodings.Open(name);
   CheckXmlEncoding(encodings, *encoding, name);
   files.WriteStream(path, [&](const FileSystem::ByteSink& sink) {

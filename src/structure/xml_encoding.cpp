@@ -9,8 +9,8 @@
 namespace tessel {
 namespace {
 
-// Readers take the first bytes for one of these until they have read the declaration.
-constexpr std::array kFamilies{"US-ASCII", "UTF-16LE", "UTF-16BE", "UTF-32LE", "UTF-32BE", "IBM037"};
+// Readers take the first bytes for one of these until they have read the declaration; few know UTF-32.
+constexpr std::array kFamilies{"US-ASCII", "UTF-16LE", "UTF-16BE", "IBM037"};
 
 constexpr std::string_view kMarkup =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789 <>&;#/\"=?![]-_.:";

@@ -130,10 +130,11 @@ TEST_F(XmlDocumentTest, NamesThatTheEncodingLacksStayReadable) {
 // Each of them would make a file that no reader accepts.
 TEST_F(XmlDocumentTest, RefusesEncodingsThatCannotHoldXml) {
   const std::pair<const char*, const char*> cases[] = {
-      {"850", "XML does not allow this name"},                   // IBM850
-      {"ISO_8859-5:1988", "XML does not allow this name"},       // ISO-8859-5
-      {"DIN_66003", "it lacks the character ["},                 // German ASCII
-      {"IBM420", "it lacks the character ["},                    // Arabic EBCDIC
+      {"850", "XML does not allow this name"},              // IBM850
+      {"ISO_8859-5:1988", "XML does not allow this name"},  // ISO-8859-5
+      {"DIN_66003", "it lacks the character ["},            // German ASCII
+      {"IBM420", "it lacks the character ["},               // Arabic EBCDIC
+      {"UTF-32", "a reader could not make out its declaration"},
       {"UTF-7", "a reader could not make out its declaration"},  // escapes what surrounds the name
       {"IBM1026", "a reader could not make out its declaration"},
   };
@@ -149,7 +150,10 @@ TEST_F(XmlDocumentTest, RefusesEncodingsThatCannotHoldXml) {
     }
     EXPECT_FALSE(folder.Exists("out.xml")) << encoding;
   }
-  for (const char* encoding : {"IBM037", "IBM273", "UTF-16BE", "UTF-32", "Shift_JIS", "KOI8-R"}) {
+  XmlDocument nameless;
+  XML::InstructGerman(nameless, "a", "");
+  EXPECT_THROW((void)Saved(nameless), RuntimeError);
+  for (const char* encoding : {"IBM037", "IBM273", "UTF-16BE", "Shift_JIS", "KOI8-R"}) {
     XmlDocument document;
     XML::InstructGerman(document, "a", encoding);
     EXPECT_NE(Saved(document), "") << encoding;
