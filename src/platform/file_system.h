@@ -30,8 +30,8 @@ class FileSystem {
   virtual void DeleteFile(const std::string& path) = 0;
 
   // Copies one file through the kernel (reflink where possible) under a temporary name, then renames it, so
-  // that no half file stands under the final name. Error 58 when the target exists and may not be replaced, 75
-  // when the file changes while it is copied.
+  // that no half file stands under the final name. Error 58 when the target exists and may not be replaced,
+  // 75 when the file changes while it is copied.
   virtual void CopyFile(const std::string& from, const std::string& to, bool overwrite) = 0;
   // Copies everything below a folder into another, which must exist, overwriting files of the same name.
   virtual void CopyFolderContents(const std::string& from, const std::string& to) = 0;
