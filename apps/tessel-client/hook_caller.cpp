@@ -15,11 +15,15 @@ std::optional<ExportFailure> HookCaller::Export(bool intoFolderStructure) {
   hosted_.Entry().StartExport(hosted_.Session(), intoFolderStructure ? "StructureMode" : "", nullptr, nullptr,
                               none);
   const WizardState& state = hosted_.LoadedProgram().wizard.state;
-  if (!state.DispatchFailed) return std::nullopt;
-  ExportFailure failure{qt::ToQt(hosted_.LastError()), {}};
-  for (const std::string& directory : state.finishedDirectories)
-    failure.finished.append(qt::ToQt(directory));
-  return failure;
+  if (!state.DispatchFailed && state.unrecordedDirectories.empty()) return std::nullopt;
+  const auto listed = [](const std::vector<std::string>& directories) {
+    QStringList list;
+    for (const std::string& directory : directories)
+      list.append(qt::ToQt(directory));
+    return list;
+  };
+  return ExportFailure{qt::ToQt(hosted_.LastError()), listed(state.finishedDirectories),
+                       listed(state.unrecordedDirectories)};
 }
 
 void HookCaller::Lock(const Keys& documents) {

@@ -12,8 +12,9 @@ namespace tessel::client {
 using Keys = std::vector<ObjectKey>;
 
 struct ExportFailure {
-  QString reason;
-  QStringList finished;  // directories that are final all the same
+  QString reason;          // may be empty
+  QStringList finished;    // directories that are final all the same
+  QStringList unrecorded;  // those of them of which the database has no complete record
 };
 
 class HookCaller {
@@ -21,7 +22,8 @@ class HookCaller {
   explicit HookCaller(HostedProgram& hosted) : hosted_(hosted) {}
 
   void Collect(const Keys& documents);
-  // Nothing unless the export broke off at its end: the hook says nothing then, and its pages are gone.
+  // Nothing unless the export broke off at its end or was not recorded: the hook says nothing then, and its
+  // pages are gone.
   [[nodiscard]] std::optional<ExportFailure> Export(bool intoFolderStructure);
   void Lock(const Keys& documents);
   void Unlock(const Keys& documents);

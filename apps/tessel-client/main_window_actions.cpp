@@ -17,11 +17,14 @@ namespace tessel::client {
 void MainWindow::Export(bool intoFolderStructure) {
   const std::optional<ExportFailure> failure = hooks_.Export(intoFolderStructure);
   if (!failure) return;
-  QString text = texts::kExportFailed.In(language_) + QLatin1String("\n\n") + failure->reason;
-  if (!failure->finished.isEmpty()) {
-    text += QLatin1String("\n\n") + texts::kAlreadyFinal.In(language_) + QLatin1Char('\n') +
-            failure->finished.join(QLatin1Char('\n'));
+  QStringList paragraphs{texts::kExportFailed.In(language_), failure->reason};
+  for (const auto& [head, directories] : {std::pair(&texts::kAlreadyFinal, &failure->finished),
+                                          std::pair(&texts::kNotRecorded, &failure->unrecorded)}) {
+    if (!directories->isEmpty())
+      paragraphs.append(head->In(language_) + QLatin1Char('\n') + directories->join(QLatin1Char('\n')));
   }
+  paragraphs.removeAll(QString());
+  const QString text = paragraphs.join(QLatin1String("\n\n"));
   Tell(text, language_, this);
 }
 

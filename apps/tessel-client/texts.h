@@ -87,6 +87,8 @@ inline constexpr BothTexts kDatabases{"Databases (*.db);;All files (*)",
 inline constexpr BothTexts kError{"Pelicore", "Pelicore"};
 inline constexpr BothTexts kExportFailed{"The export was not completed.",
                                          "Der Export wurde nicht abgeschlossen."};
+inline constexpr BothTexts kNotRecorded{"Not recorded completely in the database:",
+                                        "In der Datenbank nicht vollständig vermerkt:"};
 inline constexpr BothTexts kAlreadyFinal{"Already final:", "Bereits fertig:"};
 inline constexpr BothTexts kLoginRefused{"The user is unknown or the password is wrong.",
                                          "Der Benutzer ist unbekannt oder das Kennwort falsch."};

@@ -70,14 +70,16 @@ int RunExport(const Export& command, Streams& streams) {
     return kRefused;
   }
   const WizardState& state = workbench.LoadedProgram().wizard.state;
-  const bool complete =
-      status == 0 && !state.DispatchFailed && !driver.GaveUp() && !state.finishedDirectories.empty();
+  const bool complete = status == 0 && !state.DispatchFailed && !driver.GaveUp() &&
+                        !state.finishedDirectories.empty() && state.unrecordedDirectories.empty();
   // Directories that an export left behind before it failed are final all the same.
   for (const std::string& directory : state.finishedDirectories) {
     (complete ? streams.out : streams.err << "already final: ")
         << workbench.LoadedProgram().platform.files.NativePath(directory) << "\n";
   }
   if (complete) return kDone;
+  for (const std::string& directory : state.unrecordedDirectories)
+    streams.err << "not recorded completely in the database: " << directory << "\n";
   if (!workbench.LastError().empty()) streams.err << workbench.LastError() << "\n";
   streams.err << "the export was not completed\n";
   return kRefused;

@@ -124,7 +124,9 @@ class Dispatch {
     const int count = recipients.RowCount();
     CheckDirectories(recipients);
     for (int row = 0; row < count; ++row) {
-      listener.DirectoryFinished(SendTo(RecipientOfRow(recipients, row), row, row == count - 1));
+      const std::string directory = SendTo(RecipientOfRow(recipients, row), row, row == count - 1);
+      listener.DirectoryFinished(directory);
+      if (!recorded_) listener.RecordIncomplete(directory);
     }
     listener.ExportFinished();
     backup_.Delete();
@@ -141,20 +143,18 @@ class Dispatch {
     }
   }
 
-  // Before anything is made, too: a directory that bears a name of this export ends the dispatch.
-  void CheckDirectories(const PcRecordList& recipients) const {
-    const auto checkFree = [this](const std::string& path) {
-      if (services_.platform.files.FolderExists(path) || services_.platform.files.FileExists(path)) {
-        throw RuntimeError(error_number::kFileAlreadyExists, "Create folder: " + path + " exists already");
-      }
-    };
-    const int count = recipients.RowCount();
-    for (int row = 0; row < count; ++row) {
-      const std::string directory = RecipientOfRow(recipients, row).directory;
-      if (row > 0) checkFree(directory);
-      checkFree(FinalDirectory(directory, services_.Settings().ExportPrefix));
+  void CheckFree(const std::string& path) const {
+    if (services_.platform.files.FolderExists(path) || services_.platform.files.FileExists(path)) {
+      throw RuntimeError(error_number::kFileAlreadyExists, "Create folder: " + path + " exists already");
     }
-    if (count > 1) checkFree(backup_.Path());
+  }
+
+  // Before anything is made, too: a directory of another export that bears a name that this one works in.
+  void CheckDirectories(const PcRecordList& recipients) const {
+    const int count = recipients.RowCount();
+    for (int row = 1; row < count; ++row)
+      CheckFree(RecipientOfRow(recipients, row).directory);
+    if (count > 1) CheckFree(backup_.Path());
   }
 
   // The final directory.
@@ -165,6 +165,8 @@ class Dispatch {
                  "No custmerObjClassID and no CustomerObjObjectID");
     TracePartner(contact, recipient.contact, "ContactPersObjClassID: ", "   ContactPersObjObjectId: ",
                  "No ContactPersObjClassID and no ContactPersObjObjectId");
+    // Before the database gets a record of it.
+    CheckFree(FinalDirectory(recipient.directory, services_.Settings().ExportPrefix));
     RecipientDirectoryScope unfinished(services_, recipient.directory);
     if (row > 0) unfinished.Fill(backup_, last);
     SaveStructureFile(recipient, contact.settings, company.settings, last);
@@ -222,10 +224,10 @@ class Dispatch {
     classId_ = Required(exchangeClass, "data exchange class")->Id();
     objectId_ = 0;
     idValue_.clear();
-    Kestrix_ExObj::CreateExchangeObject(services_, session_, classId_, objectId_,
-                                        services_.errors.ProtocolText, true,
-                                        exchange_attribute::kExchangeType, idValue_, kLinkExportedObjects,
-                                        company, contact, parts_.structure.exportCopiedFiles);
+    recorded_ = Kestrix_ExObj::CreateExchangeObject(
+        services_, session_, classId_, objectId_, services_.errors.ProtocolText, true,
+        exchange_attribute::kExchangeType, idValue_, kLinkExportedObjects, company, contact,
+        parts_.structure.exportCopiedFiles);
     services_.errors.ProtocolText.clear();
   }
 
@@ -270,6 +272,7 @@ class Dispatch {
   ClassId classId_ = 0;
   ObjectId objectId_ = 0;
   std::string idValue_;
+  bool recorded_ = false;  // the last recipient's exchange
   bool firstHasNeutralFormats_ = false;
 };
 

@@ -42,6 +42,8 @@ class DispatchListener {
   virtual void ExportFinished() = 0;
   // A recipient's directory stands under its final name.
   virtual void DirectoryFinished(const std::string& path) = 0;
+  // The database has no data exchange object for it, or an incomplete one. Called after DirectoryFinished.
+  virtual void RecordIncomplete(const std::string& path) = 0;
 };
 
 struct DispatchParts {

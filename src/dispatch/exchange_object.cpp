@@ -100,12 +100,21 @@ class Creation {
     if (link) {
       trace_.Write(rule.linked + std::string(" '") + std::to_string(partner->GetObjectId()) +
                    "' is linked to ExchangeObject");
+    } else {
+      complete_ = false;
     }
   }
 
+  // Whether the database took everything so far.
+  [[nodiscard]] bool Complete() const { return complete_; }
+
  private:
   void Update(const char* traceText) {
-    if (object_->Update(*behavior_) == 0) trace_.Write(traceText);
+    if (object_->Update(*behavior_) == 0) {
+      trace_.Write(traceText);
+    } else {
+      complete_ = false;
+    }
   }
 
   void LinkExportedRow(const ObjectKey& key) {
@@ -118,6 +127,8 @@ class Creation {
       trace_.Write(name + " is already linked to ExchangeObject");
     } else if (object_->AddLink(*exported, linkClass, *behavior_)) {
       trace_.Write(name + " is linked to ExchangeObject");
+    } else {
+      complete_ = false;
     }
   }
 
@@ -143,6 +154,7 @@ class Creation {
   PcObjectPtr object_;
   PcBehaviorPtr behavior_;
   std::unordered_map<ClassId, ClassId> linkClasses_;
+  bool complete_ = true;
 };
 
 PartnerRule CompanyRule(const Configuration& settings) {
@@ -159,7 +171,7 @@ PartnerRule ContactRule(const Configuration& settings) {
 
 }  // namespace
 
-void CreateExchangeObject(Services& services, const PcSessionPtr& session, ClassId classId,
+bool CreateExchangeObject(Services& services, const PcSessionPtr& session, ClassId classId,
                           ObjectId& objectId, const std::string& protocolText, bool exportSwitch,
                           const std::string& exchangeTypeAttribute, std::string& idValue,
                           std::int16_t rootLinkSwitch, const PcObjectPtr& company, const PcObjectPtr& contact,
@@ -170,14 +182,16 @@ void CreateExchangeObject(Services& services, const PcSessionPtr& session, Class
     creation.Begin();
     creation.SetIdentity(idValue);
     creation.SetFirstStatus();
-    if (!creation.Insert(objectId)) return;
+    if (!creation.Insert(objectId)) return false;
     creation.SetTypeAndProtocol(exchangeTypeAttribute, exportSwitch, protocolText);
     if (settings.b_UseRootObjRel && rootLinkSwitch != 0 && exported) creation.LinkExported(*exported);
     if (settings.b_UseCustomObjRel && company) creation.RecordPartner(company, CompanyRule(settings));
     if (settings.b_UseContactPersObjRel && contact) creation.RecordPartner(contact, ContactRule(settings));
+    return creation.Complete();
   };
-  GuardedRun(services.trace,
-             "Fehler beim Anlegen des Datenaustauschobjekts (CreateExchangeObject / Kestrix_ExObj)", create);
+  return Guarded(services.trace,
+                 "Fehler beim Anlegen des Datenaustauschobjekts (CreateExchangeObject / Kestrix_ExObj)",
+                 false, create);
 }
 
 }  // namespace tessel::Kestrix_ExObj

@@ -25,12 +25,14 @@ namespace Kestrix_ExObj {
 
 // Creates the object, links the exported objects, the company and the contact person to it. `objectId` and
 // `idValue` are set as far as the creation came; errors are traced, never raised. `exported` holds the
-// columns "CLASS_ID", "OBJECT_ID" and "ROOT_OBJ"; it, company and contact may be nothing.
-void CreateExchangeObject(Services& services, const PcSessionPtr& session, ClassId classId,
-                          ObjectId& objectId, const std::string& protocolText, bool exportSwitch,
-                          const std::string& exchangeTypeAttribute, std::string& idValue,
-                          std::int16_t rootLinkSwitch, const PcObjectPtr& company, const PcObjectPtr& contact,
-                          const PcRecordListPtr& exported);
+// columns "CLASS_ID", "OBJECT_ID" and "ROOT_OBJ"; it, company and contact may be nothing. False when the
+// database lacks the object, one of its values or one of its links.
+[[nodiscard]] bool CreateExchangeObject(Services& services, const PcSessionPtr& session, ClassId classId,
+                                        ObjectId& objectId, const std::string& protocolText,
+                                        bool exportSwitch, const std::string& exchangeTypeAttribute,
+                                        std::string& idValue, std::int16_t rootLinkSwitch,
+                                        const PcObjectPtr& company, const PcObjectPtr& contact,
+                                        const PcRecordListPtr& exported);
 
 }  // namespace Kestrix_ExObj
 }  // namespace tessel

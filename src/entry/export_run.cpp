@@ -35,6 +35,7 @@ void ResetFlags(Program& program) {
   state.ExportFinished = false;
   state.DispatchFailed = false;
   state.finishedDirectories.clear();
+  state.unrecordedDirectories.clear();
 }
 
 void DeleteExchangeDirectory(Program& program) {

@@ -137,6 +137,7 @@ void Tessel_5::Dispatch() {
   request.customTexts = Flow().CustomTexts();
   DispatchParts parts{GetServices(), Context().exchange, Context().structure, Context().additionalValues};
   State().finishedDirectories.clear();
+  State().unrecordedDirectories.clear();
   State().DispatchFailed = true;
   if (!RunDispatch(parts, request, *this)) return;
   State().DispatchFailed = false;

@@ -27,6 +27,7 @@ class Tessel_5 : public Page, private DispatchListener {
   // DispatchListener
   void ExportFinished() override { State().ExportFinished = true; }
   void DirectoryFinished(const std::string& path) override { State().finishedDirectories.push_back(path); }
+  void RecordIncomplete(const std::string& path) override { State().unrecordedDirectories.push_back(path); }
 
   void SetCaptions();
   void StartRecords();

@@ -27,10 +27,12 @@ struct WizardState {
   bool ExportCancelled = false;
   bool KeepSelection = false;
   bool UseFolderStructure = false;
-  // The last dispatch ended with an error. The wizard's show clears it.
+  // The last dispatch ended with an error. Cleared when an export begins, as the two lists below.
   bool DispatchFailed = false;
-  // Final directories of the last dispatch, in recipient order. The wizard's show clears it.
+  // Final directories of the last dispatch, in recipient order.
   std::vector<std::string> finishedDirectories;
+  // Those of them whose data exchange object is missing in the database, or incomplete.
+  std::vector<std::string> unrecordedDirectories;
 
   PcRecordListPtr recipients;
   std::string SelectedFolderStructure;  // keeps the last pick

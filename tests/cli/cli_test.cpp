@@ -108,6 +108,16 @@ TEST_F(CliWorld, AFailedCopySaysWhy) {
   EXPECT_EQ(Exchanges(), 0U);
 }
 
+// The files are final then, but nobody will find out by the database to whom they went.
+TEST_F(CliWorld, ALostRecordIsNoSuccess) {
+  embedded::Database(Database())
+      .ExecuteOnce(
+          "create trigger FULL before insert on GENERAL_LINK begin select raise(abort, 'disk is full'); end");
+  EXPECT_EQ(RunAs("anna", "export", {"--select", "1202:4721", "--no-send"}), 1);
+  EXPECT_NE(err.find("already final: "), std::string::npos) << err;
+  EXPECT_NE(err.find("not recorded completely in the database: "), std::string::npos) << err;
+}
+
 TEST_F(CliWorld, MailToTwoRecipients) {
   ASSERT_EQ(RunAs("anna", "export",
                   {"--select", "1202:4721", "--mode", "mail", "--recipient", "901_301:902_401", "--recipient",

@@ -24,10 +24,10 @@ class ExchangeObject : public testing::Test {
   }
   void Create() {
     const auto store = world_.session->ObjectStore();
-    Kestrix_ExObj::CreateExchangeObject(world_.services, world_.session, 900, objectId_, "protocol\r\n", true,
-                                        exchange_attribute::kExchangeType, idValue_, 7,
-                                        withCompany_ ? store->Object({901, 11}) : nullptr,
-                                        store->Object({902, 21}), exported_);
+    complete_ = Kestrix_ExObj::CreateExchangeObject(
+        world_.services, world_.session, 900, objectId_, "protocol\r\n", true,
+        exchange_attribute::kExchangeType, idValue_, 7, withCompany_ ? store->Object({901, 11}) : nullptr,
+        store->Object({902, 21}), exported_);
   }
   std::string Stored(const char* attribute) { return world_.Stored({900, objectId_}, attribute); }
   // Class and object of what is linked below it.
@@ -37,6 +37,7 @@ class ExchangeObject : public testing::Test {
         std::to_string(objectId_) + " order by OBJECT_ID");
   }
 
+  bool complete_ = false;
   test::ExportWorld world_;
   PcRecordListPtr exported_;
   bool withCompany_ = true;
@@ -90,6 +91,7 @@ TEST_F(ExchangeObject, WithoutCompanyTheContactIsStillRecorded) {
 TEST_F(ExchangeObject, ADisplayAttributeConfiguredEmptyCostsNoLink) {
   world_.declarations.configuration.DisplayAttribCustom1.clear();
   Create();
+  EXPECT_TRUE(complete_);
   EXPECT_EQ(Links(), "1201|1; 901|11; 902|21");
   EXPECT_EQ(Stored(exchange_attribute::kSendToCompany), "");
   EXPECT_EQ(Stored(exchange_attribute::kSendToContact), "Smith Jo");
@@ -98,6 +100,7 @@ TEST_F(ExchangeObject, ADisplayAttributeConfiguredEmptyCostsNoLink) {
 TEST_F(ExchangeObject, ARefusedInsertEndsQuietly) {
   world_.host.FailNext({.call = embedded::HostCall::kInsert, .classId = 900, .code = 19});
   Create();
+  EXPECT_FALSE(complete_);
   EXPECT_EQ(objectId_, 0);
   EXPECT_EQ(idValue_, "DX-007");
   EXPECT_TRUE(world_.Traced("inserting new data exchange object does not succeed"));
@@ -110,6 +113,7 @@ TEST_F(ExchangeObject, AnErrorLeavesWhatWasDone) {
   for (int row = 0; row < 3; ++row)
     exported_->SetValue("ROOT_OBJ", row, Value(1));
   Create();
+  EXPECT_FALSE(complete_);
   EXPECT_EQ(Links(), "1201|1");
   EXPECT_EQ(world_.trace.writer->entries.back().text, kFailed);
   EXPECT_EQ(world_.trace.writer->entries.back().number, error_number::kObjectNotSet);
@@ -118,6 +122,7 @@ TEST_F(ExchangeObject, AnErrorLeavesWhatWasDone) {
 TEST_F(ExchangeObject, ARefusedLinkOnlyMissesItsTrace) {
   world_.host.FailNext({.call = embedded::HostCall::kLink, .nth = 2, .code = 19});
   Create();
+  EXPECT_FALSE(complete_);
   EXPECT_EQ(Links(), "1201|1; 902|21");
   EXPECT_EQ(Stored(exchange_attribute::kSendToCompany), "Acme");
   EXPECT_FALSE(world_.Traced("Customer '11' is linked to ExchangeObject"));

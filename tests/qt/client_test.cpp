@@ -274,7 +274,7 @@ TEST_F(FailingClientTest, TellsThatAnExportWasNotCompleted) {
   MarkAll();
   Trigger("collect");
   Trigger("export");
-  EXPECT_TRUE(told_.startsWith("The export was not completed.") && told_.contains("File exists"))
+  EXPECT_TRUE(told_.startsWith("The export was not completed.") && told_.contains("exists already"))
       << FromQt(told_);
   Trigger("export");
   EXPECT_FALSE(told_.contains("completed"))
