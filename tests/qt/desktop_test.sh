@@ -43,6 +43,11 @@ mkdir "$TESSEL_DRIVES"
 if [ -n "$managed" ]; then
   openbox >"$work/openbox.log" 2>&1 &
   pids+=($!)
+  # Windows that are there before it may be left without a frame on the screen.
+  for _ in $(seq 100); do
+    xdotool get_desktop >/dev/null 2>&1 && break
+    sleep 0.1
+  done
 fi
 
 "$bin/tessel" host create "$work/company.db" "$model"
