@@ -37,7 +37,10 @@ class BackupDirectory {
     files_.CopyFolderContents(directory, path_);
   }
   void CopyTo(const std::string& directory) { files_.CopyFolderContents(path_, directory); }
-  void MoveTo(const std::string& directory) { files_.Move(path_, directory); }
+  void MoveTo(const std::string& directory) {
+    files_.Move(path_, directory);
+    filled_ = false;
+  }
   [[nodiscard]] const std::string& Path() const { return path_; }
   void Delete() {
     if (filled_ && files_.FolderExists(path_)) files_.DeleteFolder(path_);
