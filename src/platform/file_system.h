@@ -1,12 +1,18 @@
 // Port of the file system. Paths are texts as in platform/paths.h; failures are RuntimeErrors with the
-// classic numbers (53 file not found, 58 already exists, 61 disk full, 70 permission denied, 75 path or file
-// access, 76 path not found) whose description names the step and the path.
+// classic numbers (7 out of memory, 53 file not found, 57 device, 58 already exists, 61 disk full, 70
+// permission denied, 75 path or file access, 76 path not found) whose description names the step, the path
+// and the system's reason. Calls that a signal interrupts go on. Several threads may use one object at once,
+// each on files of its own.
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "platform/held_file.h"
 
 namespace tessel {
 
@@ -14,6 +20,8 @@ class FileSystem {
  public:
   virtual ~FileSystem() = default;
 
+  // Whether there is anything but a folder, or a folder, of that name. False says that there is none for
+  // certain; when that cannot be told (no right to look, a failing device), the error is thrown.
   [[nodiscard]] virtual bool FileExists(const std::string& path) const = 0;
   [[nodiscard]] virtual bool FolderExists(const std::string& path) const = 0;
 
@@ -22,17 +30,25 @@ class FileSystem {
   // Creates a folder and its missing parents; nothing happens when it exists.
   virtual void CreateFolders(const std::string& path) = 0;
   // Deletes a folder with its whole content, read-only files included. Symbolic links are removed, never
-  // followed. Error 76 when it does not exist.
+  // followed. What vanishes meanwhile was deleted by somebody else. Error 76 when it does not exist.
   virtual void DeleteFolder(const std::string& path) = 0;
-  // Renames a file or folder within its file system. Error 58 when the target exists, 53 or 76 when the
-  // source does not.
+  // Renames a file or folder within its file system, as one step that never replaces anything: of two callers
+  // with one target, one gets error 58. Error 58 when the target exists, 53 or 76 when the source does not.
+  // Which of the two names stands after a power failure, SyncFolder of the parent decides.
   virtual void Move(const std::string& from, const std::string& to) = 0;
   virtual void DeleteFile(const std::string& path) = 0;
 
-  // Copies one file through the kernel (reflink where possible) under a temporary name, then renames it, so
+  // Asked after every piece of a copy, each some 50 ms of work: bytes of the file copied so far, and all.
+  // False ends the copy.
+  using CopyProgress = std::function<bool(std::uint64_t done, std::uint64_t all)>;
+  // Copies one file through the kernel (reflink where possible), and gives it its name when it is whole, so
   // that no half file stands under the final name. Error 58 when the target exists and may not be replaced,
-  // 75 when the file changes while it is copied.
-  virtual void CopyFile(const std::string& from, const std::string& to, bool overwrite) = 0;
+  // 75 when the file changes while it is copied. False when `progress` ended the copy: nothing has changed.
+  [[nodiscard]] virtual bool CopyFile(const std::string& from, const std::string& to, bool overwrite,
+                                      const CopyProgress& progress) = 0;
+  void CopyFile(const std::string& from, const std::string& to, bool overwrite) {
+    (void)CopyFile(from, to, overwrite, nullptr);
+  }
   // Copies everything below a folder into another, which must exist, overwriting files of the same name.
   virtual void CopyFolderContents(const std::string& from, const std::string& to) = 0;
 
@@ -45,10 +61,12 @@ class FileSystem {
   virtual void SetReadOnly(const std::string& path, bool readOnly) = 0;
 
   [[nodiscard]] virtual std::string ReadBytes(const std::string& path) const = 0;
-  // Calls `line` with each line's bytes, without its CR LF or LF, until it returns false or the file ends.
+  // Calls `line` with each line's bytes, without its CR LF or LF (or, in the last line, a lone CR), until it
+  // returns false or the file ends.
   virtual void ReadLines(const std::string& path,
                          const std::function<bool(std::string_view line)>& line) const = 0;
-  // Replaces a file as one step: written under a temporary name beside it, flushed, renamed.
+  // Replaces a file as one step: written aside, flushed, then given its name. A process that is killed in
+  // between leaves nothing, or on some file systems a file ".tessel-<process>-<number>.tmp" beside it.
   virtual void WriteBytes(const std::string& path, std::string_view bytes) = 0;
   // As WriteBytes, for content that is produced piece by piece: `produce` hands pieces to its argument. When
   // it throws, nothing is left and the error goes to the caller.
@@ -57,6 +75,16 @@ class FileSystem {
                            const std::function<void(const ByteSink& sink)>& produce) = 0;
   // Appends to a file, made when missing.
   virtual void AppendBytes(const std::string& path, std::string_view bytes) = 0;
+
+  // When this returns, everything that was written below a folder so far is on the disk (contents, names,
+  // attributes), as are the folder itself and the files directly beside it. Error 57 or 61 when something
+  // could not be written, 76 for no folder.
+  virtual void MakeDurable(const std::string& folder) = 0;
+  // Brings the names in a folder to the disk, after something in it was made, renamed or deleted.
+  virtual void SyncFolder(const std::string& folder) = 0;
+  // Opens a file, which is made when missing and wanted, and holds it. Nothing when somebody else holds it,
+  // or when it does not exist and is not to be made.
+  [[nodiscard]] virtual std::unique_ptr<HeldFile> Hold(const std::string& path, bool make) = 0;
 
   // The native form of a path, for arguments and messages to other programs.
   [[nodiscard]] virtual std::string NativePath(const std::string& path) const = 0;

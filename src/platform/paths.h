@@ -22,6 +22,13 @@ namespace tessel::paths {
 // What stands before the last separator; empty when there is none.
 [[nodiscard]] std::string Parent(std::string_view path);
 
+// Whether a path begins at a root: a drive ("C:"), a separator or a share. Any other depends on the directory
+// in which the program was started.
+[[nodiscard]] bool IsFullPath(std::string_view path);
+
+// Whether Windows takes two file names for one: equal in any case of Latin, Greek and Cyrillic letters.
+[[nodiscard]] bool IsSameFileName(std::string_view one, std::string_view other);
+
 // Whether a text is one harmless file name: not empty, no separator, no drive colon, no NUL or other control
 // character, neither "." nor "..", and UTF-8 that an XML file can name.
 [[nodiscard]] bool IsPlainFileName(std::string_view name);

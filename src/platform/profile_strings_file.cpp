@@ -4,38 +4,28 @@
 #include <optional>
 #include <utility>
 
+#include "host/ascii.h"
 #include "host/error.h"
 
 namespace tessel {
 namespace {
 
 constexpr const char* kLineEnd = "\r\n";
-
-std::string_view Trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t\r");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
-
-bool SameName(std::string_view left, std::string_view right) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                    [lower](char a, char b) { return lower(a) == lower(b); });
-}
+constexpr std::string_view kBlanks = " \t\r";
 
 // The name in a header line; nothing for another line.
 std::optional<std::string_view> SectionName(std::string_view line) {
-  line = Trimmed(line);
+  line = Trimmed(line, kBlanks);
   if (!line.starts_with('[')) return std::nullopt;
-  return Trimmed(line.substr(1, line.find(']', 1) - 1));
+  return Trimmed(line.substr(1, line.find(']', 1) - 1), kBlanks);
 }
 
 // Name and value of an entry line; nothing for another line.
 std::optional<std::pair<std::string_view, std::string_view>> Entry(std::string_view line) {
-  line = Trimmed(line);
+  line = Trimmed(line, kBlanks);
   const auto equals = line.find('=');
   if (line.starts_with(';') || equals == std::string_view::npos) return std::nullopt;
-  return std::pair(Trimmed(line.substr(0, equals)), Trimmed(line.substr(equals + 1)));
+  return std::pair(Trimmed(line.substr(0, equals), kBlanks), Trimmed(line.substr(equals + 1), kBlanks));
 }
 
 std::string_view Unquoted(std::string_view value) {
@@ -71,7 +61,7 @@ void PutEntry(std::vector<std::string>& lines, std::string_view section, std::st
   const auto isHeader = [](const std::string& line) { return SectionName(line).has_value(); };
   const auto header = std::find_if(lines.begin(), lines.end(), [&](const std::string& line) {
     const auto name = SectionName(line);
-    return name && SameName(*name, section);
+    return name && EqualsIgnoringCase(*name, section);
   });
   if (header == lines.end()) {
     lines.push_back("[" + std::string(section) + "]");
@@ -81,14 +71,14 @@ void PutEntry(std::vector<std::string>& lines, std::string_view section, std::st
   const auto sectionEnd = std::find_if(header + 1, lines.end(), isHeader);
   const auto existing = std::find_if(header + 1, sectionEnd, [&](const std::string& line) {
     const auto entry = Entry(line);
-    return entry && SameName(entry->first, key);
+    return entry && EqualsIgnoringCase(entry->first, key);
   });
   if (existing != sectionEnd) {
     *existing = entryLine;
     return;
   }
   auto place = sectionEnd;
-  while (place != header + 1 && Trimmed(*(place - 1)).empty()) {
+  while (place != header + 1 && Trimmed(*(place - 1), kBlanks).empty()) {
     --place;
   }
   lines.insert(place, entryLine);
@@ -108,9 +98,9 @@ std::string ProfileStringsFile::Get(const std::string& file, const std::string& 
     files_.ReadLines(file, [&](std::string_view line) {
       if (const auto name = SectionName(line)) {
         if (inSection) return false;
-        inSection = SameName(*name, Trimmed(sectionBytes));
+        inSection = EqualsIgnoringCase(*name, Trimmed(sectionBytes, kBlanks));
       } else if (const auto entry = Entry(line);
-                 inSection && entry && SameName(entry->first, Trimmed(keyBytes))) {
+                 inSection && entry && EqualsIgnoringCase(entry->first, Trimmed(keyBytes, kBlanks))) {
         value = ansi_.Decode(Unquoted(entry->second));
       }
       return !value;

@@ -15,6 +15,9 @@ class TextEncoding {
   [[nodiscard]] virtual std::string Decode(std::string_view bytes) const = 0;
   // Appends the bytes of one code point; false, nothing appended, when the encoding lacks it.
   [[nodiscard]] virtual bool AppendCodePoint(char32_t codePoint, std::string& bytes) const = 0;
+  // Whether some reader of this encoding takes the character's bytes for another one, as with the backslash
+  // and the yen sign of Shift_JIS.
+  [[nodiscard]] virtual bool IsAmbiguous(char32_t) const { return false; }
   // Whether every ASCII byte stands for itself, so that markup can be written as it is.
   [[nodiscard]] virtual bool IsAsciiCompatible() const = 0;
   // Bytes of UTF-8 text; what the encoding lacks or is no UTF-8 becomes "?".

@@ -49,6 +49,19 @@ TEST(Paths, ParentAndNameAreCutAtTheLastSeparatorOfThePathsOwnKind) {
   }
 }
 
+TEST(Paths, SameNamesForWindowsAndFullPaths) {
+  const std::pair<const char*, const char*> same[] = {
+      {"a.XML", "A.xml"}, {"\u00DCbersicht", "\u00FCBERSICHT"}, {"\u0416\u0416", "\u0436\u0416"}, {"", ""}};
+  for (const auto& [one, other] : same)
+    EXPECT_TRUE(paths::IsSameFileName(one, other)) << one;
+  EXPECT_FALSE(paths::IsSameFileName("a.xml", "a.xm"));
+  EXPECT_FALSE(paths::IsSameFileName("\u00D7", "\u00F7"));
+  for (const char* full : {"/a", "C:\\a", "\\\\server\\share", "d:/"})
+    EXPECT_TRUE(paths::IsFullPath(full)) << full;
+  for (const char* partial : {"", "a", "a/b", "..\\a"})
+    EXPECT_FALSE(paths::IsFullPath(partial)) << partial;
+}
+
 TEST(Paths, OnlyHarmlessNamesArePlain) {
   for (const char* name : {"a.txt", "Übersicht 1.pdf", "...", ".hidden", "a..b"}) {
     EXPECT_TRUE(paths::IsPlainFileName(name)) << name;

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <map>
 #include <thread>
 
 #include "support/expect_error.h"
@@ -78,6 +80,91 @@ TEST_F(PosixFileSystemTest, FailuresCarryTheClassicNumbers) {
   EXPECT_EQ(ErrorOf([&] { files_.CreateFolder(In("none/x")); }),
             "76 Cannot create folder \"" + In("none/x") + "\": No such file or directory");
   EXPECT_EQ(folder_.Tree(), (Names{"file", "folder/"}));
+}
+
+TEST_F(PosixFileSystemTest, AHeldFileIsFreeWhenItsHolderIsGone) {
+  EXPECT_EQ(files_.Hold(In("work"), false), nullptr) << "there is none";
+  auto held = files_.Hold(In("work"), true);
+  ASSERT_NE(held, nullptr);
+  held->Append("one\n");
+  held->Append("two\n");
+  EXPECT_EQ(files_.Hold(In("work"), true), nullptr) << "somebody holds it";
+  held.reset();
+  held = files_.Hold(In("work"), false);
+  ASSERT_NE(held, nullptr);
+  EXPECT_EQ(held->Read(), "one\ntwo\n");
+  files_.MakeDurable(In(""));
+  held->Delete();
+  files_.SyncFolder(In(""));
+  EXPECT_FALSE(files_.FileExists(In("work")));
+  EXPECT_EQ(ErrorNumberOf([&] { files_.MakeDurable(In("gone")); }), 76);
+}
+
+TEST_F(PosixFileSystemTest, NotThereAndCannotTellAreTwoAnswers) {
+  folder_.Write("file", "x");
+  folder_.MakeFolder("folder");
+  fs::create_symlink("loop", In("loop"));
+  fs::create_symlink("none", In("dangling"));
+  const std::string tooLong = In(std::string(300, 'x'));
+  for (const std::string& path : {In("none"), In("file/x"), In("dangling"), In("a") + std::string(1, '\0')}) {
+    EXPECT_FALSE(files_.FileExists(path)) << path;
+    EXPECT_FALSE(files_.FolderExists(path)) << path;
+  }
+  for (const std::string& path : {In("loop"), tooLong}) {
+    EXPECT_EQ(ErrorNumberOf([&] { (void)files_.FileExists(path); }), 75) << path;
+    EXPECT_EQ(ErrorNumberOf([&] { (void)files_.FolderExists(path); }), 75) << path;
+  }
+  EXPECT_EQ(ErrorOf([&] { (void)files_.FileExists(In("loop")); }),
+            "75 Cannot look for \"" + In("loop") + "\": Too many levels of symbolic links");
+  EXPECT_TRUE(files_.FileExists(In("file")) && !files_.FolderExists(In("file")));
+  EXPECT_TRUE(files_.FolderExists(In("folder")) && !files_.FileExists(In("folder")));
+}
+
+// Runs an action on several threads at once; how many ended with each error number, 0 for none.
+std::map<int, int> Race(int threads, const std::function<void(int)>& action) {
+  std::vector<int> errors(static_cast<std::size_t>(threads));
+  std::vector<std::thread> running;
+  for (int i = 0; i < threads; ++i) {
+    running.emplace_back([&, i] { errors[static_cast<std::size_t>(i)] = ErrorNumberOf([&] { action(i); }); });
+  }
+  std::map<int, int> counts;
+  for (int i = 0; i < threads; ++i) {
+    running[static_cast<std::size_t>(i)].join();
+    ++counts[errors[static_cast<std::size_t>(i)]];
+  }
+  return counts;
+}
+
+TEST_F(PosixFileSystemTest, OfManyMovesToOneNameOneWins) {
+  for (const bool folders : {false, true}) {
+    for (int i = 0; i < 8; ++i)
+      folder_.Write(std::string("from") + std::to_string(i) + (folders ? "/file" : ""), "x");
+    EXPECT_EQ(Race(8, [&](int i) { files_.Move(In("from" + std::to_string(i)), In("to")); }),
+              (std::map<int, int>{{0, 1}, {58, 7}}));
+    EXPECT_EQ(folder_.Tree().size(), folders ? 16U : 8U);
+    fs::remove_all(folder_.Path());
+    fs::create_directory(folder_.Path());
+  }
+}
+
+TEST_F(PosixFileSystemTest, ManyMayDeleteOneFolder) {
+  for (int i = 0; i < 400; ++i)
+    folder_.Write("tree/" + std::to_string(i % 20) + "/" + std::to_string(i), "");
+  const auto counts = Race(4, [&](int) { files_.DeleteFolder(In("tree")); });
+  for (const auto& [error, count] : counts)
+    EXPECT_TRUE(error == 0 || error == 76) << error;
+  EXPECT_EQ(folder_.Tree(), Names{});
+}
+
+TEST_F(PosixFileSystemTest, FoldersAreMadeDurable) {
+  folder_.Write("tree/sub/file", "x");
+  fs::create_symlink("none", In("tree/dangling"));
+  files_.MakeDurable(In("tree"));
+  files_.SyncFolder(In("tree"));
+  for (const std::string& missing : {In("none"), In("tree/sub/file")}) {
+    EXPECT_EQ(ErrorNumberOf([&] { files_.MakeDurable(missing); }), 76);
+    EXPECT_EQ(ErrorNumberOf([&] { files_.SyncFolder(missing); }), 76);
+  }
 }
 
 TEST_F(PosixFileSystemTest, AFailedWriteLeavesTheOldFileAlone) {
@@ -190,6 +277,27 @@ TEST_F(FileCopyTest, OverwritingReplacesTheWholeFile) {
   files_.CopyFile(In("from"), In("from"), true);
   EXPECT_EQ(folder_.Read("from"), "new");
   EXPECT_EQ(folder_.Tree(), (Names{"from", "to"}));
+}
+
+TEST_F(FileCopyTest, ACopyTellsHowFarItIsAndCanBeEnded) {
+  constexpr std::uint64_t kSize = 20'000'000;
+  folder_.Write("from", "x");
+  fs::resize_file(In("from"), kSize);
+  folder_.Write("to", "old");
+  std::vector<std::uint64_t> steps;
+  const auto watch = [&](std::uint64_t done, std::uint64_t all) {
+    EXPECT_EQ(all, kSize);
+    steps.push_back(done);
+    return steps.size() > 1;
+  };
+  EXPECT_FALSE(files_.CopyFile(In("from"), In("to"), true, watch));
+  EXPECT_EQ(folder_.Read("to"), "old");
+  EXPECT_EQ(folder_.Tree(), (Names{"from", "to"}));
+
+  EXPECT_TRUE(files_.CopyFile(In("from"), In("to"), true, watch));
+  EXPECT_TRUE(std::is_sorted(steps.begin() + 1, steps.end()));
+  EXPECT_EQ(steps.back(), kSize);
+  EXPECT_EQ(fs::file_size(In("to")), kSize);
 }
 
 TEST_F(FileCopyTest, AFileThatChangesMeanwhileIsRefused) {

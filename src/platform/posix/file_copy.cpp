@@ -8,9 +8,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
+#include <chrono>
 #include <climits>
-#include <string_view>
 
 #include "host/error.h"
 #include "platform/posix/folder_reader.h"
@@ -22,100 +21,132 @@ namespace {
 
 constexpr mode_t kPermissions = 0777;
 constexpr mode_t kOwnerAll = 0700;
-constexpr long long kLargestBuffer = 128 * 1024;
+constexpr std::uint64_t kLargestBuffer = 128 * 1024;
+// Pieces of a large file: time for one, and bounds of its size.
+constexpr std::chrono::milliseconds kPieceTime{50};
+constexpr std::uint64_t kFirstPiece = 4 << 20;
+constexpr std::uint64_t kSmallestPiece = 128 * 1024;
+constexpr std::uint64_t kLargestPiece = 256 << 20;
 
 void CopyLink(int from, const std::string& name, int to, const std::string& targetPath) {
   std::array<char, PATH_MAX + 1> target{};
-  const ssize_t length = ::readlinkat(from, name.c_str(), target.data(), target.size() - 1);
+  const ssize_t length =
+      Retried([&] { return ::readlinkat(from, name.c_str(), target.data(), target.size() - 1); });
   if (length < 0) ThrowErrno(errno, "read link", targetPath);
-  if (::symlinkat(target.data(), to, name.c_str()) == 0) return;
-  const bool replaced = errno == EEXIST && ::unlinkat(to, name.c_str(), 0) == 0 &&
-                        ::symlinkat(target.data(), to, name.c_str()) == 0;
+  const auto link = [&] { return Retried([&] { return ::symlinkat(target.data(), to, name.c_str()); }); };
+  if (link() == 0) return;
+  const bool replaced = errno == EEXIST && ::unlinkat(to, name.c_str(), 0) == 0 && link() == 0;
   if (!replaced) ThrowErrno(errno, "create link", targetPath);
 }
 
 // The folder of a name, made when missing, with at least the owner's rights so that it can be filled.
 FileDescriptor MakeTargetFolder(int from, int to, const std::string& name, const std::string& targetPath) {
   struct stat status {};
-  const mode_t mode = ::fstat(from, &status) == 0 ? status.st_mode & kPermissions : kPermissions;
-  if (::mkdirat(to, name.c_str(), mode | kOwnerAll) != 0 && errno != EEXIST) {
+  if (Retried([&] { return ::fstat(from, &status); }) != 0) ThrowErrno(errno, "copy folder", targetPath);
+  const mode_t mode = (status.st_mode & kPermissions) | kOwnerAll;
+  if (Retried([&] { return ::mkdirat(to, name.c_str(), mode); }) != 0 && errno != EEXIST) {
     ThrowErrno(errno, "create folder", targetPath, true);
   }
   return OpenFolder(to, name.c_str(), targetPath);
 }
 
+[[noreturn]] void ThrowChanged(const std::string& path) {
+  throw RuntimeError(error_number::kPathFileAccess,
+                     "Cannot copy \"" + path + "\": it changed while it was copied");
+}
+
 // Whoever writes into a file while it is copied makes the copy a mixture of two versions.
 void CheckUnchanged(int file, const struct stat& before, const std::string& path) {
   struct stat after {};
-  if (::fstat(file, &after) != 0) ThrowErrno(errno, "copy", path);
-  if (after.st_size != before.st_size || after.st_mtim.tv_sec != before.st_mtim.tv_sec ||
-      after.st_mtim.tv_nsec != before.st_mtim.tv_nsec) {
-    throw RuntimeError(error_number::kPathFileAccess,
-                       "Cannot copy \"" + path + "\": it changed while it was copied");
-  }
+  if (Retried([&] { return ::fstat(file, &after); }) != 0) ThrowErrno(errno, "copy", path);
+  const bool same = after.st_size == before.st_size && after.st_mtim.tv_sec == before.st_mtim.tv_sec &&
+                    after.st_mtim.tv_nsec == before.st_mtim.tv_nsec;
+  if (!same) ThrowChanged(path);
 }
 
 }  // namespace
 
-void FileCopier::CopyFile(int fromFolder, const char* fromName, const std::string& path, int toFolder,
+bool FileCopier::CopyFile(int fromFolder, const std::string& fromName, const std::string& path, int toFolder,
                           const std::string& toName, const std::string& targetPath, bool replace,
                           Staging staging) {
   // Without waiting, so that a pipe in place of a file cannot hold the program up.
-  const FileDescriptor source(::openat(fromFolder, fromName, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  if (!source.IsOpen()) ThrowErrno(errno, "open", path);
+  constexpr int kOpen = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
+  const FileDescriptor source(Retried([&] { return ::openat(fromFolder, fromName.c_str(), kOpen); }));
+  if (!source.IsOpen()) ThrowFileErrno(errno, "copy", path, fromFolder, fromName);
   struct stat status {};
-  if (::fstat(source.Get(), &status) != 0) ThrowErrno(errno, "open", path);
+  if (Retried([&] { return ::fstat(source.Get(), &status); }) != 0) ThrowErrno(errno, "copy", path);
   if (!S_ISREG(status.st_mode)) ThrowErrno(S_ISDIR(status.st_mode) ? EISDIR : EINVAL, "copy", path);
 
   StagedFile target(toFolder, toName, targetPath, status.st_mode & kPermissions, staging);
-  CopyContent(source.Get(), target.Get(), status.st_size, targetPath);
+  Job job{source.Get(), target.Get(), static_cast<std::uint64_t>(status.st_size), path, targetPath};
+  if (!CopyContent(job)) return false;
   CheckUnchanged(source.Get(), status, path);
   const timespec times[2] = {{0, UTIME_OMIT}, status.st_mtim};
-  if (::futimens(target.Get(), times) != 0) ThrowErrno(errno, "write", targetPath);
+  if (Retried([&] { return ::futimens(target.Get(), times); }) != 0) ThrowErrno(errno, "write", targetPath);
   target.Commit(replace);
+  return true;
 }
 
-void FileCopier::CopyContent(int from, int to, long long size, const std::string& targetPath) {
-  if (size == 0) return;
-  if (canReflink_) {
-    if (::ioctl(to, FICLONE, from) == 0) return;
+bool FileCopier::CopyContent(Job& job) {
+  if (job.size == 0) return !progress_ || progress_(0, 0);
+  if (canReflink_ && job.size > kLargestBuffer) {
+    if (Retried([&job] { return ::ioctl(job.to, FICLONE, job.from); }) == 0) {
+      return !progress_ || progress_(job.size, job.size);
+    }
     canReflink_ = false;
   }
-  if (canCopyInKernel_ && size > kLargestBuffer) {
-    ssize_t copied = 0;
-    do {
-      copied = ::copy_file_range(from, nullptr, to, nullptr, static_cast<std::size_t>(size), 0);
-    } while (copied > 0 || (copied < 0 && errno == EINTR));
-    if (copied < 0) {
-      if (errno == ENOSPC || errno == EDQUOT || errno == EIO) ThrowErrno(errno, "write", targetPath);
-      canCopyInKernel_ = false;
-    }
-  }
-  // What the kernel did not copy, from where it stopped.
-  CopyThroughBuffer(from, to, static_cast<std::size_t>(std::min(size, kLargestBuffer)), targetPath);
+  return CopyPieces(job);
 }
 
-void FileCopier::CopyThroughBuffer(int from, int to, std::size_t bufferSize, const std::string& targetPath) {
-  if (bufferSize > bufferSize_) {
-    buffer_ = std::make_unique_for_overwrite<char[]>(bufferSize);
-    bufferSize_ = bufferSize;
-  }
-  for (;;) {
-    const ssize_t count = ::read(from, buffer_.get(), bufferSize_);
-    if (count == 0) return;
-    if (count < 0) {
-      if (errno == EINTR) continue;
-      ThrowErrno(errno, "read the source of", targetPath);
+// The size of a piece follows the speed of the disks.
+bool FileCopier::CopyPieces(Job& job) {
+  using Clock = std::chrono::steady_clock;
+  std::uint64_t piece = kFirstPiece;
+  while (job.done < job.size) {
+    const auto start = Clock::now();
+    const std::uint64_t end = job.done + std::min(piece, job.size - job.done);
+    while (job.done < end) {
+      const std::uint64_t rest = end - job.done;
+      std::uint64_t copied = job.size > kLargestBuffer ? CopyInKernel(job, rest) : 0;
+      if (copied == 0) copied = CopyThroughBuffer(job, rest);
+      if (copied == 0) ThrowChanged(job.path);
+      job.done += copied;
     }
-    for (ssize_t done = 0; done < count;) {
-      const ssize_t written = ::write(to, buffer_.get() + done, static_cast<std::size_t>(count - done));
-      if (written >= 0) {
-        done += written;
-      } else if (errno != EINTR) {
-        ThrowErrno(errno, "write", targetPath);
-      }
-    }
+    if (progress_ && !progress_(job.done, job.size)) return false;
+    const auto time = Clock::now() - start;
+    if (time < kPieceTime / 2) piece = std::min(piece * 2, kLargestPiece);
+    if (time > kPieceTime) piece = std::max(piece / 2, kSmallestPiece);
   }
+  return true;
+}
+
+// Bytes copied; 0 when the kernel cannot do it, or at the end of the file.
+std::uint64_t FileCopier::CopyInKernel(Job& job, std::uint64_t size) {
+  if (!canCopyInKernel_) return 0;
+  const ssize_t copied =
+      Retried([&] { return ::copy_file_range(job.from, nullptr, job.to, nullptr, size, 0); });
+  if (copied >= 0) return static_cast<std::uint64_t>(copied);
+  if (errno == ENOSPC || errno == EDQUOT || errno == EIO) ThrowErrno(errno, "write", job.targetPath);
+  canCopyInKernel_ = false;
+  return 0;
+}
+
+// Bytes copied, at most a buffer full; 0 at the end of the file.
+std::uint64_t FileCopier::CopyThroughBuffer(Job& job, std::uint64_t size) {
+  const auto wanted = static_cast<std::size_t>(std::min(size, kLargestBuffer));
+  if (wanted > bufferSize_) {
+    buffer_ = std::make_unique_for_overwrite<char[]>(wanted);
+    bufferSize_ = wanted;
+  }
+  const ssize_t count = Retried([&] { return ::read(job.from, buffer_.get(), wanted); });
+  if (count < 0) ThrowErrno(errno, "read", job.path);
+  for (ssize_t done = 0; done < count;) {
+    const ssize_t written = Retried(
+        [&] { return ::write(job.to, buffer_.get() + done, static_cast<std::size_t>(count - done)); });
+    if (written < 0) ThrowErrno(errno, "write", job.targetPath);
+    done += written;
+  }
+  return static_cast<std::uint64_t>(count);
 }
 
 void FileCopier::CopyTree(int from, const std::string& path, int to, const std::string& targetPath) {
@@ -124,7 +155,7 @@ void FileCopier::CopyTree(int from, const std::string& path, int to, const std::
     const std::string entryTarget = targetPath + "/" + entry.name;
     switch (entry.kind) {
       case EntryKind::kFile:
-        CopyFile(from, entry.name.c_str(), entryPath, to, entry.name, entryTarget, true, Staging::kInPlace);
+        (void)CopyFile(from, entry.name, entryPath, to, entry.name, entryTarget, true, Staging::kInPlace);
         break;
       case EntryKind::kFolder: {
         const FileDescriptor source = OpenFolder(from, entry.name.c_str(), entryPath);

@@ -4,7 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
+#include <optional>
 #include <string_view>
 
 namespace tessel::posix {
@@ -16,7 +16,8 @@ EntryKind KindOfMode(mode_t mode) {
   return S_ISLNK(mode) ? EntryKind::kLink : EntryKind::kOther;
 }
 
-EntryKind KindOf(int folder, const dirent& entry) {
+// Nothing for an entry that is gone.
+std::optional<EntryKind> KindOf(int folder, const dirent& entry, const std::string& path) {
   switch (entry.d_type) {
     case DT_REG:
       return EntryKind::kFile;
@@ -26,8 +27,11 @@ EntryKind KindOf(int folder, const dirent& entry) {
       return EntryKind::kLink;
     case DT_UNKNOWN: {
       struct stat status {};
-      const bool known = ::fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0;
-      return known ? KindOfMode(status.st_mode) : EntryKind::kOther;
+      const int result =
+          Retried([&] { return ::fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW); });
+      if (result == 0) return KindOfMode(status.st_mode);
+      if (!SaysMissing(errno)) ThrowErrno(errno, "read", path + "/" + entry.d_name);
+      return std::nullopt;
     }
     default:
       return EntryKind::kOther;
@@ -42,14 +46,14 @@ struct CloseFolder {
 
 FileDescriptor OpenFolder(int folder, const char* name, const std::string& path, bool followLink) {
   const int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC | (followLink ? 0 : O_NOFOLLOW);
-  FileDescriptor opened(::openat(folder, name, flags));
+  FileDescriptor opened(Retried([&] { return ::openat(folder, name, flags); }));
   if (!opened.IsOpen()) ThrowErrno(errno, "open folder", path, true);
   return opened;
 }
 
 std::vector<FolderEntry> ReadFolder(int folder, const std::string& path) {
   // A descriptor of its own, since closing the stream closes what it reads from.
-  FileDescriptor own(::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  FileDescriptor own(Retried([folder] { return ::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
   const std::unique_ptr<DIR, CloseFolder> stream(own.IsOpen() ? ::fdopendir(own.Get()) : nullptr);
   if (!stream) ThrowErrno(errno, "read folder", path, true);
   (void)own.Release();
@@ -59,11 +63,13 @@ std::vector<FolderEntry> ReadFolder(int folder, const std::string& path) {
     errno = 0;
     const dirent* entry = ::readdir(stream.get());
     if (entry == nullptr) {
+      if (errno == EINTR) continue;
       if (errno != 0) ThrowErrno(errno, "read folder", path, true);
       return entries;
     }
     const std::string_view name = entry->d_name;
-    if (name != "." && name != "..") entries.push_back({std::string(name), KindOf(folder, *entry)});
+    if (name == "." || name == "..") continue;
+    if (const auto kind = KindOf(folder, *entry, path)) entries.push_back({std::string(name), *kind});
   }
 }
 

@@ -23,7 +23,8 @@ struct FolderEntry {
 [[nodiscard]] FileDescriptor OpenFolder(int folder, const char* name, const std::string& path,
                                         bool followLink = false);
 
-// All entries of an open folder but "." and "..", in the order of the file system.
+// All entries of an open folder but "." and "..", in the order of the file system. What vanishes meanwhile
+// may be left out.
 [[nodiscard]] std::vector<FolderEntry> ReadFolder(int folder, const std::string& path);
 
 }  // namespace tessel::posix

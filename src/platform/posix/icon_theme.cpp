@@ -5,16 +5,15 @@
 #include <fstream>
 #include <string_view>
 
+#include "host/ascii.h"
+
 namespace tessel::posix {
 namespace {
 
 std::string LowerExtension(const std::string& fileName) {
   const auto dot = fileName.rfind('.');
   if (dot == std::string::npos) return {};
-  std::string extension = fileName.substr(dot + 1);
-  std::transform(extension.begin(), extension.end(), extension.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  return extension;
+  return LowerCase(std::string_view(fileName).substr(dot + 1));
 }
 
 }  // namespace

@@ -8,12 +8,13 @@
 #include <optional>
 #include <unordered_map>
 
+#include "host/ascii.h"
 #include "host/error.h"
+#include "platform/table_encodings.h"
 
 namespace tessel::posix {
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;
 constexpr const char* kScalars = "UTF-32LE";
 constexpr std::size_t kMaxBytes = 32;  // of one character with its shift sequences
 
@@ -85,124 +86,6 @@ std::optional<char32_t> Scalar(std::string_view bytes) {
   return codePoint;
 }
 
-class Utf8Encoding : public TextEncoding {
- public:
-  explicit Utf8Encoding(std::string name) : name_(std::move(name)) {}
-  [[nodiscard]] std::string Name() const override { return name_; }
-  [[nodiscard]] std::string Decode(std::string_view bytes) const override {
-    std::string text;
-    text.reserve(bytes.size());
-    bool malformed = false;
-    for (std::size_t position = 0; position < bytes.size();) {
-      AppendUtf8(NextCodePoint(bytes, position, malformed), text);
-    }
-    return text;
-  }
-  [[nodiscard]] bool AppendCodePoint(char32_t codePoint, std::string& bytes) const override {
-    AppendUtf8(codePoint, bytes);
-    return true;
-  }
-  [[nodiscard]] bool IsAsciiCompatible() const override { return true; }
-
- private:
-  std::string name_;
-};
-
-class Utf16Encoding : public TextEncoding {
- public:
-  Utf16Encoding(std::string name, bool bigEndian) : name_(std::move(name)), bigEndian_(bigEndian) {}
-  [[nodiscard]] std::string Name() const override { return name_; }
-
-  [[nodiscard]] std::string Decode(std::string_view bytes) const override {
-    bool bigEndian = bigEndian_;
-    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {
-      bigEndian = bytes.starts_with("\xFE");
-      bytes.remove_prefix(2);
-    }
-    std::string text;
-    std::size_t position = 0;
-    const auto unitAt = [&](std::size_t at) {
-      const auto first = static_cast<unsigned char>(bytes[at]);
-      const auto second = static_cast<unsigned char>(bytes[at + 1]);
-      return static_cast<char32_t>(bigEndian ? (first << 8) | second : (second << 8) | first);
-    };
-    while (position + 2 <= bytes.size()) {
-      const char32_t unit = unitAt(position);
-      position += 2;
-      const bool isHigh = unit >= 0xD800 && unit <= 0xDBFF;
-      const char32_t low = isHigh && position + 2 <= bytes.size() ? unitAt(position) : 0;
-      if (low >= 0xDC00 && low <= 0xDFFF) {
-        position += 2;
-        AppendUtf8(0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00), text);
-      } else {
-        AppendUtf8(unit >= 0xD800 && unit <= 0xDFFF ? kReplacement : unit, text);
-      }
-    }
-    if (position < bytes.size()) AppendUtf8(kReplacement, text);
-    return text;
-  }
-
-  [[nodiscard]] bool AppendCodePoint(char32_t codePoint, std::string& bytes) const override {
-    if (codePoint < 0x10000) {
-      AppendUnit(codePoint, bytes);
-    } else {
-      AppendUnit(0xD800 + ((codePoint - 0x10000) >> 10), bytes);
-      AppendUnit(0xDC00 + ((codePoint - 0x10000) & 0x3FF), bytes);
-    }
-    return true;
-  }
-  [[nodiscard]] bool IsAsciiCompatible() const override { return false; }
-
- private:
-  void AppendUnit(char32_t unit, std::string& bytes) const {
-    const auto high = static_cast<char>(unit >> 8);
-    const auto low = static_cast<char>(unit & 0xFF);
-    bytes += bigEndian_ ? high : low;
-    bytes += bigEndian_ ? low : high;
-  }
-
-  std::string name_;
-  bool bigEndian_;
-};
-
-// A page in which every byte is one character or none.
-class SingleByteEncoding : public TextEncoding {
- public:
-  SingleByteEncoding(std::string name, const std::array<char32_t, 256>& characters)
-      : name_(std::move(name)), characters_(characters) {
-    for (std::size_t byte = 0; byte < characters.size(); ++byte) {
-      if (characters[byte] != kReplacement) bytes_.try_emplace(characters[byte], static_cast<char>(byte));
-      if (byte < 0x80 && characters[byte] != byte) isAsciiCompatible_ = false;
-    }
-  }
-  [[nodiscard]] std::string Name() const override { return name_; }
-  [[nodiscard]] std::string Decode(std::string_view bytes) const override {
-    std::string text;
-    text.reserve(bytes.size());
-    for (const char byte : bytes) {
-      AppendUtf8(characters_[static_cast<unsigned char>(byte)], text);
-    }
-    return text;
-  }
-  [[nodiscard]] bool AppendCodePoint(char32_t codePoint, std::string& bytes) const override {
-    if (codePoint < 0x80 && isAsciiCompatible_) {
-      bytes += static_cast<char>(codePoint);
-      return true;
-    }
-    const auto found = bytes_.find(codePoint);
-    if (found == bytes_.end()) return false;
-    bytes += found->second;
-    return true;
-  }
-  [[nodiscard]] bool IsAsciiCompatible() const override { return isAsciiCompatible_; }
-
- private:
-  std::string name_;
-  std::array<char32_t, 256> characters_;
-  std::unordered_map<char32_t, char> bytes_;
-  bool isAsciiCompatible_ = true;
-};
-
 class MultiByteEncoding : public TextEncoding {
  public:
   explicit MultiByteEncoding(const std::string& name)
@@ -223,6 +106,14 @@ class MultiByteEncoding : public TextEncoding {
     if (!entry->second) return false;
     bytes += *entry->second;
     return true;
+  }
+  [[nodiscard]] bool IsAmbiguous(char32_t codePoint) const override {
+    std::string bytes;
+    if (!AppendCodePoint(codePoint, bytes) || bytes.size() != 1) return false;
+    const auto ascii = static_cast<unsigned char>(bytes.front());
+    if (ascii >= 0x80 || !isAsciiCompatible_) return false;
+    std::string scalar;
+    return ascii != codePoint || toScalar_.Convert(bytes, scalar) != 0 || Scalar(scalar) != codePoint;
   }
   [[nodiscard]] bool IsAsciiCompatible() const override { return isAsciiCompatible_; }
 
@@ -257,8 +148,8 @@ class MultiByteEncoding : public TextEncoding {
 };
 
 // The table of a single-byte page; nothing when some byte only begins a character.
-std::optional<std::array<char32_t, 256>> SingleByteTable(Converter& toScalar) {
-  std::array<char32_t, 256> characters{};
+std::optional<SingleByteTable> TableOf(Converter& toScalar) {
+  SingleByteTable characters{};
   for (std::size_t byte = 0; byte < characters.size(); ++byte) {
     const char text = static_cast<char>(byte);
     std::string scalar;
@@ -279,27 +170,21 @@ bool IsName(const std::string& name) {
   return !name.empty() && std::all_of(name.begin(), name.end(), isNameCharacter);
 }
 
-std::shared_ptr<const TextEncoding> Make(const std::string& name, const std::string& lowerName) {
-  if (lowerName == "utf-8" || lowerName == "utf8") return std::make_shared<Utf8Encoding>(name);
-  if (lowerName == "utf-16" || lowerName == "utf-16le") return std::make_shared<Utf16Encoding>(name, false);
-  if (lowerName == "utf-16be") return std::make_shared<Utf16Encoding>(name, true);
+std::shared_ptr<const TextEncoding> Make(const std::string& name) {
+  if (auto unicode = MakeUnicodeEncoding(name)) return unicode;
   Converter toScalar(kScalars, IsName(name) ? name : "no such encoding");
   if (!toScalar.IsOpen()) {
     throw RuntimeError(error_number::kInvalidCall, "Cannot open the encoding \"" + name + "\": not known");
   }
-  if (const auto table = SingleByteTable(toScalar)) return std::make_shared<SingleByteEncoding>(name, *table);
+  if (const auto table = TableOf(toScalar)) return MakeSingleByteEncoding(name, *table);
   return std::make_shared<MultiByteEncoding>(name);
 }
 
 }  // namespace
 
 std::shared_ptr<const TextEncoding> IconvEncodings::Open(const std::string& name) const {
-  std::string lowerName = name;
-  for (char& c : lowerName) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  auto& encoding = opened_[lowerName];
-  if (!encoding) encoding = Make(name, lowerName);
+  auto& encoding = opened_[LowerCase(name)];
+  if (!encoding) encoding = Make(name);
   return encoding;
 }
 

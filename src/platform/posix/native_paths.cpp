@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "host/ascii.h"
 #include "host/error.h"
 
 namespace tessel::posix {
@@ -22,7 +23,7 @@ struct DrivePath {
 
 DrivePath SplitDrive(std::string_view path) {
   if (path.size() >= 2 && path[1] == ':' && IsLetter(path[0])) {
-    const char letter = path[0] >= 'a' ? static_cast<char>(path[0] - 'a' + 'A') : path[0];
+    const char letter = UpperCase(path[0]);
     return {std::string(1, letter), path.substr(2)};
   }
   if (path.starts_with("\\\\")) return {"UNC", path.substr(2)};

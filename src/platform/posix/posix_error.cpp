@@ -1,8 +1,8 @@
 #include "platform/posix/posix_error.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <system_error>
 
 #include "host/error.h"
@@ -43,9 +43,20 @@ void ThrowErrno(int error, const std::string& step, const std::string& path, boo
                      "Cannot " + step + " \"" + path + "\": " + std::generic_category().message(error));
 }
 
+void ThrowFileErrno(int error, const std::string& step, const std::string& path, int folder,
+                    const std::string& name) {
+  const auto separator = name.rfind('/');
+  struct stat status {};
+  const bool folderMissing = separator != std::string::npos && separator > 0 &&
+                             ::fstatat(folder, name.substr(0, separator).c_str(), &status, 0) != 0 &&
+                             SaysMissing(errno);
+  ThrowErrno(error, step, path, folderMissing);
+}
+
+// An interrupted close has closed all the same, and a second one could hit somebody else's file.
 int FileDescriptor::Close() {
   if (fd_ < 0) return 0;
-  return ::close(std::exchange(fd_, -1)) == 0 ? 0 : errno;
+  return ::close(std::exchange(fd_, -1)) == 0 || errno == EINTR ? 0 : errno;
 }
 
 }  // namespace tessel::posix

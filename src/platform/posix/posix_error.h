@@ -1,6 +1,8 @@
-// What the POSIX adapters share: the classic number of an errno, and a file descriptor that closes itself.
+// What the POSIX adapters share: the classic number of an errno, calls that a signal interrupts, and a file
+// descriptor that closes itself.
 #pragma once
 
+#include <cerrno>
 #include <string>
 #include <utility>
 
@@ -10,6 +12,25 @@ namespace tessel::posix {
 // entry gives 53, or 76 when `folderWanted`.
 [[noreturn]] void ThrowErrno(int error, const std::string& step, const std::string& path,
                              bool folderWanted = false);
+
+// An error of a step on a file, whose name may lead through folders: a missing file is 53, a missing folder
+// above it 76. `folder` is an open folder or AT_FDCWD.
+[[noreturn]] void ThrowFileErrno(int error, const std::string& step, const std::string& path, int folder,
+                                 const std::string& name);
+
+// Whether an errno says that there is no such entry; any other says that one cannot tell.
+[[nodiscard]] inline bool SaysMissing(int error) {
+  return error == ENOENT || error == ENOTDIR;
+}
+
+// Runs a system call again as long as a signal interrupts it.
+template <class Call>
+auto Retried(Call&& call) {
+  for (;;) {
+    const auto result = call();
+    if (result != -1 || errno != EINTR) return result;
+  }
+}
 
 class FileDescriptor {
  public:

@@ -6,13 +6,15 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 
 #include "host/error.h"
+#include "platform/posix/durability.h"
 #include "platform/posix/file_copy.h"
 #include "platform/posix/folder_reader.h"
 #include "platform/posix/folder_removal.h"
 #include "platform/posix/posix_error.h"
+#include "platform/posix/posix_held_file.h"
+#include "platform/posix/rename.h"
 
 namespace tessel::posix {
 namespace {
@@ -23,60 +25,64 @@ constexpr mode_t kAllWrite = 0222;
 constexpr std::size_t kReadSize = 64 * 1024;
 constexpr std::size_t kWriteBuffer = 64 * 1024;
 
-struct FolderAndName {
-  std::string folder;
-  std::string name;
-};
-
-FolderAndName Split(const std::string& native) {
+std::string ParentOf(const std::string& native) {
   const auto separator = native.rfind('/');
-  if (separator == std::string::npos) return {".", native};
-  return {separator == 0 ? "/" : native.substr(0, separator), native.substr(separator + 1)};
+  if (separator == std::string::npos) return ".";
+  return separator == 0 ? "/" : native.substr(0, separator);
 }
 
-bool IsFolder(const std::string& native) {
+// The attributes of what a path leads to; false when there is nothing of that name.
+bool Look(const std::string& native, const std::string& path, struct stat& status) {
+  if (Retried([&] { return ::stat(native.c_str(), &status); }) == 0) return true;
+  if (!SaysMissing(errno)) ThrowErrno(errno, "look for", path);
+  return false;
+}
+
+// The same for what a link in an open folder leads to.
+bool LinkTarget(int folder, const std::string& name, const std::string& path, struct stat& status) {
+  if (Retried([&] { return ::fstatat(folder, name.c_str(), &status, 0); }) == 0) return true;
+  if (!SaysMissing(errno) && errno != ELOOP) ThrowErrno(errno, "look for", path + "/" + name);
+  return false;
+}
+
+// The attributes of something that must be there.
+struct stat Attributes(const char* step, const std::string& native, const std::string& path) {
   struct stat status {};
-  return ::stat(native.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-// An error of a step on a file: a missing file is 53, a missing folder above it 76.
-[[noreturn]] void ThrowFileErrno(int error, const char* step, const std::string& path,
-                                 const std::string& native) {
-  ThrowErrno(error, step, path, !IsFolder(Split(native).folder));
-}
-
-// The folder that a file is about to be made in.
-FileDescriptor OpenParent(const FolderAndName& target, const std::string& path) {
-  if (target.name.empty()) ThrowErrno(EISDIR, "write", path);
-  return OpenFolder(AT_FDCWD, target.folder.c_str(), path, true);
+  if (Retried([&] { return ::stat(native.c_str(), &status); }) != 0) {
+    ThrowFileErrno(errno, step, path, AT_FDCWD, native);
+  }
+  return status;
 }
 
 FileDescriptor OpenForReading(const std::string& native, const std::string& path, struct stat& status) {
-  FileDescriptor file(::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  if (!file.IsOpen()) ThrowFileErrno(errno, "open", path, native);
-  if (::fstat(file.Get(), &status) != 0) ThrowErrno(errno, "open", path);
+  FileDescriptor file(Retried([&] { return ::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); }));
+  if (!file.IsOpen()) ThrowFileErrno(errno, "open", path, AT_FDCWD, native);
+  if (Retried([&] { return ::fstat(file.Get(), &status); }) != 0) ThrowErrno(errno, "open", path);
   if (S_ISDIR(status.st_mode)) ThrowErrno(EISDIR, "open", path);
   return file;
 }
 
 std::size_t ReadSome(int file, char* buffer, std::size_t size, const std::string& path) {
-  for (;;) {
-    const ssize_t count = ::read(file, buffer, size);
-    if (count >= 0) return static_cast<std::size_t>(count);
-    if (errno != EINTR) ThrowErrno(errno, "read", path);
-  }
+  const ssize_t count = Retried([&] { return ::read(file, buffer, size); });
+  if (count < 0) ThrowErrno(errno, "read", path);
+  return static_cast<std::size_t>(count);
+}
+
+int MakeFolder(const std::string& native) {
+  return Retried([&native] { return ::mkdir(native.c_str(), kNewFolder); });
 }
 
 // Makes a folder and its missing parents. False with errno set.
 bool MakeFolders(const std::string& native) {
-  if (::mkdir(native.c_str(), kNewFolder) == 0) return true;
+  if (MakeFolder(native) == 0) return true;
   if (errno == ENOENT) {
-    const std::string parent = Split(native).folder;
+    const std::string parent = ParentOf(native);
     const bool canGoOn = parent != native && parent != "." && MakeFolders(parent);
-    if (canGoOn && ::mkdir(native.c_str(), kNewFolder) == 0) return true;
+    if (canGoOn && MakeFolder(native) == 0) return true;
   }
   const int error = errno;
-  if (IsFolder(native)) return true;
+  struct stat status {};
+  if (::stat(native.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) return true;
   errno = error;
   return false;
 }
@@ -86,26 +92,18 @@ bool LiesIn(int folder, int outer, const std::string& path) {
   struct stat outerStatus {};
   struct stat status {};
   struct stat above {};
-  if (::fstat(outer, &outerStatus) != 0) ThrowErrno(errno, "read folder", path, true);
+  const auto look = [&path](int opened, struct stat& found) {
+    if (Retried([&] { return ::fstat(opened, &found); }) != 0) ThrowErrno(errno, "read folder", path, true);
+  };
+  look(outer, outerStatus);
   FileDescriptor level = OpenFolder(folder, ".", path);
   for (;;) {
-    if (::fstat(level.Get(), &status) != 0) ThrowErrno(errno, "read folder", path, true);
+    look(level.Get(), status);
     if (status.st_dev == outerStatus.st_dev && status.st_ino == outerStatus.st_ino) return true;
     level = OpenFolder(level.Get(), "..", path);
-    if (::fstat(level.Get(), &above) != 0) ThrowErrno(errno, "read folder", path, true);
+    look(level.Get(), above);
     if (above.st_dev == status.st_dev && above.st_ino == status.st_ino) return false;
   }
-}
-
-int RenameWithoutReplacing(const std::string& from, const std::string& to) {
-  const int result = ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE);
-  if (result == 0 || (errno != EINVAL && errno != ENOSYS)) return result;
-  struct stat existing {};
-  if (::lstat(to.c_str(), &existing) == 0) {
-    errno = EEXIST;
-    return -1;
-  }
-  return ::rename(from.c_str(), to.c_str());
 }
 
 }  // namespace
@@ -122,25 +120,40 @@ std::string PosixFileSystem::Native(const std::string& path) const {
   return native;
 }
 
-std::string PosixFileSystem::NativeForWriting(const std::string& path) {
-  const std::string driveRoot = paths_.DriveRoot(path);
-  if (!driveRoot.empty() && !MakeFolders(driveRoot)) ThrowErrno(errno, "create drive", driveRoot, true);
-  return Native(path);
+template <class Step>
+auto PosixFileSystem::OnDrive(const std::string& path, Step&& step) {
+  try {
+    return step();
+  } catch (const RuntimeError& error) {
+    if (error.Number() != error_number::kPathNotFound || !MakeDrive(path)) throw;
+  }
+  return step();
+}
+
+bool PosixFileSystem::MakeDrive(const std::string& path) const {
+  const std::string root = paths_.DriveRoot(path);
+  struct stat status {};
+  if (root.empty() || Look(root, path, status)) return false;
+  if (!MakeFolders(root)) ThrowErrno(errno, "create drive", root, true);
+  return true;
 }
 
 bool PosixFileSystem::FileExists(const std::string& path) const {
   struct stat status {};
-  return path.find('\0') == std::string::npos && ::stat(paths_.Native(path).c_str(), &status) == 0 &&
+  return path.find('\0') == std::string::npos && Look(paths_.Native(path), path, status) &&
          !S_ISDIR(status.st_mode);
 }
 
 bool PosixFileSystem::FolderExists(const std::string& path) const {
-  return path.find('\0') == std::string::npos && IsFolder(Native(path));
+  struct stat status {};
+  return path.find('\0') == std::string::npos && Look(Native(path), path, status) && S_ISDIR(status.st_mode);
 }
 
 void PosixFileSystem::CreateFolder(const std::string& path) {
-  const std::string native = NativeForWriting(path);
-  if (::mkdir(native.c_str(), kNewFolder) != 0) ThrowErrno(errno, "create folder", path, true);
+  const std::string native = Native(path);
+  OnDrive(path, [&] {
+    if (MakeFolder(native) != 0) ThrowErrno(errno, "create folder", path, true);
+  });
 }
 
 void PosixFileSystem::CreateFolders(const std::string& path) {
@@ -154,24 +167,34 @@ void PosixFileSystem::DeleteFolder(const std::string& path) {
 
 void PosixFileSystem::Move(const std::string& from, const std::string& to) {
   const std::string source = Native(from);
-  const std::string target = NativeForWriting(to);
-  if (RenameWithoutReplacing(source, target) == 0) return;
-  const int error = errno;
-  ThrowFileErrno(error, "move", from + "\" to \"" + to, source);
+  const std::string target = Native(to);
+  (void)MakeDrive(to);
+  if (RenameWithoutReplacing(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str()) == 0) return;
+  ThrowFileErrno(errno, "move", from + "\" to \"" + to, AT_FDCWD, source);
 }
 
 void PosixFileSystem::DeleteFile(const std::string& path) {
   const std::string native = Native(path);
-  if (::unlink(native.c_str()) != 0) ThrowFileErrno(errno, "delete", path, native);
+  if (Retried([&native] { return ::unlink(native.c_str()); }) != 0) {
+    ThrowFileErrno(errno, "delete", path, AT_FDCWD, native);
+  }
 }
 
-void PosixFileSystem::CopyFile(const std::string& from, const std::string& to, bool overwrite) {
+void PosixFileSystem::MakeDurable(const std::string& folder) {
+  posix::MakeDurable(OpenFolder(AT_FDCWD, Native(folder).c_str(), folder, true).Get(), folder);
+}
+
+void PosixFileSystem::SyncFolder(const std::string& folder) {
+  posix::SyncFolder(OpenFolder(AT_FDCWD, Native(folder).c_str(), folder, true).Get(), folder);
+}
+
+bool PosixFileSystem::CopyFile(const std::string& from, const std::string& to, bool overwrite,
+                               const CopyProgress& progress) {
   const std::string source = Native(from);
-  const FolderAndName target = Split(NativeForWriting(to));
-  struct stat status {};
-  if (::stat(source.c_str(), &status) != 0) ThrowFileErrno(errno, "copy", from, source);
-  const FileDescriptor folder = OpenParent(target, to);
-  FileCopier().CopyFile(AT_FDCWD, source.c_str(), from, folder.Get(), target.name, to, overwrite);
+  const std::string target = Native(to);
+  return OnDrive(to, [&] {
+    return FileCopier(progress).CopyFile(AT_FDCWD, source, from, AT_FDCWD, target, to, overwrite);
+  });
 }
 
 void PosixFileSystem::CopyFolderContents(const std::string& from, const std::string& to) {
@@ -188,7 +211,7 @@ std::vector<std::string> PosixFileSystem::List(const std::string& folder, bool f
     bool isFolder = entry.kind == EntryKind::kFolder;
     bool isFile = entry.kind == EntryKind::kFile;
     struct stat status {};
-    if (entry.kind == EntryKind::kLink && ::fstatat(opened.Get(), entry.name.c_str(), &status, 0) == 0) {
+    if (entry.kind == EntryKind::kLink && LinkTarget(opened.Get(), entry.name, folder, status)) {
       isFolder = S_ISDIR(status.st_mode);
       isFile = S_ISREG(status.st_mode);
     }
@@ -207,19 +230,16 @@ std::vector<std::string> PosixFileSystem::ListFolders(const std::string& folder)
 }
 
 bool PosixFileSystem::IsReadOnly(const std::string& path) const {
-  const std::string native = Native(path);
-  struct stat status {};
-  if (::stat(native.c_str(), &status) != 0) ThrowFileErrno(errno, "read the attributes of", path, native);
-  return (status.st_mode & S_IWUSR) == 0;
+  return (Attributes("read the attributes of", Native(path), path).st_mode & S_IWUSR) == 0;
 }
 
 void PosixFileSystem::SetReadOnly(const std::string& path, bool readOnly) {
   const std::string native = Native(path);
-  struct stat status {};
-  if (::stat(native.c_str(), &status) != 0) ThrowFileErrno(errno, "set the attributes of", path, native);
-  const mode_t permissions = status.st_mode & 07777;
+  const mode_t permissions = Attributes("set the attributes of", native, path).st_mode & 07777;
   const mode_t wanted = readOnly ? permissions & ~kAllWrite : permissions | S_IWUSR;
-  if (::chmod(native.c_str(), wanted) != 0) ThrowErrno(errno, "set the attributes of", path);
+  if (Retried([&] { return ::chmod(native.c_str(), wanted); }) != 0) {
+    ThrowErrno(errno, "set the attributes of", path);
+  }
 }
 
 std::string PosixFileSystem::ReadBytes(const std::string& path) const {
@@ -260,7 +280,9 @@ void PosixFileSystem::ReadLines(const std::string& path,
     pending.resize(searchFrom + count);
     if (count == 0) break;
   }
-  if (!pending.empty()) (void)line(pending);
+  if (pending.empty()) return;
+  if (pending.ends_with('\r')) pending.pop_back();
+  (void)line(pending);
 }
 
 void PosixFileSystem::WriteBytes(const std::string& path, std::string_view bytes) {
@@ -269,11 +291,8 @@ void PosixFileSystem::WriteBytes(const std::string& path, std::string_view bytes
 
 void PosixFileSystem::WriteStream(const std::string& path,
                                   const std::function<void(const ByteSink& sink)>& produce) {
-  const std::string native = NativeForWriting(path);
-  if (IsFolder(native)) ThrowErrno(EISDIR, "write", path);
-  const FolderAndName target = Split(native);
-  const FileDescriptor folder = OpenParent(target, path);
-  StagedFile file(folder.Get(), target.name, path, kNewFile);
+  const std::string native = Native(path);
+  StagedFile file = OnDrive(path, [&] { return StagedFile(AT_FDCWD, native, path, kNewFile); });
   std::string buffer;
   produce([&file, &buffer](std::string_view piece) {
     if (buffer.size() + piece.size() > kWriteBuffer) {
@@ -292,18 +311,23 @@ void PosixFileSystem::WriteStream(const std::string& path,
 }
 
 void PosixFileSystem::AppendBytes(const std::string& path, std::string_view bytes) {
-  const std::string native = NativeForWriting(path);
-  const FileDescriptor file(
-      ::open(native.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, kNewFile));
-  if (!file.IsOpen()) ThrowFileErrno(errno, "append to", path, native);
+  constexpr int kAppend = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK;
+  const std::string native = Native(path);
+  const FileDescriptor file = OnDrive(path, [&] {
+    FileDescriptor opened(Retried([&] { return ::open(native.c_str(), kAppend, kNewFile); }));
+    if (!opened.IsOpen()) ThrowFileErrno(errno, "append to", path, AT_FDCWD, native);
+    return opened;
+  });
   while (!bytes.empty()) {
-    const ssize_t written = ::write(file.Get(), bytes.data(), bytes.size());
-    if (written >= 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(written));
-    } else if (errno != EINTR) {
-      ThrowErrno(errno, "append to", path);
-    }
+    const ssize_t written = Retried([&] { return ::write(file.Get(), bytes.data(), bytes.size()); });
+    if (written < 0) ThrowErrno(errno, "append to", path);
+    bytes.remove_prefix(static_cast<std::size_t>(written));
   }
+}
+
+std::unique_ptr<HeldFile> PosixFileSystem::Hold(const std::string& path, bool make) {
+  const std::string native = Native(path);
+  return OnDrive(path, [&] { return HoldFile(native, path, make); });
 }
 
 }  // namespace tessel::posix

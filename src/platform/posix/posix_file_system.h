@@ -21,7 +21,9 @@ class PosixFileSystem : public FileSystem {
   void DeleteFolder(const std::string& path) override;
   void Move(const std::string& from, const std::string& to) override;
   void DeleteFile(const std::string& path) override;
-  void CopyFile(const std::string& from, const std::string& to, bool overwrite) override;
+  using FileSystem::CopyFile;
+  [[nodiscard]] bool CopyFile(const std::string& from, const std::string& to, bool overwrite,
+                              const CopyProgress& progress) override;
   // Error 75 when the target lies in the source.
   void CopyFolderContents(const std::string& from, const std::string& to) override;
   [[nodiscard]] std::vector<std::string> ListFiles(const std::string& folder) const override;
@@ -35,13 +37,21 @@ class PosixFileSystem : public FileSystem {
   void WriteStream(const std::string& path,
                    const std::function<void(const ByteSink& sink)>& produce) override;
   void AppendBytes(const std::string& path, std::string_view bytes) override;
+  // One syncfs for the file system that the folder lies on.
+  void MakeDurable(const std::string& folder) override;
+  void SyncFolder(const std::string& folder) override;
+  [[nodiscard]] std::unique_ptr<HeldFile> Hold(const std::string& path, bool make) override;
   [[nodiscard]] std::string NativePath(const std::string& path) const override;
 
  private:
   // Native path without separators at its end.
   [[nodiscard]] std::string Native(const std::string& path) const;
-  // The same for a path that is about to come into being: its drive is made when missing.
-  [[nodiscard]] std::string NativeForWriting(const std::string& path);
+  // Runs a step that makes something at a path. When its folder is missing (error 76) because nothing was
+  // ever written on its drive, the drive is made and the step run again.
+  template <class Step>
+  auto OnDrive(const std::string& path, Step&& step);
+  // False when the path lies on no drive, or on one that is there.
+  [[nodiscard]] bool MakeDrive(const std::string& path) const;
   [[nodiscard]] std::vector<std::string> List(const std::string& folder, bool folders) const;
 
   NativePaths paths_;

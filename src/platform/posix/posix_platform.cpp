@@ -1,9 +1,13 @@
 #include "platform/posix/posix_platform.h"
 
+#include <fcntl.h>
+#include <signal.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
+#include <iostream>
 
 #include "host/error.h"
 #include "platform/no_pauser.h"
@@ -55,8 +59,35 @@ std::string DefaultDrivesDirectory() {
   return std::filesystem::absolute(drives).lexically_normal().string();
 }
 
+std::vector<std::string> ProgramArguments(int count, char** arguments) {
+  return {arguments + 1, arguments + count};
+}
+
 bool StandardErrorIsTerminal() {
   return isatty(STDERR_FILENO) != 0;
+}
+
+// What stands in for a closed stream is opened the wrong way round, so that using it stays an error.
+void KeepStandardStreams() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (::fcntl(stream, F_GETFD) != -1) continue;
+    (void)!::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+  }
+  ::signal(SIGPIPE, SIG_IGN);
+}
+
+std::optional<std::string> AskUnseen(const std::string& question) {
+  termios seen{};
+  if (::isatty(STDERR_FILENO) == 0 || ::tcgetattr(STDIN_FILENO, &seen) != 0) return std::nullopt;
+  termios unseen = seen;
+  unseen.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+  std::cerr << question << std::flush;
+  ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &unseen);
+  std::string typed;
+  const bool answered = static_cast<bool>(std::getline(std::cin, typed));
+  ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &seen);
+  std::cerr << "\n";
+  return answered ? std::optional(typed) : std::nullopt;
 }
 
 ProgramLocation RunningProgram() {

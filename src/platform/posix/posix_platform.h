@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/operating_system.h"
 
@@ -25,8 +26,18 @@ struct PosixPlatformOptions {
 // Folder and name of the running program's file.
 [[nodiscard]] ProgramLocation RunningProgram();
 
+// What stands behind the program's name in its command line, as UTF-8.
+[[nodiscard]] std::vector<std::string> ProgramArguments(int count, char** arguments);
+
 // Whether a person looks at standard error.
 [[nodiscard]] bool StandardErrorIsTerminal();
+
+// Keeps files that are opened later from taking the place of a standard stream that was closed, and makes a
+// reader who has gone an error of the write. Called once, at the beginning of the program.
+void KeepStandardStreams();
+
+// Asks a person at the terminal, who does not see what he types. Nothing without a terminal or at its end.
+[[nodiscard]] std::optional<std::string> AskUnseen(const std::string& question);
 
 class PosixPlatform {
  public:
