@@ -1,12 +1,10 @@
 #include "structure/structure.h"
 
-#include <algorithm>
-#include <cctype>
-
+#include "host/ascii.h"
 #include "messages/guard.h"
-#include "structure/dx_xml.h"
 #include "structure/structure_builder.h"
-#include "structure/xml.h"
+#include "structure/xml/dx_xml.h"
+#include "structure/xml/xml.h"
 
 namespace tessel::CommonXFunctions {
 namespace {
@@ -18,12 +16,6 @@ constexpr const char* kDependencyError = "Fehlerabbruch im Modul (BuildDependenc
 constexpr const char* kRootColumn = "ROOT_OBJ";
 constexpr const char* kContentElement = "_STOBJECT_";
 constexpr const char* kHierarchyElement = "_H_STOBJECT_";
-
-std::string UpperCase(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](unsigned char character) { return static_cast<char>(std::toupper(character)); });
-  return text;
-}
 
 bool BuildContentList(Services& services, StructureBuilder& builder, XmlNode rootNode) {
   return Guarded(services.trace, "Fehlerabbruch im Modul (BuildContentList/CommonXFunctions)", false, [&] {
@@ -65,14 +57,9 @@ void FillRootNode(Services& services, StructureState& state, StructureBuilder& b
   services.trace.Write("selektierte root Object wurde kopiert (CreateStructure/CommonXFunctions)");
 }
 
-void CollectCopiedFiles(Services& services, StructureState& state, const PcRecordList& files) {
-  if (!state.exportCopiedFiles) state.exportCopiedFiles = NewRecList(services.runtime);
-  CopyRecList(services.runtime, files, state.exportCopiedFiles, true);
-}
-
 // The root's own nodes and rows. False when the root is not among the copied files.
-bool AddRoot(Services& services, const ExchangeState& exchange, StructureState& state,
-             StructureBuilder& builder, const ObjectKey& key) {
+bool AddRoot(Services& services, ExchangeState& exchange, StructureState& state, StructureBuilder& builder,
+             const ObjectKey& key) {
   Trace& trace = services.trace;
   PcObject& root = builder.Object(key);
   trace.Write("selektierte Root Object (CreateStructure/CommonXFunctions): " + std::to_string(key.objectId) +
@@ -82,9 +69,10 @@ bool AddRoot(Services& services, const ExchangeState& exchange, StructureState& 
   trace.Write("Search for selected root object");
   if (!exchange.copied.Files()) trace.Write("CopiedFilesRec is nothing");
   const int row = exchange.copied.FindFileRow(key);
-  PcRecordList& files = *exchange.copied.Files();
-  if (row >= 0) FillRootNode(services, state, builder, files, row, root);
-  CollectCopiedFiles(services, state, files);
+  if (row >= 0) {
+    FillRootNode(services, state, builder, CopiedFilesToMark(services.runtime, exchange.copied), row, root);
+  }
+  exchange.copied.AddToExport();
   if (row >= 0) return true;
   trace.Write(
       "Error: Could not find selected root object in record list created during copy file operation!");
@@ -92,7 +80,7 @@ bool AddRoot(Services& services, const ExchangeState& exchange, StructureState& 
   return false;
 }
 
-bool BuildStructure(Services& services, const ExchangeState& exchange, StructureState& state, bool generate,
+bool BuildStructure(Services& services, ExchangeState& exchange, StructureState& state, bool generate,
                     const std::string& nodeTag) {
   const XmlDocument& document = *Required(state.document.get(), "structure document");
   state.currentRootNode = DX_XML::FindSpecificDXNode(nodeTag, document, 0, kContentElement);
@@ -154,8 +142,10 @@ SelectedObjectNodes AddSelectedObject(Services& services, StructureState& state,
 
 bool CreateStructure(Services& services, ExchangeState& exchange, StructureState& state, bool& generate,
                      const std::string& nodeTag) {
-  return Guarded(services.trace, kCreateStructureError, false,
-                 [&] { return BuildStructure(services, exchange, state, generate, nodeTag); });
+  return Guarded(services.trace, kCreateStructureError, false, [&] {
+    const PcReadingPtr reading = services.Session().BeginReading();
+    return BuildStructure(services, exchange, state, generate, nodeTag);
+  });
 }
 
 bool BuildHierarchicalStructure(Services& services, const ExchangeState& exchange, StructureState& state,

@@ -5,7 +5,7 @@
 
 #include "config/services.h"
 #include "exchange/exchange.h"
-#include "structure/xml_document.h"
+#include "structure/xml/xml_document.h"
 
 namespace tessel {
 
@@ -19,14 +19,11 @@ struct StructureState {
   XmlNode currentRootNode;        // the "_STOBJECT_" that CreateStructure found last
   ClassId defaultHierarchicalLinkClassId = 0;
   std::string defaultHierarchicalLinkClassName;
-  // Copied-files rows of all roots of this export; nothing before the first.
-  PcRecordListPtr exportCopiedFiles;
 };
 
 namespace CommonXFunctions {
 
-// A new document with declaration, root, attributes and the empty lists; drops any earlier one and the rows
-// collected for it.
+// A new document with declaration, root, attributes and the empty lists; drops any earlier one.
 void StartStructureDocument(Services& services, StructureState& state);
 // Adds the nodes of one selected object and returns its "_STOBJECT_" and "_H_STOBJECT_" (empty when not
 // made).
@@ -36,8 +33,9 @@ struct SelectedObjectNodes {
 };
 SelectedObjectNodes AddSelectedObject(Services& services, StructureState& state, const PcObject& object);
 
-// Completes the document for one copied root, named by its tag (class id, "_", object id). False when it or
-// its row is missing, or when a list could not be built.
+// Completes the document for one copied root, named by its tag (class id, "_", object id), and adds the
+// copied files to those of the export, also when the root is not among them. False when it or its row is
+// missing, or when a list could not be built.
 bool CreateStructure(Services& services, ExchangeState& exchange, StructureState& state, bool& generate,
                      const std::string& nodeTag);
 bool BuildHierarchicalStructure(Services& services, const ExchangeState& exchange, StructureState& state,

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "structure/dx_xml.h"
-#include "structure/xml.h"
+#include "structure/xml/dx_xml.h"
+#include "structure/xml/xml.h"
 
 namespace tessel {
 namespace {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "structure/structure_world.h"
-#include "structure/xml.h"
+#include "structure/xml/xml.h"
 
 namespace tessel {
 namespace {
@@ -153,7 +153,7 @@ TEST_F(StructureTest, BuildsTheWholeFile) {
       "</_D_STOBJECT_></Dependency_List></DataEx_Structure>");
   EXPECT_EQ(files->GetValue("ROOT_OBJ", 1), Value(1));
   EXPECT_EQ(files->dumps, std::vector<std::string>{"Test C:\\temp\\RecFile.txt"});
-  EXPECT_EQ(world.state.exportCopiedFiles->RowCount(), 3);
+  EXPECT_EQ(world.ExportedRows(), 3);
   EXPECT_EQ(world.state.defaultHierarchicalLinkClassName, "Uses");
 }
 
@@ -184,9 +184,15 @@ TEST_F(StructureTest, SharedPartsAreNumberedAcrossRoots) {
   const auto parts = world.state.document->ElementsByTagName("_STOBJECT_");
   EXPECT_EQ(parts[1].Attribute("Instance") + parts[3].Attribute("Instance"), "01");
   EXPECT_TRUE(world.state.document->ElementsByTagName("Dependency_List").empty());
-  EXPECT_EQ(world.state.exportCopiedFiles->RowCount(), 4);
-  CommonXFunctions::StartStructureDocument(world.services, world.state);
-  EXPECT_EQ(world.state.exportCopiedFiles, nullptr);
+  EXPECT_EQ(world.ExportedRows(), 4);
+  // Rows that stand in the record keep their marks when the host gives no list for the next copy.
+  EXPECT_EQ(CommonXFunctions::AllCopiedFiles(world.services, world.exchange, nullptr, nullptr), 0);
+  ASSERT_TRUE(world.Create("1201_4"));
+  EXPECT_EQ(world.ExportedRows(), 6);
+  const auto& lists = world.exchange.copied.Exported();
+  EXPECT_EQ(lists[0]->GetValue("ROOT_OBJ", 0), Value(1));
+  EXPECT_EQ(lists[1]->GetValue("ROOT_OBJ", 1), Value(1));
+  EXPECT_NE(lists[1], lists[2]);
 }
 
 TEST_F(StructureTest, LinksQualifyByTheCopiedRowsOfBothEnds) {
@@ -279,8 +285,7 @@ TEST_F(StructureTest, EndsInTheFailureThatTheTraceTells) {
     row.spoil(fresh);
     EXPECT_FALSE(fresh.world.Create(row.tag));
     EXPECT_TRUE(fresh.Traced(row.trace)) << testing::PrintToString(fresh.trace.writer->Lines());
-    const auto& rows = fresh.world.state.exportCopiedFiles;
-    EXPECT_EQ(rows ? rows->RowCount() : -1, row.exportRows);
+    EXPECT_EQ(fresh.world.ExportedRows(), row.exportRows);
   }
 }
 

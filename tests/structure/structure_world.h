@@ -63,6 +63,15 @@ class StructureWorld : public FakeClient, public ProgramServices {
                                              declarations.configuration.GenStrucFile, tag);
   }
 
+  // Of all roots; -1 before the first.
+  int ExportedRows() {
+    if (exchange.copied.Exported().empty()) return -1;
+    int rows = 0;
+    for (const PcRecordListPtr& list : exchange.copied.Exported())
+      rows += list->RowCount();
+    return rows;
+  }
+
   inline static const std::vector<std::string> kFileColumns{"CLASS_ID", "OBJECT_ID", "OPERATION_ID",
                                                             "ROOT_OBJ"};
   inline static const std::vector<std::string> kLinkColumns{"CLASS_ID",  "CLASS_ID1",  "OBJECT_ID1",

@@ -1,4 +1,4 @@
-#include "structure/xml_names.h"
+#include "structure/xml/xml_names.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
-#include "structure/dx_xml.h"
+#include "structure/xml/dx_xml.h"
 
 #include "messages/guard.h"
-#include "structure/repaired_element.h"
+#include "structure/xml/repaired_element.h"
 
 namespace tessel::DX_XML {
 

@@ -1,4 +1,4 @@
-#include "structure/xml_encoding.h"
+#include "structure/xml/xml_encoding.h"
 
 #include <algorithm>
 #include <array>

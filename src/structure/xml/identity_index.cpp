@@ -1,4 +1,4 @@
-#include "structure/identity_index.h"
+#include "structure/xml/identity_index.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "structure/xml_writer.h"
+#include "structure/xml/xml_writer.h"
 
 #include <array>
 #include <charconv>
@@ -27,6 +27,18 @@ constexpr std::array<unsigned char, 256> MakePlain() {
   return plain;
 }
 constexpr std::array<unsigned char, 256> kPlain = MakePlain();
+
+bool HasAllCharacters(const TextEncoding& encoding) {
+  std::string bytes;
+  return encoding.AppendCodePoint(0x10FFFD, bytes);
+}
+
+// Whether a name goes on with what an escaped character looks like: "_x", hexadecimal digits, "_".
+bool LooksEscaped(std::string_view name) {
+  if (!name.starts_with("_x")) return false;
+  const auto end = name.find_first_not_of("0123456789abcdef", 2);
+  return end != std::string_view::npos && end > 2 && name[end] == '_';
+}
 
 // Whether a code point that was read is well-formed and XML allows it.
 bool IsAllowed(char32_t codePoint, bool malformed) {
@@ -69,7 +81,14 @@ std::string HexText(char32_t codePoint) {
 }  // namespace
 
 XmlWriter::XmlWriter(const TextEncoding& encoding, const FileSystem::ByteSink& sink)
-    : encoding_(encoding), sink_(sink), asciiCompatible_(encoding.IsAsciiCompatible()) {
+    : encoding_(encoding),
+      sink_(sink),
+      asciiCompatible_(encoding.IsAsciiCompatible()),
+      complete_(HasAllCharacters(encoding)),
+      plain_(kPlain) {
+  for (std::size_t character = 0x20; character < 0x80; ++character) {
+    if (encoding.IsAmbiguous(static_cast<char32_t>(character))) plain_[character] = 0;
+  }
   buffer_.reserve(kPiece + kPiece / 4);
 }
 
@@ -144,17 +163,19 @@ void XmlWriter::WriteMarkup(std::string_view ascii) {
   }
 }
 
-// A reference may not stand in a name, so a character that the encoding lacks is written as "_x3b1_".
+// A reference may not stand in a name, so a character that the encoding lacks is written as "_x3b1_". What
+// looks so in the name itself is escaped too, so that two names stay two.
 void XmlWriter::WriteName(const char* name) {
-  const char* rest = name + WritePlainRun(name, Place::kText);
-  while (*rest != '\0') {
+  if (asciiCompatible_ && (complete_ || std::strstr(name, "_x") == nullptr))
+    name += WritePlainRun(name, Place::kText);
+  while (*name != '\0') {
+    const bool escape = !complete_ && LooksEscaped(name);
     bool allowed = true;
-    const char32_t codePoint = NextCharacter(rest, allowed);
-    if (!encoding_.AppendCodePoint(codePoint, buffer_)) {
+    const char32_t codePoint = NextCharacter(name, allowed);
+    if (escape || !Append(codePoint, buffer_)) {
       WriteMarkup("_x" + HexText(codePoint) + "_");
       ++replaced_;
     }
-    rest += WritePlainRun(rest, Place::kText);
   }
 }
 
@@ -172,7 +193,7 @@ void XmlWriter::WriteInstruction(const char* target, std::string_view data) {
     }
     bool malformed = false;
     const char32_t codePoint = NextCodePoint(data, position, malformed);
-    if (!IsAllowed(codePoint, malformed) || !encoding_.AppendCodePoint(codePoint, buffer_)) {
+    if (!IsAllowed(codePoint, malformed) || !Append(codePoint, buffer_)) {
       WriteMarkup("?");
       ++replaced_;
     }
@@ -191,7 +212,7 @@ void XmlWriter::WriteEscaped(const char* text, Place place) {
       WriteMarkup(reference);
     } else if (!allowed) {
       WriteReplacement();
-    } else if (!kept || !encoding_.AppendCodePoint(codePoint, buffer_)) {
+    } else if (!kept || !Append(codePoint, buffer_)) {
       WriteReference(codePoint);
     }
     rest += WritePlainRun(rest, place);
@@ -214,7 +235,7 @@ void XmlWriter::WriteCData(const char* text) {
     bool allowed = true;
     const char32_t codePoint = NextCharacter(rest, allowed);
     std::string bytes;
-    if (allowed && (codePoint == U'\r' || !encoding_.AppendCodePoint(codePoint, bytes))) {
+    if (allowed && (codePoint == U'\r' || !Append(codePoint, bytes))) {
       setOpen(false);
       WriteReference(codePoint);
       continue;
@@ -238,11 +259,15 @@ std::size_t XmlWriter::WritePlainRun(const char* text, Place place) {
   if (!asciiCompatible_) return 0;
   const auto bit = static_cast<unsigned char>(place);
   const char* end = text;
-  while ((kPlain[static_cast<unsigned char>(*end)] & bit) != 0)
+  while ((plain_[static_cast<unsigned char>(*end)] & bit) != 0)
     ++end;
   const auto length = static_cast<std::size_t>(end - text);
   buffer_.append(text, length);
   return length;
+}
+
+bool XmlWriter::Append(char32_t codePoint, std::string& bytes) const {
+  return !encoding_.IsAmbiguous(codePoint) && encoding_.AppendCodePoint(codePoint, bytes);
 }
 
 void XmlWriter::WriteReference(char32_t codePoint) {

@@ -1,5 +1,5 @@
-#include "structure/xml_document.h"
-#include "structure/xml_tree.h"
+#include "structure/xml/xml_document.h"
+#include "structure/xml/xml_tree.h"
 
 namespace tessel {
 

@@ -1,9 +1,9 @@
-#include "structure/xml.h"
+#include "structure/xml/xml.h"
 
 #include <algorithm>
 
 #include "messages/guard.h"
-#include "structure/repaired_element.h"
+#include "structure/xml/repaired_element.h"
 
 namespace tessel::XML {
 namespace {

@@ -1,6 +1,7 @@
 // Writes a document tree as bytes of an encoding.
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -41,6 +42,8 @@ class XmlWriter {
   void WriteCData(const char* text);
   // Number of characters written; 0 when the next one needs a closer look or is the end.
   std::size_t WritePlainRun(const char* text, Place place);
+  // Appends a character that every reader of the encoding gets back; false, nothing appended, for another.
+  bool Append(char32_t codePoint, std::string& bytes) const;
   void WriteReference(char32_t codePoint);
   // U+FFFD, or "?" when the encoding lacks it.
   void WriteReplacement();
@@ -48,6 +51,8 @@ class XmlWriter {
   const TextEncoding& encoding_;
   const FileSystem::ByteSink& sink_;
   const bool asciiCompatible_;
+  const bool complete_;                   // the encoding has all characters, so that names need no escapes
+  std::array<unsigned char, 256> plain_;  // ASCII characters written as they are, one bit a place
   std::string buffer_;
   int replaced_ = 0;
 };

@@ -1,5 +1,5 @@
 // The writer, the names and the index of the document.
-#include "structure/xml_document.h"
+#include "structure/xml/xml_document.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 #include <random>
 
 #include "host/error.h"
-#include "structure/xml.h"
-#include "structure/xml_names.h"
+#include "structure/xml/xml.h"
+#include "structure/xml/xml_names.h"
 #include "support/machine.h"
 
 namespace tessel {
@@ -92,6 +92,9 @@ TEST_F(XmlDocumentTest, WritesEveryCharacterInEveryEncoding) {
       // Allowed, however odd: DEL, C1 controls, other noncharacters, the replacement character itself.
       {"UTF-8", "\x7F\u0085\uFDD0\U0001FFFE", "\x7F\u0085\uFDD0\U0001FFFE",
        "<![CDATA[\x7F\u0085\uFDD0\U0001FFFE]]>"},
+      // What some reader takes for something else.
+      {"Shift_JIS", "\\\u00A5~\u203Ea", "&#92;&#165;&#126;&#8254;a",
+       "<![CDATA[]]>&#92;&#165;&#126;&#8254;<![CDATA[a]]>"},
       {"iso-8859-1", "\uFFFD", "&#65533;", "<![CDATA[]]>&#65533;<![CDATA[]]>"},
   };
   for (const Case& row : cases) {
@@ -121,10 +124,11 @@ TEST_F(XmlDocumentTest, NamesThatTheEncodingLacksStayReadable) {
   XmlDocument document;
   XML::InstructGerman(document, "Stra\u00DFe", "iso-8859-1");
   document.SetAttribute(document.ElementsByTagName("Stra\u00DFe").front(), "\u03B1", "1");
+  document.SetAttribute(document.ElementsByTagName("Stra\u00DFe").front(), "_x3b1_", "2");
   EXPECT_EQ(Saved(document),
             "<?xml version=\"1.0\" encoding=\"iso-8859-1\"?><Stra\xDF"
-            "e _x3b1_=\"1\"/>");
-  EXPECT_EQ(replaced, 1);
+            "e _x3b1_=\"1\" _x5f_x3b1_=\"2\"/>");
+  EXPECT_EQ(replaced, 2);
 }
 
 // Each of them would make a file that no reader accepts.

@@ -1,8 +1,8 @@
 // The modules XML and DX_XML.
 #include <gtest/gtest.h>
 
-#include "structure/dx_xml.h"
-#include "structure/xml.h"
+#include "structure/xml/dx_xml.h"
+#include "structure/xml/xml.h"
 #include "support/machine.h"
 #include "support/recording_trace.h"
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "structure/xml_document.h"
+#include "structure/xml/xml_document.h"
 
 namespace tessel::DX_XML {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "structure/xml_document.h"
+#include "structure/xml/xml_document.h"
 
 namespace tessel {
 

@@ -9,7 +9,7 @@
 #include "messages/trace.h"
 #include "platform/file_system.h"
 #include "platform/text_encoding.h"
-#include "structure/xml_document.h"
+#include "structure/xml/xml_document.h"
 
 namespace tessel::XML {
 

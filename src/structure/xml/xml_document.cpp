@@ -1,15 +1,15 @@
-#include "structure/xml_document.h"
+#include "structure/xml/xml_document.h"
 
 #include <algorithm>
 #include <array>
 #include <pugixml.hpp>
 
 #include "host/error.h"
-#include "structure/identity_index.h"
-#include "structure/xml_encoding.h"
-#include "structure/xml_names.h"
-#include "structure/xml_tree.h"
-#include "structure/xml_writer.h"
+#include "structure/xml/identity_index.h"
+#include "structure/xml/xml_encoding.h"
+#include "structure/xml/xml_names.h"
+#include "structure/xml/xml_tree.h"
+#include "structure/xml/xml_writer.h"
 
 namespace tessel {
 
@@ -29,7 +29,7 @@ void CheckName(std::string_view name) {
   if (name.empty()) Refuse("an XML name may not be empty");
   const std::string_view offence = FindNameOffence(name);
   if (offence.empty()) return;
-  // Callers that repair names read the one character after the arrow.
+  // Where the arrow points is part of the message that traces show.
   Refuse("an XML name may not contain the character -->" + std::string(offence) + "<-- here");
 }
 
