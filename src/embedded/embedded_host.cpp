@@ -1,13 +1,27 @@
 #include "embedded/embedded_host.h"
 
-#include "embedded/engine.h"
-#include "embedded/host_core.h"
-#include "embedded/model_file.h"
-#include "embedded/schema.h"
+#include "embedded/client/object_store.h"
+#include "embedded/client/services.h"
+#include "embedded/session/client_work.h"
+#include "embedded/session/engine.h"
+#include "embedded/session/host_core.h"
+#include "embedded/store/new_database.h"
+#include "embedded/store/schema.h"
 #include "host/error.h"
 
 namespace tessel::embedded {
 namespace {
+
+class Client final : public ClientWork {
+ public:
+  [[nodiscard]] PcObjectStorePtr NewObjectStore(EmbeddedSessionPtr session) const override {
+    return embedded::NewObjectStore(std::move(session));
+  }
+  [[nodiscard]] std::shared_ptr<PcService> NewService(EmbeddedSessionPtr session,
+                                                      std::string_view progId) const override {
+    return embedded::NewService(std::move(session), progId);
+  }
+};
 
 class Application final : public PcApplication {
  public:
@@ -44,7 +58,8 @@ EmbeddedHost::EmbeddedHost(const std::string& modelText, const std::string& mode
   core_->options = std::move(options);
   core_->databasePath = kInMemory;
   core_->vaultPath = core_->options.vaultPath;
-  core_->memory = std::make_shared<Database>(kInMemory);
+  core_->memory = std::make_shared<Database>(
+      kInMemory, DatabaseOptions{core_->options.busyTimeout, core_->options.statementWatch});
   core_->catalog =
       FillDatabase(*core_->memory, {modelText, "model", modelDirectory}, core_->Files(), core_->vaultPath);
   Start();
@@ -53,6 +68,7 @@ EmbeddedHost::EmbeddedHost(const std::string& modelText, const std::string& mode
 EmbeddedHost::~EmbeddedHost() = default;
 
 void EmbeddedHost::Start() {
+  core_->client = std::make_shared<Client>();
   engine_ = CreateEngine();
   application_ = std::make_shared<Application>(core_, engine_);
 }
@@ -73,6 +89,10 @@ PcSessionPtr EmbeddedHost::OpenSession(const std::string& loginName, const std::
 
 void EmbeddedHost::SetLfcStage2(LifeCycleHook hook) {
   core_->options.lfcStage2 = std::move(hook);
+}
+
+void EmbeddedHost::SetCopyWatch(CopyWatch watch) {
+  core_->options.copyWatch = std::move(watch);
 }
 
 void EmbeddedHost::FailNext(const PlannedFailure& failure) {

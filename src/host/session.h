@@ -9,6 +9,7 @@
 #include "host/metadata.h"
 #include "host/object.h"
 #include "host/object_store.h"
+#include "host/unit_of_work.h"
 #include "host/value.h"
 
 namespace tessel {
@@ -80,6 +81,23 @@ class PcSession : public std::enable_shared_from_this<PcSession> {
   // Nothing for a session that no engine manages.
   [[nodiscard]] virtual std::shared_ptr<PcEngine> Engine() const = 0;
   virtual void Close() = 0;
+
+  // Begins a unit of work; units do not nest. A mark that is not empty is kept with the work, so that
+  // somebody else can tell later whether it was committed. Nothing for a host without units of work, whose
+  // writes stand one by one. Errors: HostError, as when another session does not let go of the database.
+  [[nodiscard]] virtual PcUnitOfWorkPtr BeginUnitOfWork(const std::string& /*mark*/) { return nullptr; }
+  // Whether a unit of work of that mark was committed, by any session. False for a host without units.
+  [[nodiscard]] virtual bool WasCommitted(const std::string& /*mark*/) { return false; }
+  // Nobody will ask for that mark again.
+  virtual void ForgetMark(const std::string& /*mark*/) {}
+
+  // While it lives, all that the session reads is of one moment, and many small reads cost little. A write of
+  // the session's own ends the moment; what is read behind it is of another one. Readings may nest, and stand
+  // around a unit of work. Nothing for a host without them.
+  [[nodiscard]] virtual PcReadingPtr BeginReading() { return nullptr; }
+
+  // What the host says about the code of a refused write, for people; empty when it says nothing.
+  [[nodiscard]] virtual std::string ErrorText(int /*code*/) const { return {}; }
 };
 using PcSessionPtr = std::shared_ptr<PcSession>;
 

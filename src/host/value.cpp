@@ -5,18 +5,11 @@
 #include <cmath>
 #include <limits>
 
+#include "host/ascii.h"
 #include "host/error.h"
 
 namespace tessel {
 namespace {
-
-constexpr std::string_view kBlanks = " \t";
-
-std::string_view Trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
 
 [[noreturn]] void ThrowMismatch(std::string_view text) {
   throw RuntimeError(error_number::kTypeMismatch, "Type mismatch: \"" + std::string(text) + "\"");
@@ -24,13 +17,6 @@ std::string_view Trimmed(std::string_view text) {
 
 [[noreturn]] void ThrowNull() {
   throw RuntimeError(error_number::kInvalidUseOfNull, "Invalid use of Null");
-}
-
-bool EqualsIgnoringCase(std::string_view text, std::string_view lowerCase) {
-  return text.size() == lowerCase.size() &&
-         std::equal(text.begin(), text.end(), lowerCase.begin(), [](char a, char b) {
-           return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
-         });
 }
 
 double RoundHalfToEven(double value) {

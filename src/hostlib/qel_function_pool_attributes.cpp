@@ -1,6 +1,7 @@
 // Attribute values: lookups, references, display texts, mandatory attributes.
 #include <string_view>
 
+#include "host/ascii.h"
 #include "host/error.h"
 #include "hostlib/qel_function_pool.h"
 
@@ -23,15 +24,9 @@ bool IsTime(AttributeType type) {
          type == AttributeType::kTimeStamp || type == AttributeType::kDuration;
 }
 
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 bool HasValue(const PcObject& object, const PcAttribute& attribute) {
   const std::string text = object.GetText(attribute.Name());
-  const std::string_view trimmed = Trimmed(text);
+  const std::string_view trimmed = Trimmed(text, " ");
   return !trimmed.empty() && !(IsTime(attribute.Type()) && trimmed == kEmptyTime);
 }
 
@@ -111,7 +106,7 @@ std::string QelFunctionPool::AttributeValue(const PcObject& object, const std::s
   std::string text = object.GetText(attribute);
   const PcAttributePtr definition = Required(object.Class(), "class of the object")->FindAttribute(attribute);
   if (!definition) return text;
-  if (IsTime(definition->Type()) && Trimmed(text) == kEmptyTime) return {};
+  if (IsTime(definition->Type()) && Trimmed(text, " ") == kEmptyTime) return {};
   if (definition->TargetClassId() == 0) return text;
   const PcObjectPtr target = ReferencedObject(object, attribute, 0);
   if (!target) return {};
@@ -123,7 +118,7 @@ bool QelFunctionPool::MandatoryAttributeHasValue(const PcAttribute& attribute, c
   if (!HasValue(object, attribute)) return false;
   // A type without a file says nothing.
   return attribute.Name() != kFileType || !object.HasAttribute(kFileName) ||
-         !Trimmed(object.GetText(kFileName)).empty();
+         !Trimmed(object.GetText(kFileName), " ").empty();
 }
 
 bool QelFunctionPool::MandatoryAttributesHaveValues(const PcObject& object, const PcClass& classData,

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 
+#include "host/column_shape.h"
 #include "host/error.h"
 #include "host/services.h"
 #include "hostlib/qel_function_pool.h"
@@ -100,7 +101,7 @@ bool RunSilently(PcSession& session, HostRuntime& runtime, const PcObjectListPtr
   for (int i = 0; i < objects->Count(); ++i) {
     const PcObjectPtr object = objects->Item(i);
     const PcRecordListPtr parameters = Required(runtime.CreateRecordList(), "record list");
-    parameters->AddColumn("COMMENT", 255, static_cast<int>(ColumnType::kText));
+    AddColumn(*parameters, "COMMENT", column_shape::kText);
     parameters->SetValue("COMMENT", 0, comment);
     util->RunOperation(*object, *OperationOf(*object, operation), true, nullptr, parameters);
   }

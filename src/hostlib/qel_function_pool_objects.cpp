@@ -1,6 +1,6 @@
 // New objects, links and the display of what changed.
 #include "host/error.h"
-#include "host/services.h"
+#include "hostlib/active_window.h"
 #include "hostlib/qel_function_pool.h"
 
 namespace tessel {
@@ -37,11 +37,6 @@ PcBehaviorPtr LinkBehavior(const PcObject& object, int number) {
   PcBehaviorPtr behavior = Required(SessionOf(object)->NewBehavior(), "behaviour");
   behavior->Set(1, number);
   return behavior;
-}
-
-void RefreshIn(PcSession& session, const ObjectKey& key, int mode) {
-  const auto window = CreateService<PcGUIServices>(session)->ActiveWindow();
-  if (window) window->RefreshObject(key, mode);
 }
 
 void RefreshAfterLink(const QelFunctionPool& pool, const PcObject& link, const PcObject& object,
@@ -115,19 +110,19 @@ PcObjectPtr QelFunctionPool::LinkObjectToObject(PcObject& object, PcObject& othe
 }
 
 void QelFunctionPool::RefreshActivePelicoreWindow(const PcObject& object, int mode) const {
-  RefreshIn(*SessionOf(object), object.Key(), mode);
+  RefreshActiveWindow(*SessionOf(object), object.Key(), mode);
 }
 
 void QelFunctionPool::RefreshAllPelicoreWindows(const PcObject& object, int mode) const {
   const PcSessionPtr session = SessionOf(object);
   const PcEnginePtr engine = session->Engine();
   if (!engine) {
-    RefreshIn(*session, object.Key(), mode);
+    RefreshActiveWindow(*session, object.Key(), mode);
     return;
   }
   const int count = engine->SessionCount();
   for (int i = 0; i < count; ++i)
-    RefreshIn(*engine->Session(i), object.Key(), mode);
+    RefreshActiveWindow(*engine->Session(i), object.Key(), mode);
 }
 
 }  // namespace tessel

@@ -112,6 +112,31 @@ TEST(CopyTest, RefusalsComeBeforeTheFirstFile) {
   }
 }
 
+TEST(CopyTest, AWatchMayCancelInTheMiddleOfAFile) {
+  CopyWorld world(Document("Assembly", 1, "a.stp") + "," + Document("Part", 3, "b.stp"),
+                  Link("Structure", 1, 3));
+  std::vector<embedded::CopyStep> steps;
+  bool cancels = false;
+  world.host.SetCopyWatch([&](const embedded::CopyStep& step) {
+    steps.push_back(step);
+    return !cancels || steps.size() < 3;
+  });
+  world.Copy(kAssembly, 1);
+  ASSERT_GE(steps.size(), 1U);
+  EXPECT_EQ(steps[0].files, 2U);
+
+  std::filesystem::resize_file(world.folder.Path("vault/b.stp"), 20'000'000);
+  std::filesystem::remove(world.folder.Path("out/b.stp"));
+  steps.clear();
+  cancels = true;
+  EXPECT_NE(world.CopyError(kAssembly, 1).find("cancelled"), std::string::npos);
+  EXPECT_EQ(steps.size(), 3U);
+  EXPECT_EQ(steps.back().fileName, "b.stp");
+  EXPECT_LT(steps.back().bytesDone, steps.back().bytes);
+  EXPECT_EQ(world.Copied(), Names{"a.stp"});
+  EXPECT_EQ(world.recorded.calls, 1);
+}
+
 TEST(CopyTest, AMissingDirectoryKeepsTheFileSystemsNumber) {
   CopyWorld world(Document("Part", 3, "b.stp"), "");
   std::filesystem::remove(world.folder.Path("out"));

@@ -1,11 +1,12 @@
-#include "embedded/database.h"
+#include "embedded/store/database.h"
 
 #include <gtest/gtest.h>
 
 #include <thread>
 
+#include "embedded/client/single_select.h"
 #include "embedded/small_world.h"
-#include "embedded/sql_text.h"
+#include "embedded/store/transaction.h"
 
 namespace tessel::test {
 namespace {
@@ -62,7 +63,7 @@ TEST(DatabaseTest, KeepsTheCodesOfRefusalsAndGoesOn) {
 TEST(DatabaseTest, AnUncommittedTransactionLeavesNothingAndABusyDatabaseAnswersWithItsCode) {
   TemporaryFolder folder;
   Database first(folder.Path("x.db"));
-  Database second(folder.Path("x.db"), std::chrono::milliseconds(1));
+  Database second(folder.Path("x.db"), {std::chrono::milliseconds(1), {}});
   first.ExecuteOnce("CREATE TABLE T (A BIGINT)");
   {
     WriteTransaction transaction(first);
@@ -76,7 +77,7 @@ TEST(DatabaseTest, AnUncommittedTransactionLeavesNothingAndABusyDatabaseAnswersW
 
 TEST(DatabaseTest, SettlesInOneFileOrSaysThatItCannot) {
   TemporaryFolder folder;
-  Database database(folder.Path("x.db"), std::chrono::milliseconds(1));
+  Database database(folder.Path("x.db"), {std::chrono::milliseconds(1), {}});
   database.ExecuteOnce("CREATE TABLE T (A BIGINT)");
   {
     Database reader(folder.Path("x.db"));

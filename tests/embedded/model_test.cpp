@@ -3,6 +3,7 @@
 #include <sstream>
 
 #include "embedded/small_world.h"
+#include "embedded/store/describe.h"
 
 namespace tessel::test {
 namespace {
@@ -147,7 +148,7 @@ TEST_F(ModelTest, WhatWasWrittenIsReadBack) {
     EXPECT_EQ(metaData->DatabaseMechanism("Admin"), nullptr);
   }
   std::ostringstream text;
-  embedded::DescribeDatabase(files, folder.Path("x.db"), text);
+  embedded::PrintDescription(embedded::DescribeDatabase(files, folder.Path("x.db")), text);
   EXPECT_NE(text.str().find("Class 1202 Part (PART): 1\n  1202_102  Ä-1  a.stp\n"), std::string::npos)
       << text.str();
   EXPECT_NE(text.str().find("  anna  10_100  role Designer  role Unlock\n"), std::string::npos);

@@ -79,5 +79,14 @@ TEST_F(QueryTest, FreeSqlComparesIdsAsQuotedText) {
   EXPECT_NE(ErrorOf([&] { return world.Rows("select * from NO_TABLE"); }), "");
 }
 
+TEST_F(QueryTest, AFreeQueryReadsTheTablesOfClassesAlone) {
+  for (const std::string from :
+       {"'tessel_user'", "'sqlite_master'", "'pragma_table_list'", "dbstat", "pragma_table_list",
+        "PART where exists (select 1 from 'TESSEL_SETTING')", "PART, 'tessel_number'", "json_each('[1]')"}) {
+    EXPECT_NE(ErrorNumberOf([&] { return world.Rows("select * from " + from); }), 0) << from;
+  }
+  EXPECT_EQ(world.Rows("select count(*), (select count(*) from 'message_store') from 'part'"), "3|0");
+}
+
 }  // namespace
 }  // namespace tessel::test

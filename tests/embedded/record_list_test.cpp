@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "embedded/memory_record_list.h"
 #include "embedded/small_world.h"
+#include "embedded/store/memory_record_list.h"
 
 namespace tessel::test {
 namespace {

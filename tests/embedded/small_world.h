@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "embedded/model_file.h"
+#include "embedded/store/new_database.h"
 #include "host/services.h"
 #include "support/expect_error.h"
 #include "support/hosted_machine.h"

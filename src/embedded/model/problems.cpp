@@ -1,0 +1,26 @@
+#include "embedded/model/problems.h"
+
+#include "host/error.h"
+
+namespace tessel::embedded {
+namespace {
+
+constexpr std::size_t kMostLines = 100;
+
+}  // namespace
+
+void Problems::Add(const std::string& where, const std::string& text) {
+  if (++count_ > kMostLines) return;
+  lines_.push_back(source_ + ": " + (where.empty() ? "" : where + ": ") + text);
+}
+
+void Problems::ThrowIfFound() const {
+  if (count_ == 0) return;
+  std::string text;
+  for (const std::string& line : lines_)
+    text += (text.empty() ? "" : "\n") + line;
+  if (count_ > kMostLines) text += "\n... and " + std::to_string(count_ - kMostLines) + " more";
+  throw HostError(text);
+}
+
+}  // namespace tessel::embedded

@@ -1,0 +1,147 @@
+#include "embedded/store/prepared_statement.h"
+
+#include <cstdint>
+#include <limits>
+#include <string_view>
+
+#include "host/ascii.h"
+
+namespace tessel::embedded {
+namespace {
+
+using sqlite_api::sqlite3_stmt;
+
+[[noreturn]] void ThrowLastError(sqlite_api::sqlite3* database) {
+  throw soci::soci_error(sqlite_api::sqlite3_errmsg(database));
+}
+
+// `text` holds the value's text as long as it is bound.
+int Bind(sqlite3_stmt* statement, int position, const Value& value, std::string& text) {
+  if (value.IsNull()) return sqlite_api::sqlite3_bind_null(statement, position);
+  if (value.IsText()) {
+    text = value.AsText();
+    return sqlite_api::sqlite3_bind_text64(statement, position, text.data(), text.size(), nullptr,
+                                           SQLITE_UTF8);
+  }
+  if (value.IsDouble()) return sqlite_api::sqlite3_bind_double(statement, position, value.AsDouble());
+  return sqlite_api::sqlite3_bind_int(statement, position, value.AsInt32());
+}
+
+CellType TypeOf(int cellType) {
+  if (cellType == SQLITE_INTEGER) return CellType::kInteger;
+  return cellType == SQLITE_FLOAT ? CellType::kDouble : CellType::kText;
+}
+
+CellType DeclaredType(const std::string& upperCaseName) {
+  const auto has = [&](const char* part) { return upperCaseName.find(part) != std::string::npos; };
+  if (has("INT") || has("BOOL")) return CellType::kInteger;
+  const bool real = has("REAL") || has("FLOA") || has("DOUB") || has("NUMERIC") || has("DECIMAL");
+  return real ? CellType::kDouble : CellType::kText;
+}
+
+Value IntegerValue(long long value) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  if (value < Limits::min() || value > Limits::max()) return Value(static_cast<double>(value));
+  return Value(static_cast<std::int32_t>(value));
+}
+
+}  // namespace
+
+// One run of the statement, which leaves it ready for the next one, and no values behind.
+class PreparedStatement::Execution {
+ public:
+  Execution(PreparedStatement& statement, const std::vector<Value>& values)
+      : database_(statement.database_), statement_(statement.statement_.get()) {
+    std::vector<std::string>& texts = statement.texts_;
+    if (texts.size() != values.size()) throw soci::soci_error("The statement takes another number of values");
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+      if (Bind(statement_, static_cast<int>(i) + 1, values[i], texts[i]) != SQLITE_OK)
+        ThrowLastError(database_);
+    }
+  }
+  ~Execution() {
+    sqlite_api::sqlite3_reset(statement_);
+    sqlite_api::sqlite3_clear_bindings(statement_);
+  }
+  Execution(const Execution&) = delete;
+  Execution& operator=(const Execution&) = delete;
+
+  // Whether there is another row.
+  bool Step() {
+    const int code = sqlite_api::sqlite3_step(statement_);
+    if (code != SQLITE_ROW && code != SQLITE_DONE) ThrowLastError(database_);
+    return code == SQLITE_ROW;
+  }
+
+ private:
+  sqlite_api::sqlite3* database_;
+  sqlite3_stmt* statement_;
+};
+
+PreparedStatement::PreparedStatement(soci::session& session, const std::string& sql)
+    : database_(Handle(session)) {
+  sqlite3_stmt* prepared = nullptr;
+  const int code =
+      sqlite_api::sqlite3_prepare_v2(database_, sql.data(), static_cast<int>(sql.size()), &prepared, nullptr);
+  statement_.reset(prepared);
+  if (code != SQLITE_OK) ThrowLastError(database_);
+  if (!prepared) throw soci::soci_error("The statement is empty");
+  texts_.resize(static_cast<std::size_t>(sqlite_api::sqlite3_bind_parameter_count(prepared)));
+}
+
+Value PreparedStatement::Cell(int column) const {
+  sqlite3_stmt* statement = statement_.get();
+  switch (sqlite_api::sqlite3_column_type(statement, column)) {
+    case SQLITE_NULL:
+      return {};
+    case SQLITE_INTEGER:
+      return IntegerValue(sqlite_api::sqlite3_column_int64(statement, column));
+    case SQLITE_FLOAT:
+      return Value(sqlite_api::sqlite3_column_double(statement, column));
+    default: {
+      const auto* text = static_cast<const char*>(sqlite_api::sqlite3_column_blob(statement, column));
+      const auto size = static_cast<std::size_t>(sqlite_api::sqlite3_column_bytes(statement, column));
+      return text ? Value(std::string_view(text, size)) : Value(std::string_view());
+    }
+  }
+}
+
+// A column that is computed has the type of its value in the first row.
+std::shared_ptr<const std::vector<ResultColumn>> PreparedStatement::Columns(bool hasRow) const {
+  auto columns = std::make_shared<std::vector<ResultColumn>>();
+  sqlite3_stmt* statement = statement_.get();
+  const int count = sqlite_api::sqlite3_column_count(statement);
+  for (int i = 0; i < count; ++i) {
+    const char* name = sqlite_api::sqlite3_column_name(statement, i);
+    const char* declared = sqlite_api::sqlite3_column_decltype(statement, i);
+    const int cellType = hasRow ? sqlite_api::sqlite3_column_type(statement, i) : SQLITE_NULL;
+    columns->push_back(
+        {UpperCase(name ? name : ""), declared ? DeclaredType(UpperCase(declared)) : TypeOf(cellType)});
+  }
+  return columns;
+}
+
+QueryResult PreparedStatement::Rows(const std::vector<Value>& values) {
+  QueryResult result;
+  Execution execution(*this, values);
+  bool hasRow = execution.Step();
+  if (!columns_) columns_ = Columns(hasRow);
+  result.columns = columns_;
+  const int count = static_cast<int>(columns_->size());
+  for (; hasRow; hasRow = execution.Step()) {
+    std::vector<Value>& cells = result.rows.emplace_back();
+    cells.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+      cells.push_back(Cell(i));
+  }
+  return result;
+}
+
+long long PreparedStatement::Run(const std::vector<Value>& values) {
+  Execution execution(*this, values);
+  while (execution.Step()) {
+  }
+  return sqlite_api::sqlite3_changes(database_);
+}
+
+}  // namespace tessel::embedded
