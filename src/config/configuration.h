@@ -9,6 +9,9 @@
 
 namespace tessel {
 
+// Written into a recipient's directory beside the structure file and the data file.
+inline constexpr const char* kNeutralFormatsFile = "NeutralFormats.xml";
+
 // Values under the names that the modules use. A fresh one holds nothing; ReadConfiguration fills it.
 struct Configuration {
   std::string DisplayAttribute1;

@@ -3,6 +3,7 @@
 #include "config/supported_classes.h"
 #include "host/error.h"
 #include "messages/guard.h"
+#include "platform/paths.h"
 
 namespace tessel {
 namespace {
@@ -15,6 +16,14 @@ void TraceQuietly(Trace& trace, const std::string& text) {
   IgnoringErrors([&] { trace.Write(text); });
 }
 
+// Numbers and truth values are taken without trimming, like all values.
+void CheckUntrimmed(const std::string& text) {
+  const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+  if (!text.empty() && (isBlank(text.front()) || isBlank(text.back()))) {
+    throw RuntimeError(error_number::kTypeMismatch, "Type mismatch: \"" + text + "\"");
+  }
+}
+
 // Stores the text of one key, converted by the type of its member, and gives it back as the trace shows it.
 struct StoreText {
   Configuration& configuration;
@@ -22,9 +31,11 @@ struct StoreText {
 
   std::string operator()(std::string Configuration::*member) const { return configuration.*member = text; }
   std::string operator()(bool Configuration::*member) const {
+    CheckUntrimmed(text);
     return BooleanText(configuration.*member = ParseBoolean(text));
   }
   std::string operator()(std::int16_t Configuration::*member) const {
+    CheckUntrimmed(text);
     return std::to_string(configuration.*member = ParseInt16(text));
   }
 };
@@ -50,6 +61,22 @@ void ReadValues(ConfigurationReader& reader, StartupValues& startup, Configurati
   }
 }
 
+// One of the files would replace the other, here or on the recipient's machine.
+void CheckOwnFileNames(const Configuration& configuration) {
+  const std::pair<const char*, std::string> names[] = {
+      {"StructurFileName", configuration.StructureFileName},
+      {"DataFileName", configuration.DataFileName},
+      {"the neutral formats", kNeutralFormatsFile},
+  };
+  for (const auto& [key, name] : names) {
+    for (const auto& [otherKey, otherName] : names) {
+      if (key == otherKey || !paths::IsSameFileName(name, otherName)) continue;
+      throw RuntimeError(error_number::kInvalidCall, std::string("[ini_xml] ") + key + " and " + otherKey +
+                                                         " have the same file name: " + name);
+    }
+  }
+}
+
 }  // namespace
 
 Deklarationen::Deklarationen(Trace& trace, Toolkit& toolkit, std::string programDirectory,
@@ -57,7 +84,9 @@ Deklarationen::Deklarationen(Trace& trace, Toolkit& toolkit, std::string program
     : trace_(trace),
       toolkit_(toolkit),
       programDirectory_(std::move(programDirectory)),
-      makeReader_(std::move(makeReader)) {}
+      makeReader_(std::move(makeReader)) {
+  configuration.LanguageFilePath = programDirectory_;  // until the settings name a folder, or none
+}
 
 bool Deklarationen::SetSessionGlobal(const PcSessionPtr& session) {
   TraceQuietly(trace_, "Set PcSession as global variable");
@@ -68,10 +97,11 @@ bool Deklarationen::SetSessionGlobal(const PcSessionPtr& session) {
 
 bool Deklarationen::SetDefaultBehavior() {
   TraceQuietly(trace_, "set default Behavior for Pelicore operations");
-  bool done = IgnoringErrors(
-      [&] { startup.DefaultBehavior = Required(startup.session.get(), "stored session")->NewBehavior(); });
+  bool done = PassingOver(trace_.problems, "Making the default behaviour", [&] {
+    startup.DefaultBehavior = Required(startup.session.get(), "stored session")->NewBehavior();
+  });
   for (int number = 1; number <= static_cast<int>(std::size(kBehaviorSettings)); ++number) {
-    done &= IgnoringErrors([&] {
+    done &= PassingOver(trace_.problems, "Setting the default behaviour", [&] {
       Required(startup.DefaultBehavior.get(), "default behavior")->Set(number, kBehaviorSettings[number - 1]);
     });
   }
@@ -82,7 +112,7 @@ bool Deklarationen::SetDefaultBehavior() {
 
 bool Deklarationen::SetIconDirectory() {
   TraceQuietly(trace_, "Set Icon directory");
-  const bool done = IgnoringErrors([&] {
+  const bool done = PassingOver(trace_.problems, "Reading the icon directory", [&] {
     startup.IconDirectory =
         Required(startup.session.get(), "stored session")->ConfigurationValue(kIconDirectoryKey);
   });
@@ -99,6 +129,7 @@ bool Deklarationen::ReadConfiguration(const ErrorHandling& errors) {
     trace_.Write(pciniAdminTool ? "pciniAdminTool is not nothing" : "pciniAdminTool is nothing");
     ReadValues(*Required(pciniAdminTool.get(), "pciniAdminTool"), startup, configuration, programDirectory_,
                trace_);
+    CheckOwnFileNames(configuration);
     startup.TracePath = configuration.TracePath;
     return true;
   } catch (...) {
@@ -109,7 +140,7 @@ bool Deklarationen::ReadConfiguration(const ErrorHandling& errors) {
 }
 
 std::string Deklarationen::Folder() const {
-  return configuration.LanguageFilePath.empty() ? programDirectory_ : configuration.LanguageFilePath;
+  return configuration.LanguageFilePath;
 }
 
 std::string Deklarationen::Language() const {

@@ -11,6 +11,8 @@
 namespace tessel {
 namespace {
 
+constexpr const char* kReadLinked = "Reading the linked admin setting object";
+
 // Calls `use` with each line of a section until it returns false or the section ends.
 template <class Use>
 void ForSectionLines(const std::string& text, const std::string& section, Use use) {
@@ -78,25 +80,27 @@ PcObjectPtr PelicoreAdminTool::adm_GetLinkedAdmObj(const PcSessionPtr& session, 
   const auto trace = [this](const std::string& text) { IgnoringErrors([&] { trace_.Write(text); }); };
   trace("Get Admin ClassID");
   ClassId adminClass = 0;
-  IgnoringErrors([&] { adminClass = session->MetaData()->ClassIdByName(admin_setting::kClassName); });
+  PassingOver(trace_.problems, kReadLinked,
+              [&] { adminClass = session->MetaData()->ClassIdByName(admin_setting::kClassName); });
   trace("  AdmClassID= " + std::to_string(adminClass));
   if (!baseObject) {
-    IgnoringErrors([&] { baseObject = Required(session->CurrentUser(), "user")->UserObject(); });
+    PassingOver(trace_.problems, kReadLinked,
+                [&] { baseObject = Required(session->CurrentUser(), "user")->UserObject(); });
   }
   ClassId linkClass = 0;
-  IgnoringErrors([&] {
+  PassingOver(trace_.problems, kReadLinked, [&] {
     const auto base = Required(baseObject, "base object");
     linkClass = GetGenLinkCLassID_ByClass(*session, base->GetClassId(), adminClass);
   });
   trace("LinkClassID = " + std::to_string(linkClass));
   trace("run query to get linked admin objects");
   PcRecordListPtr linked;
-  IgnoringErrors([&] {
+  PassingOver(trace_.problems, kReadLinked, [&] {
     if (linkClass != 0) linked = GetLinkedObjs(baseObject, adminClass, linkClass);
   });
   trace("LinkedObjs.count = " + std::to_string(linked ? linked->RowCount() : 0));
   PcObjectPtr found = linked ? FindByName(*session, *linked, name) : nullptr;
-  IgnoringErrors([&] {
+  PassingOver(trace_.problems, kReadLinked, [&] {
     if (found) found->ReadData();
   });
   return found;
@@ -109,13 +113,14 @@ PcObjectPtr PelicoreAdminTool::FindByName(PcSession& session, const PcRecordList
   PcObjectPtr examined;
   for (int row = 0; row < linked.RowCount(); ++row) {
     PcObjectPtr object;
-    IgnoringErrors([&] { object = session.ObjectStore()->Object(linked.KeyOfRow(row)); });
+    PassingOver(trace_.problems, kReadLinked,
+                [&] { object = session.ObjectStore()->Object(linked.KeyOfRow(row)); });
     if (!object) continue;
     examined = object;
     trace("SingLinkedObj.ClassID = " + std::to_string(object->GetClassId()));
     trace("AdminAttribName = " + attribute);
     std::string value;
-    IgnoringErrors([&] { value = object->GetText(attribute); });
+    PassingOver(trace_.problems, kReadLinked, [&] { value = object->GetText(attribute); });
     trace("SingLinkedObj.Data.ValueAsString(AdminAttribName) = " + value);
     trace("InitValue = " + name);
     if (value == name) break;

@@ -49,7 +49,7 @@ std::string FillPlaceholders(std::string text, std::string_view value1, std::str
 
 std::string ErrorHandling::ReadCatalogueText(std::string_view code) const {
   std::string text = kNoMessage;
-  IgnoringErrors([&] {
+  PassingOver(problems_, "Reading the text " + std::string(code) + " of the catalogue", [&] {
     std::string language;
     IgnoringErrors([&] { language = location_.Language(); });
     const std::string folder = location_.Folder();

@@ -7,6 +7,7 @@
 namespace tessel {
 
 class FileSystem;
+class Problems;
 class TextEncoding;
 
 // Where the catalogue files lie and which language they are wanted in. The configuration implements it.
@@ -21,9 +22,12 @@ class CatalogueLocation {
 
 class ErrorHandling {
  public:
-  // All references outlive the object. `ansi` is the code page of the catalogue files.
-  ErrorHandling(const FileSystem& files, const TextEncoding& ansi, const CatalogueLocation& location)
-      : files_(files), ansi_(ansi), location_(location) {}
+  // All references outlive the object. `ansi` is the code page of the catalogue files. A catalogue that
+  // cannot be read is a problem of the run; its texts are missing like those of a catalogue that is not
+  // there.
+  ErrorHandling(const FileSystem& files, const TextEncoding& ansi, const CatalogueLocation& location,
+                Problems& problems)
+      : files_(files), ansi_(ansi), location_(location), problems_(problems) {}
 
   // The catalogue text of a code with its placeholders filled; "no Message found" when there is none.
   [[nodiscard]] std::string ErrorHandle(std::string_view code, std::string_view value1 = {},
@@ -43,6 +47,7 @@ class ErrorHandling {
   const FileSystem& files_;
   const TextEncoding& ansi_;
   const CatalogueLocation& location_;
+  Problems& problems_;
 };
 
 }  // namespace tessel

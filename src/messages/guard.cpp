@@ -11,9 +11,8 @@ namespace {
 // The classic number of an error that has none of its own.
 constexpr int kInternalError = 51;
 
-}  // namespace
-
-ErrorInfo CurrentError() {
+// May run out of memory itself.
+ErrorInfo DescribeCurrentError() {
   try {
     throw;
   } catch (const RuntimeError& error) {
@@ -27,11 +26,32 @@ ErrorInfo CurrentError() {
   }
 }
 
-void TraceError(Trace& trace, const std::string& text, const ErrorInfo& error) noexcept {
+}  // namespace
+
+// The text is short enough to need no memory.
+ErrorInfo CurrentError() {
   try {
+    return DescribeCurrentError();
+  } catch (...) {
+    return {error_number::kOutOfMemory, "Out of memory"};
+  }
+}
+
+void TraceError(Trace& trace, const std::string& text, const ErrorInfo& error, ProblemKind kind) noexcept {
+  try {
+    trace.problems.Add({text, {}, error.number, error.description, kind});
     trace.WriteError(text, error.number, error.description);
   } catch (...) {
     // A trace writer that fails takes nothing else down.
+  }
+}
+
+void KeepIgnored(Problems& problems, const std::string& step) noexcept {
+  try {
+    ErrorInfo error = CurrentError();
+    problems.Add({step, {}, error.number, std::move(error.description), ProblemKind::kIgnored});
+  } catch (...) {
+    problems.Add({});
   }
 }
 

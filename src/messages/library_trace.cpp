@@ -1,13 +1,12 @@
 #include "messages/library_trace.h"
 
 #include "messages/guard.h"
-#include "messages/trace_line.h"
 
 namespace tessel {
 namespace {
 
 std::string Line(const std::string& label, const Value& value) {
-  return OneLine(label + ": >>" + value.AsText() + "<<") + "\r\n";
+  return label + ": >>" + value.AsText() + "<<\r\n";
 }
 
 // "Ids(01)": at least two digits.
@@ -39,6 +38,12 @@ struct ValueLines {
 };
 
 }  // namespace
+
+bool LibraryTrace::IsOn() const noexcept {
+  bool exists = false;
+  IgnoringErrors([&] { exists = !traceFile_.empty() && files_.FileExists(traceFile_); });
+  return exists;
+}
 
 void LibraryTrace::WritePairs(std::span<const TracePair> pairs) const {
   IgnoringErrors([&] {

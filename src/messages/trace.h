@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "messages/problems.h"
+
 namespace tessel {
 
 // Directory and name of every call but the start-up call; they say nothing.
@@ -42,6 +44,9 @@ class Trace {
   void Flush() noexcept;
   // The writer itself, for the outside components that take it.
   [[nodiscard]] std::shared_ptr<TraceWriter> Writer();
+
+  // The problems of the run that this trace belongs to; the guards add to them.
+  Problems problems;
 
  private:
   Factory factory_;

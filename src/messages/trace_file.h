@@ -3,13 +3,15 @@
 // description]".
 //
 // Lines are collected and appended in blocks, since an export writes some thirty lines a document. The file
-// is brought up to date by the start-up call, by every error line, by Flush and by the end of the writer, so
-// that a crash loses at most the last block of lines without an error. When the file cannot be written, the
-// lines are dropped and nothing is tried again before the next start-up call.
+// is brought up to date by the start-up call, by every error line, by Flush (at the end of a hook and
+// whenever a page is shown) and by the end of the writer, so that a crash loses at most the last block of
+// lines without an error, since the last page was shown. When the file cannot be written, the lines are
+// dropped and nothing is tried again before the next start-up call.
 #pragma once
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "messages/trace.h"
 #include "platform/file_system.h"
@@ -37,6 +39,9 @@ class FileTraceWriter : public TraceWriter {
   void Flush() noexcept override;
 
  private:
+  // A piece of a line, which it cannot break.
+  void Append(std::string_view text);
+
   TraceFileSettings& settings_;
   FileSystem& files_;
   const TextEncoding& ansi_;
@@ -54,6 +59,10 @@ class TraceFile {
 
   [[nodiscard]] Trace::Factory Factory() {
     return [this] { return std::make_shared<FileTraceWriter>(settings_, files_, *ansi_); };
+  }
+  // The file that lines go to; empty while none does.
+  [[nodiscard]] std::string FileName() const {
+    return settings_.on && !settings_.failed ? settings_.file : std::string();
   }
 
  private:

@@ -38,14 +38,18 @@ std::string IconFile(const Services& services, const std::string& name) {
 }  // namespace
 
 void GetIcon(Services& services, const PcObject& object, ImageList& images) {
-  GuardedRun(services.trace, "Fehler beim Auslesen der Icons in function: (GetIcon/CommonXFunctions)", [&] {
-    const std::string key = "Class" + std::to_string(object.GetClassId());
-    if (images.Contains(key)) return;
-    const std::string name = Required(object.Class(), "class of the object")->IconFileName();
-    services.trace.Write("hole Icon zu Objekt(GetIcon/CommonXFunctions): " +
-                         std::to_string(object.GetObjectId()) + " " + std::to_string(object.GetClassId()));
-    images.Add(key, IconFile(services, name));
-  });
+  GuardedRun(
+      services.trace, "Fehler beim Auslesen der Icons in function: (GetIcon/CommonXFunctions)",
+      [&] {
+        const std::string key = "Class" + std::to_string(object.GetClassId());
+        if (images.Contains(key)) return;
+        const std::string name = Required(object.Class(), "class of the object")->IconFileName();
+        services.trace.Write(
+            "hole Icon zu Objekt(GetIcon/CommonXFunctions): " + std::to_string(object.GetObjectId()) + " " +
+            std::to_string(object.GetClassId()));
+        images.Add(key, IconFile(services, name));
+      },
+      ProblemKind::kAside);
 }
 
 void DumpRecordLists(Trace& trace, const PcRecordListPtr& first, const PcRecordListPtr& second,

@@ -17,7 +17,10 @@ namespace {
 constexpr const char* kExchangeMechanism = "VRKX_DX_SUPPLIER_EXCH_DOC";
 constexpr const char* kRequiredMechanisms[] = {"Supplier Exchange", "Admin"};
 
-bool IsAcceptedState(int state) {
+// A row without a state is refused alone, like one in a wrong state.
+bool IsAcceptedState(const Value& value) {
+  if (value.IsNull()) return false;
+  const std::int32_t state = value.AsInt32();
   return state == 1 || state == 3 || state == 4;
 }
 
@@ -36,19 +39,37 @@ class Collector {
   }
 
   void Collect() {
-    const PcRecordList& list = *Required(list_.get(), "first record list");
-    if (!list.HasColumn("OBJECT_ID")) return;
-    IndexPresentEntries();
-    hasState_ = list.HasColumn("STATE");
-    mechanism_ = metaData_->ClassMechanism(kExchangeMechanism);
-    const int rows = list.RowCount();
+    const int rows = Prepare();
+    if (rows < 0) return;
     for (int row = 0; row < rows; ++row)
       CollectRow(row);
     globalData_.Set(global_data::kCount, Value(std::to_string(count_)));
     trace_.Write("current amount of selected files: " + globalData_.Get(global_data::kCount).AsText());
   }
 
+  std::vector<CollectRefusal> Refusals() {
+    std::vector<CollectRefusal> refusals;
+    const int rows = Prepare();
+    for (int row = 0; row < rows; ++row) {
+      const ObjectKey key = list_->KeyOfRow(row);
+      const PcObjectPtr object = Required(store_->Object(key), "selected object");
+      object->ReadData();
+      refusals.push_back(Check(*object, key, row));
+    }
+    return refusals;
+  }
+
  private:
+  // The number of rows; -1 for a list that names no objects.
+  int Prepare() {
+    const PcRecordList& list = *Required(list_.get(), "first record list");
+    if (!list.HasColumn("OBJECT_ID")) return -1;
+    IndexPresentEntries();
+    hasState_ = list.HasColumn("STATE");
+    mechanism_ = metaData_->ClassMechanism(kExchangeMechanism);
+    return list.RowCount();
+  }
+
   // The values of the entries 0 to count, so that the duplicate check costs one look-up a row.
   void IndexPresentEntries() {
     for (std::int64_t number = 0; number <= count_; ++number) {
@@ -64,39 +85,48 @@ class Collector {
     object->ReadData();
     trace_.Write("...object no.: " + std::to_string(row + 1) + " . ClassID: " +
                  std::to_string(object->GetClassId()) + " ; ObjID: " + std::to_string(object->GetObjectId()));
-    const std::string refusal = Refusal(*object, key, row);
-    if (refusal.empty()) {
+    const CollectRefusal refusal = Check(*object, key, row);
+    if (refusal == CollectRefusal::kNone) {
       Accept(*object);
     } else {
-      services_.toolkit.ShowMessage({refusal, "Kestrix info", MessageIcon::kInformation});
+      services_.toolkit.ShowMessage(
+          {MessageOf(refusal, Description(*object)), "Kestrix info", MessageIcon::kInformation});
     }
   }
 
-  // Message of the first check that fails; empty when all pass.
-  std::string Refusal(const PcObject& object, const ObjectKey& key, int row) {
-    if (entries_.contains(ObjectKeyText(key, ':'))) {
-      return "Object '" + Description(object) +
-             "' has been selected previously. It will not be added to the selection!";
-    }
+  // The first check that fails.
+  CollectRefusal Check(const PcObject& object, const ObjectKey& key, int row) {
+    if (entries_.contains(ObjectKeyText(key, ':'))) return CollectRefusal::kSelectedAlready;
     trace_.Write("Check whether the selected Object has the right class mechanism");
-    if (!mechanism_ || !mechanism_->Supports(object.GetClassId())) {
-      return "Object '" + Description(object) + "' is not an appropriate data exchange object";
-    }
+    if (!mechanism_ || !mechanism_->Supports(object.GetClassId())) return CollectRefusal::kNotForExchange;
     trace_.Write("... assigned to the class mechanism 'VRKX_DX_SUPPLIER_EXCH_DOC'");
     trace_.Write("is the selected Obj filebased?");
-    if (!Required(object.Class(), "class of the object")->IsFileBased()) {
-      return "Object '" + Description(object) + "' is not file based";
-    }
+    if (!Required(object.Class(), "class of the object")->IsFileBased()) return CollectRefusal::kNotFileBased;
     trace_.Write("...True");
     trace_.Write("check wether there is a file attached to the object");
-    if (object.HasAttribute("FILE_NAME") && object.GetText("FILE_NAME").empty()) {
-      return "No file is attached to Object '" + Description(object) + "'";
-    }
+    if (object.HasAttribute("FILE_NAME") && object.GetText("FILE_NAME").empty())
+      return CollectRefusal::kNoFile;
     trace_.Write("... File is attached");
     trace_.Write("is the object in the right status (CheckedIn or released)");
-    if (hasState_ && !IsAcceptedState(list_->GetValue("STATE", row).AsInt32())) {
-      return "The Object '" + Description(object) +
-             "' has to be in 'Released', 'Checked In' or 'Obsolete' status";
+    if (hasState_ && !IsAcceptedState(list_->GetValue("STATE", row))) return CollectRefusal::kWrongState;
+    return CollectRefusal::kNone;
+  }
+
+  static std::string MessageOf(CollectRefusal refusal, const std::string& description) {
+    switch (refusal) {
+      case CollectRefusal::kSelectedAlready:
+        return "Object '" + description +
+               "' has been selected previously. It will not be added to the selection!";
+      case CollectRefusal::kNotForExchange:
+        return "Object '" + description + "' is not an appropriate data exchange object";
+      case CollectRefusal::kNotFileBased:
+        return "Object '" + description + "' is not file based";
+      case CollectRefusal::kNoFile:
+        return "No file is attached to Object '" + description + "'";
+      case CollectRefusal::kWrongState:
+        return "The Object '" + description + "' has to be in 'Released', 'Checked In' or 'Obsolete' status";
+      case CollectRefusal::kNone:
+        break;
     }
     return {};
   }
@@ -148,6 +178,7 @@ int PutSelection2PcGlobalData(Services& services, const PcSessionPtr& session, c
                               const PcRecordListPtr& second) {
   const auto collect = [&] {
     Collector collector(services, *Required(session, "session"), first);
+    const PcReadingPtr reading = session->BeginReading();
     DumpRecordLists(services.trace, first, second, "List of all selected Pelicore Objects", "");
     if (HasRequiredMechanisms(services, *session)) collector.Collect();
     return true;
@@ -160,6 +191,11 @@ int PutSelection2PcGlobalData(Services& services, const PcSessionPtr& session, c
         {"Error while analyzing the selected data", "Kestrix Error", MessageIcon::kCritical});
   }
   return 0;
+}
+
+std::vector<CollectRefusal> RefusalsOf(Services& services, const PcSessionPtr& session,
+                                       const PcRecordListPtr& first) {
+  return Collector(services, *Required(session, "session"), first).Refusals();
 }
 
 void RemoveSelection(PcGlobalData& globalData) {
@@ -189,18 +225,20 @@ std::string RetrieveDisplayVal(const std::string& firstAttribute, const std::str
 }
 
 PcObjectPtr RetrieveObjFromGlobalData(Services& services, const std::string& key) {
+  constexpr const char* kRead = "Reading a selected object";
   PcObjectPtr object;
   const auto retrieve = [&] {
     PcSession& session = services.Session();
     const Value entry = session.GlobalData().Get(key);
     if (entry.IsNull()) return;
-    IgnoringErrors([&] { object = session.ObjectStore()->Object(ParseObjectKey(entry.AsText(), ':')); });
+    PassingOver(services.trace.problems, kRead,
+                [&] { object = session.ObjectStore()->Object(ParseObjectKey(entry.AsText(), ':')); });
     if (!object) {
       services.trace.Write(
           key + " names no object (RetrieveObjFromGlobalData/CommonXFunctions): " + entry.AsText());
       return;
     }
-    IgnoringErrors([&] { object->ReadData(); });
+    PassingOver(services.trace.problems, kRead, [&] { object->ReadData(); });
     services.trace.Write(
         "Auslesen der Objekte aus der globalen Variablen(RetrieveObjFromGlobalData/CommonXFunctions) " +
         std::to_string(object->GetObjectId()) + " " + std::to_string(object->GetClassId()));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "config/services.h"
 #include "host/object.h"
@@ -20,7 +21,15 @@ inline constexpr const char* kExchangeDirectory = "ExDir";
 [[nodiscard]] std::string ObjectName(int number);
 }  // namespace global_data
 
+// Why a document cannot be collected.
+enum class CollectRefusal { kNone, kSelectedAlready, kNotForExchange, kNotFileBased, kNoFile, kWrongState };
+
 namespace CommonXFunctions {
+
+// What PutSelection2PcGlobalData would find of each row, without collecting or telling anything; for a client
+// that wants to tell it in one go. Errors: HostError.
+[[nodiscard]] std::vector<CollectRefusal> RefusalsOf(Services& services, const PcSessionPtr& session,
+                                                     const PcRecordListPtr& first);
 
 // Checks each object of the first list and appends those that pass to the selection; refusals are told in
 // message boxes. Always 0. The fourth argument of the hook is not used.

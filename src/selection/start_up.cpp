@@ -1,18 +1,18 @@
 #include "selection/start_up.h"
 
+#include "config/pelicore_admin_tool.h"
 #include "messages/guard.h"
 
 namespace tessel::CommonXFunctions {
 namespace {
 
-bool StartUp(Services& services, StartUpState& state, const PcSessionPtr& session) {
+bool StartUp(Services& services, const PcSessionPtr& session) {
   Deklarationen& declarations = services.declarations;
-  state.adminTool = std::make_shared<PelicoreAdminTool>(services.trace);
   if (!declarations.SetSessionGlobal(session) || !declarations.SetDefaultBehavior() ||
       !declarations.SetIconDirectory()) {
     return false;
   }
-  PelicoreAdminTool& adminTool = *state.adminTool;
+  PelicoreAdminTool adminTool(services.trace);
   adminTool.DefaultBehavior = declarations.startup.DefaultBehavior;
   adminTool.AdminObject = adminTool.adm_GetLinkedAdmObj(session, admin_setting::kSetName, nullptr);
   if (!adminTool.AdminObject || !declarations.ReadConfiguration(services.errors)) return false;
@@ -22,9 +22,9 @@ bool StartUp(Services& services, StartUpState& state, const PcSessionPtr& sessio
 
 }  // namespace
 
-bool Init(Services& services, StartUpState& state, const PcSessionPtr& session) {
+bool Init(Services& services, const PcSessionPtr& session) {
   const bool done = Guarded(services.trace, "Error while initializing the session (Init/CommonXFunctions)",
-                            false, [&] { return StartUp(services, state, session); });
+                            false, [&] { return StartUp(services, session); });
   if (!done) {
     services.toolkit.ShowMessage(
         {services.errors.ErrorHandle("e9030"), "Kestrix Error", MessageIcon::kCritical});

@@ -1,17 +1,9 @@
 // CommonXFunctions: the start-up that every hook with configuration runs, and the end of a run.
 #pragma once
 
-#include <memory>
-
-#include "config/pelicore_admin_tool.h"
 #include "config/services.h"
 
 namespace tessel {
-
-// Module state of the start-up.
-struct StartUpState {
-  std::shared_ptr<PelicoreAdminTool> adminTool;
-};
 
 // What the end of a run releases in higher subsystems. The entry implements it.
 class RunObjects {
@@ -27,7 +19,7 @@ namespace CommonXFunctions {
 
 // Stores the session, makes the default behaviour, finds the admin setting object and reads the
 // configuration. False after "e9030" was shown.
-bool Init(Services& services, StartUpState& state, const PcSessionPtr& session);
+bool Init(Services& services, const PcSessionPtr& session);
 
 // Releases the trace writer, unloads the pages and clears the exchange directory's name.
 void TerminateObjs(Services& services, RunObjects& objects);

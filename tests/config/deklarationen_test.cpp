@@ -30,46 +30,23 @@ TEST(ReadConfiguration, WithoutKeysEveryValueTakesItsDefault) {
 
   const Lines lines = world.trace.writer->Lines();
   const auto first = std::find(lines.begin(), lines.end(), "pciniAdminTool is not nothing");
-  Lines traced;
+  std::string traced;
   for (auto line = first; line != lines.end(); ++line) {
-    if (line->find(": ") != std::string::npos) traced.push_back(*line);
+    if (line->find(": ") != std::string::npos) traced += *line + "|";
   }
-  EXPECT_EQ(traced, (Lines{"DisplayAttribute1: VRK_DESCRIPTION",
-                           "DisplayAttribute2: VRK_ID",
-                           "DisplayAttribCustom1: VRK_ID",
-                           "DisplayAttribCustom2: ",
-                           "DisplayAttribContact1: VRK_ID",
-                           "DisplayAttribContact2: CN_FIRST_NAME",
-                           "DisplayAttribFoldStruc: VRK_DESCRIPTION",
-                           "ExchangeDirectory: C:\\temp\\Exchange",
-                           "TraceFilePath: C:\\temp",
-                           "ExportPrefix: Export",
-                           "LanguageFilePath: " + world.folder.Path("program"),
-                           "SubExDir: SubDir",
-                           "UserEmailAttrName: USER_EMAIL",
-                           "StructureFileName: Kestrix_Structure.xml",
-                           "DataFileName: Kestrix_Data.xml",
-                           "lockInfo: Objekt geblockt",
-                           "UnLockRole: Unlock",
-                           "UseUrl: False",
-                           "SMTPServer: ",
-                           "b_UsePartnerList: False",
-                           "b_UseCustomForm: False",
-                           "b_UseRootObjRel: True",
-                           "b_UseCustomObjRel: True",
-                           "b_UseContactPersObjRel: True",
-                           "i_ShowMail: 1",
-                           "i_ShowMailStruc: 2",
-                           "i_ShowOdette: 1",
-                           "i_ShowCustomSend: 1",
-                           "i_ShowNoSend: 1",
-                           "GenStrucFile: True",
-                           "b_AllowMultiRecipientSelection: True",
-                           "b_LinkAllToMainTransObj: True",
-                           "UseServerMonitor: False",
-                           "XMLStructureEncoding: iso-8859-1",
-                           "b_PresetCopyAllBox: False",
-                           "b_EnKeepSel: False"}));
+  EXPECT_EQ(traced,
+            "DisplayAttribute1: VRK_DESCRIPTION|DisplayAttribute2: VRK_ID|DisplayAttribCustom1: VRK_ID|"
+            "DisplayAttribCustom2: |DisplayAttribContact1: VRK_ID|DisplayAttribContact2: CN_FIRST_NAME|"
+            "DisplayAttribFoldStruc: VRK_DESCRIPTION|ExchangeDirectory: C:\\temp\\Exchange|"
+            "TraceFilePath: C:\\temp|ExportPrefix: Export|LanguageFilePath: " +
+                world.folder.Path("program") +
+                "|SubExDir: SubDir|UserEmailAttrName: USER_EMAIL|StructureFileName: Kestrix_Structure.xml|"
+                "DataFileName: Kestrix_Data.xml|lockInfo: Objekt geblockt|UnLockRole: Unlock|UseUrl: False|"
+                "SMTPServer: |b_UsePartnerList: False|b_UseCustomForm: False|b_UseRootObjRel: True|"
+                "b_UseCustomObjRel: True|b_UseContactPersObjRel: True|i_ShowMail: 1|i_ShowMailStruc: 2|"
+                "i_ShowOdette: 1|i_ShowCustomSend: 1|i_ShowNoSend: 1|GenStrucFile: True|"
+                "b_AllowMultiRecipientSelection: True|b_LinkAllToMainTransObj: True|UseServerMonitor: False|"
+                "XMLStructureEncoding: iso-8859-1|b_PresetCopyAllBox: False|b_EnKeepSel: False|");
   EXPECT_EQ(std::count(lines.begin(), lines.end(), "Get Admin ClassID"), 1);
 }
 
@@ -98,6 +75,8 @@ TEST(ReadConfiguration, AValueThatDoesNotConvertStopsTheStart) {
   const Case cases[] = {
       {"[Settings]\r\nUseServerMonitor=yes\r\n", 13, "[Settings] UseServerMonitor: Type mismatch: \"yes\""},
       {"[Settings]\r\nUseServerMonitor=\r\n", 13, "[Settings] UseServerMonitor: Type mismatch: \"\""},
+      {"[Settings]\r\nPresetCopyAllBox=True \r\n", 13,
+       "[Settings] PresetCopyAllBox: Type mismatch: \"True \""},
       {"[AvailableSendModi]\r\nMail=one\r\n", 13, "[AvailableSendModi] Mail: Type mismatch: \"one\""},
       {"[AvailableSendModi]\r\nMail=40000\r\n", 6, "[AvailableSendModi] Mail: Overflow"}};
   for (const Case& each : cases) {
@@ -112,6 +91,20 @@ TEST(ReadConfiguration, AValueThatDoesNotConvertStopsTheStart) {
     EXPECT_EQ(world.declarations.configuration.ExportPrefix, "Out");
     EXPECT_TRUE(world.declarations.configuration.b_EnKeepSel);  // read later, so it keeps its value
   }
+}
+
+TEST(ReadConfiguration, OwnFilesNeedNamesOfTheirOwn) {
+  for (const char* names :
+       {"StructurFileName=a.xml\r\nDataFileName=A.XML", "DataFileName=neutralformats.XML"}) {
+    SettingsWorld world = WorldOf(std::string("[ini_xml]\r\n") + names + "\r\n");
+    EXPECT_FALSE(world.declarations.ReadConfiguration(world.errors)) << names;
+    EXPECT_EQ(world.trace.writer->entries.back().number, 5);
+  }
+  SettingsWorld world = WorldOf("[Path]\r\nLanguageFile=\r\n");
+  world.folder.Write("program/error.Kestrix_GER", "e9020 Bad settings\r\n");
+  EXPECT_EQ(world.errors.ErrorHandle("e9020"), "Bad settings");
+  EXPECT_TRUE(world.declarations.ReadConfiguration(world.errors));
+  EXPECT_EQ(world.errors.ErrorHandle("e9020"), "no Message found");  // an empty folder is none
 }
 
 TEST(ReadConfiguration, ClassesComeFromTheirMechanisms) {

@@ -8,7 +8,6 @@
 namespace tessel {
 namespace {
 
-using Lines = std::vector<std::string>;
 using test::SettingsWorld;
 
 std::string IdentifierOf(const PcObjectPtr& object) {
@@ -29,20 +28,6 @@ TEST(LinkedAdminObject, TheNamedOneIsTakenElseTheLast) {
     PelicoreAdminTool tool(world.trace.trace);
     EXPECT_EQ(IdentifierOf(tool.adm_GetLinkedAdmObj(world.session, "Initialization", nullptr)), each.found);
   }
-}
-
-TEST(LinkedAdminObject, EveryStepIsTraced) {
-  SettingsWorld world({.settings = {{"Other", ""}, {"Initialization", ""}}});
-  PelicoreAdminTool tool(world.trace.trace);
-  (void)tool.adm_GetLinkedAdmObj(world.session, "Initialization", nullptr);
-  EXPECT_EQ(
-      world.trace.writer->Lines(),
-      (Lines{"Get Admin ClassID", "  AdmClassID= 20", "LinkClassID = 2000",
-             "run query to get linked admin objects", "LinkedObjs.count = 2", "SingLinkedObj.ClassID = 20",
-             "AdminAttribName = VRKX_VALUE_1", "SingLinkedObj.Data.ValueAsString(AdminAttribName) = Other",
-             "InitValue = Initialization", "SingLinkedObj.ClassID = 20", "AdminAttribName = VRKX_VALUE_1",
-             "SingLinkedObj.Data.ValueAsString(AdminAttribName) = Initialization",
-             "InitValue = Initialization"}));
 }
 
 TEST(LinkedAdminObject, FailingStepsGiveNothingAndNeverRaise) {

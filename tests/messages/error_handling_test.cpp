@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "host/error.h"
+#include "messages/problems.h"
 #include "support/machine.h"
 
 namespace tessel {
@@ -25,7 +26,8 @@ class ErrorHandlingTest : public testing::Test, public test::Machine, public Cat
 
   std::string language_ = "GER";
   bool session_ = true;
-  ErrorHandling errors_{platform.files, *ansi, *this};
+  Problems problems_;
+  ErrorHandling errors_{platform.files, *ansi, *this, problems_};
 };
 
 TEST_F(ErrorHandlingTest, FindsTheFirstLineOfACode) {
@@ -40,7 +42,7 @@ TEST_F(ErrorHandlingTest, FindsTheFirstLineOfACode) {
                "e0020\xFC  Gr\xFC\xDF\x65 \x81 \r\n"
                "e0030\r\n"
                "e0040 \r\n"
-               "e0050 a\tb");
+               "e0050 a\tb\r");
   struct Case {
     const char* code;
     const char* text;

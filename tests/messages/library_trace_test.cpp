@@ -54,7 +54,7 @@ TEST_F(LibraryTraceTest, WritesEveryKindOfValue) {
             "Ids(00): >>x<<\r\nIds(01): >>y<<\r\nIds(02): >>z<<\r\n"
             "Sparse(99): >>True<<\r\nSparse(100): >>2<<\r\n"
             "List(01): >>1.5<<\r\nList(03): >><<\r\n"
-            "Text: >>\xFC<<\r\nEmpty: >><<\r\nNull: >><<\r\nLines: >>a<0D><0A>b<<\r\nLast: >>10<<\r\n");
+            "Text: >>\xFC<<\r\nEmpty: >><<\r\nNull: >><<\r\nLines: >>a\r\nb<<\r\nLast: >>10<<\r\n");
 }
 
 }  // namespace

@@ -2,20 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/posix/iconv_encodings.h"
-#include "platform/posix/posix_file_system.h"
+#include "support/native_adapters.h"
 #include "support/temporary_folder.h"
 
 namespace tessel {
 namespace {
 
 // Counts the appends, which cost a failing file system its time.
-class CountingFiles : public posix::PosixFileSystem {
+class CountingFiles : public test::NativeFileSystem {
  public:
-  using PosixFileSystem::PosixFileSystem;
+  using Files = test::NativeFileSystem;
+  using Files::Files;
   void AppendBytes(const std::string& path, std::string_view bytes) override {
     ++appends;
-    PosixFileSystem::AppendBytes(path, bytes);
+    Files::AppendBytes(path, bytes);
   }
   int appends = 0;
 };
@@ -32,7 +32,7 @@ class TraceFileTest : public testing::Test {
 
   test::TemporaryFolder folder_;
   CountingFiles files_{folder_.Path("drives")};
-  posix::IconvEncodings encodings_;
+  test::NativeEncodings encodings_;
   TraceFile file_{files_, encodings_.Open("windows-1252")};
   Trace trace_{file_.Factory()};
 };
@@ -92,6 +92,11 @@ TEST_F(TraceFileTest, ErrorsAndReleasesReachTheDiskAtOnceOthersInBlocks) {
 TEST_F(TraceFileTest, AnUnwritablePlaceIsTriedOnceAHook) {
   trace_.Start("Start tracing on p", folder_.Path("none"), "p", true);
   EXPECT_EQ(files_.appends, 1);
+  for (const char* nowhere : {"", "relative"})
+    trace_.Start("Start tracing on p", nowhere, "p", true);
+  EXPECT_EQ(files_.appends, 1);
+  trace_.Start("Start tracing on p", folder_.Path("none"), "p", true);
+  files_.appends = 1;
   for (int i = 0; i < 5'000; ++i)
     trace_.WriteError("line", 5, "x");
   EXPECT_EQ(files_.appends, 1);

@@ -9,9 +9,7 @@ namespace {
 
 TEST(StartUp, ReadsTheConfigurationOfTheUser) {
   test::ExportWorld world({.settings = test::SettingLines{{"Path", {"ExportPrefix=Sent"}}}});
-  StartUpState state;
-  EXPECT_TRUE(CommonXFunctions::Init(world.services, state, world.session));
-  EXPECT_TRUE(state.adminTool);
+  EXPECT_TRUE(CommonXFunctions::Init(world.services, world.session));
   EXPECT_EQ(world.declarations.configuration.ExportPrefix, "Sent");
   EXPECT_EQ(world.declarations.startup.databaseAlias, "WORLD");
   EXPECT_EQ(world.declarations.startup.TransmittalClassID, 900);
@@ -20,9 +18,8 @@ TEST(StartUp, ReadsTheConfigurationOfTheUser) {
 
 TEST(StartUp, WithoutSettingsOrSessionItFailsWithItsMessage) {
   test::ExportWorld world;
-  StartUpState state;
-  EXPECT_FALSE(CommonXFunctions::Init(world.services, state, world.session));
-  EXPECT_FALSE(CommonXFunctions::Init(world.services, state, nullptr));
+  EXPECT_FALSE(CommonXFunctions::Init(world.services, world.session));
+  EXPECT_FALSE(CommonXFunctions::Init(world.services, nullptr));
   const std::vector<std::string> boxes(2, "critical|Kestrix Error|no Message found");
   EXPECT_EQ(world.user.seen, boxes);
 }
