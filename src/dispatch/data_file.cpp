@@ -1,9 +1,12 @@
 #include "dispatch/data_file.h"
 
+#include <algorithm>
+
 #include "dispatch/exchange_object.h"
+#include "exchange/exchange.h"
 #include "messages/guard.h"
 #include "platform/paths.h"
-#include "structure/xml.h"
+#include "structure/xml/xml.h"
 
 namespace tessel {
 namespace {
@@ -82,7 +85,7 @@ void AddFolderStructure(TextElements& file, const StartupValues& startup, const 
 }
 
 void AddCustomTexts(TextElements& file, Trace& trace, const DispatchRequest& request) {
-  IgnoringErrors([&] {
+  PassingOver(trace.problems, "Writing the custom texts", [&] {
     int number = 0;
     for (const std::string& text : request.customTexts) {
       file.Add("CustomText_" + std::to_string(++number), text);
@@ -98,6 +101,20 @@ std::string NeutralFormat(Services& services, const PcSessionPtr& session, const
   const auto reader = Required(services.declarations.pciniAdminTool, "configuration reader");
   return reader->ReadValue(session, kNeutralSection, key, "", admin_setting::kSetName,
                            admin_setting::kClassName, admin_setting::kTextAttribute, settings);
+}
+
+using NeutralFormatTexts = std::vector<std::string>;
+
+// The texts of the formats, each empty when neither settings object names it.
+NeutralFormatTexts ReadNeutralFormats(Services& services, const PcSessionPtr& session,
+                                      const PcObjectPtr& contactSettings,
+                                      const PcObjectPtr& companySettings) {
+  NeutralFormatTexts formats;
+  for (const char* key : kNeutralKeys) {
+    formats.push_back(NeutralFormat(services, session, key, contactSettings));
+    if (formats.back().empty()) formats.back() = NeutralFormat(services, session, key, companySettings);
+  }
+  return formats;
 }
 
 }  // namespace
@@ -130,15 +147,20 @@ void WriteDataFile(Services& services, PcSession& session, const DispatchRequest
   file.Save(services, FileInDirectory(recipient.directory, settings.DataFileName));
 }
 
+bool HasNeutralFormats(Services& services, const PcSessionPtr& session, const PcObjectPtr& contactSettings,
+                       const PcObjectPtr& companySettings) {
+  const NeutralFormatTexts formats = ReadNeutralFormats(services, session, contactSettings, companySettings);
+  return std::any_of(formats.begin(), formats.end(), [](const std::string& text) { return !text.empty(); });
+}
+
 bool WriteNeutralFormats(Services& services, const PcSessionPtr& session, const std::string& directory,
                          const PcObjectPtr& contactSettings, const PcObjectPtr& companySettings) {
+  const NeutralFormatTexts formats = ReadNeutralFormats(services, session, contactSettings, companySettings);
   TextElements file("Neutral_Formats", "");
   bool any = false;
-  for (const char* key : kNeutralKeys) {
-    std::string format = NeutralFormat(services, session, key, contactSettings);
-    if (format.empty()) format = NeutralFormat(services, session, key, companySettings);
-    any = any || !format.empty();
-    file.Add(key, format);
+  for (std::size_t i = 0; i < formats.size(); ++i) {
+    any = any || !formats[i].empty();
+    file.Add(kNeutralKeys[i], formats[i]);
   }
   if (any) file.Save(services, FileInDirectory(directory, kNeutralFormatsFile));
   return any;

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "config/services.h"
-#include "dispatch/dispatch.h"
+#include "dispatch/dispatch_request.h"
 #include "dispatch/recipients.h"
 #include "host/object.h"
 
@@ -18,6 +18,9 @@ namespace tessel {
 void WriteDataFile(Services& services, PcSession& session, const DispatchRequest& request, std::size_t index,
                    const Recipient& recipient, ObjectId exchangeObjectId);
 
+// Whether one of the settings objects, which may be nothing, names a neutral format.
+[[nodiscard]] bool HasNeutralFormats(Services& services, const PcSessionPtr& session,
+                                     const PcObjectPtr& contactSettings, const PcObjectPtr& companySettings);
 // Writes "NeutralFormats.xml" when the settings objects name a format; they may be nothing. True when
 // written.
 bool WriteNeutralFormats(Services& services, const PcSessionPtr& session, const std::string& directory,

@@ -1,15 +1,19 @@
 #include "dispatch/dispatch.h"
 
 #include <chrono>
+#include <random>
 
 #include "config/pelicore_admin_tool.h"
 #include "dispatch/data_file.h"
+#include "dispatch/dispatch_checks.h"
 #include "dispatch/exchange_object.h"
+#include "dispatch/recipient_directories.h"
 #include "dispatch/recipients.h"
 #include "dispatch/server_monitor.h"
 #include "dispatch/structure_mapping.h"
 #include "messages/guard.h"
-#include "structure/xml.h"
+#include "platform/paths.h"
+#include "structure/xml/xml.h"
 
 namespace tessel {
 namespace {
@@ -19,89 +23,57 @@ using std::chrono::milliseconds;
 constexpr const char* kPartnerSettings = "DRAXASettings";
 constexpr std::int16_t kLinkExportedObjects = 7;
 
-// The copy of the first recipient's directory from which the later ones start. It goes when the dispatch
-// ends, whichever way, so that no copy of the files lies about.
-class BackupDirectory {
- public:
-  BackupDirectory(Services& services, std::string path)
-      : trace_(services.trace), files_(services.platform.files), path_(std::move(path)) {}
-  BackupDirectory(const BackupDirectory&) = delete;
-  BackupDirectory& operator=(const BackupDirectory&) = delete;
-  ~BackupDirectory() {
-    if (filled_) GuardedRun(trace_, "Error while deleting the backup directory: " + path_, [&] { Delete(); });
-  }
-
-  void FillFrom(const std::string& directory) {
-    files_.CreateFolder(path_);
-    filled_ = true;
-    files_.CopyFolderContents(directory, path_);
-  }
-  void CopyTo(const std::string& directory) { files_.CopyFolderContents(path_, directory); }
-  void MoveTo(const std::string& directory) {
-    files_.Move(path_, directory);
-    filled_ = false;
-  }
-  [[nodiscard]] const std::string& Path() const { return path_; }
-  void Delete() {
-    if (filled_ && files_.FolderExists(path_)) files_.DeleteFolder(path_);
-  }
-
- private:
-  Trace& trace_;
-  FileSystem& files_;
-  std::string path_;
-  bool filled_ = false;  // else a directory of that name is not this export's
-};
-
-// A later recipient's directory until it stands under its final name: an error takes it away again, so that
-// no half-filled one lies about.
-class RecipientDirectoryScope {
- public:
-  RecipientDirectoryScope(Services& services, std::string path)
-      : trace_(services.trace), files_(services.platform.files), path_(std::move(path)) {}
-  RecipientDirectoryScope(const RecipientDirectoryScope&) = delete;
-  RecipientDirectoryScope& operator=(const RecipientDirectoryScope&) = delete;
-  ~RecipientDirectoryScope() {
-    if (!made_) return;
-    GuardedRun(trace_, "Error while deleting the recipient's directory: " + path_, [&] {
-      if (files_.FolderExists(path_)) files_.DeleteFolder(path_);
-    });
-  }
-  // A directory that is there already is another export's, and mixing the two would send one's files to the
-  // other's recipient. The last recipient gets the backup itself, which saves a copy and its deletion.
-  void Fill(BackupDirectory& backup, bool last) {
-    if (last) {
-      backup.MoveTo(path_);
-      made_ = true;
-    } else {
-      files_.CreateFolder(path_);
-      made_ = true;
-      backup.CopyTo(path_);
-    }
-  }
-  void Keep() { made_ = false; }
-
- private:
-  Trace& trace_;
-  FileSystem& files_;
-  std::string path_;
-  bool made_ = false;
-};
-
 // A company or contact person and its settings; both may be nothing.
 struct Partner {
   PcObjectPtr object;
   PcObjectPtr settings;
 };
 
-std::string FinalDirectory(const std::string& directory, const std::string& prefix) {
-  std::string path;
-  std::size_t begin = 0;
-  for (auto found = directory.find("@@"); found != std::string::npos; found = directory.find("@@", begin)) {
-    path.append(directory, begin, found - begin).append(prefix);
-    begin = found + 2;
+// A record that stands while its directory has not got its final name yet: behind the commit of its unit of
+// work, and on a host without units from its insertion on. An error in between takes the record away again;
+// where even that fails, the directory stays for the next recovery, which gives it its name.
+class RecordScope {
+ public:
+  RecordScope(Trace& trace, PcSession& session, ExportJournal& journal, UnfinishedDirectory& directory)
+      : trace_(trace), session_(session), journal_(journal), directory_(directory) {}
+  RecordScope(const RecordScope&) = delete;
+  RecordScope& operator=(const RecordScope&) = delete;
+  ~RecordScope() {
+    if (key_.objectId == 0 || TakeBack()) return;
+    directory_.Keep();
   }
-  return path.append(directory, begin) + "_New";
+  void Watch(const ObjectKey& key, const std::string& mark) {
+    key_ = key;
+    mark_ = mark;
+  }
+  void Keep() { key_ = {}; }
+
+ private:
+  bool TakeBack() {
+    return Guarded(trace_, "Error while deleting the record of an export that failed", false, [this] {
+      PcUnitOfWorkPtr unit = session_.BeginUnitOfWork("");
+      const PcObjectPtr record = Required(session_.ObjectStore(), "object store")->Object(key_);
+      const auto behavior = Required(session_.NewBehavior(), "behaviour");
+      if (record && record->Delete(*behavior) != 0) throw HostError("The database keeps the record");
+      if (!mark_.empty()) session_.ForgetMark(mark_);
+      if (unit) unit->Commit();
+      journal_.Making(directory_.Path());
+      return true;
+    });
+  }
+
+  Trace& trace_;
+  PcSession& session_;
+  ExportJournal& journal_;
+  UnfinishedDirectory& directory_;
+  ObjectKey key_;
+  std::string mark_;
+};
+
+// A name for a unit of work that no other one ever has.
+std::string NewMark(const std::string& directory) {
+  std::random_device random;
+  return paths::FileName(directory) + "#" + std::to_string(random()) + std::to_string(random());
 }
 
 class Dispatch {
@@ -113,79 +85,102 @@ class Dispatch {
         trace_(services_.trace),
         session_(Required(services_.declarations.startup.session, "stored session")),
         store_(Required(session_->ObjectStore(), "object store")),
-        adminTool_(trace_),
-        backup_(services_, parts.exchange.directoryPath + "_temp") {
+        adminTool_(trace_) {
     adminTool_.DefaultBehavior = services_.declarations.startup.DefaultBehavior;
   }
 
-  void Run(DispatchListener& listener) {
+  void Run(ExportOutcome& outcome, ProblemSubject& subject) {
     trace_.Write("Hole die KlassenID fuer das Datenaustauschobjekt");
     trace_.Write("KlassenID fuer Datenaustauschobjekt: " +
                  std::to_string(services_.declarations.startup.TransmittalClassID));
-    CheckFileNames(services_.Settings());
-    const PcRecordList& recipients = *Required(request_.recipients.get(), "recipient list");
+    const std::string backupPath = parts_.exchange.directoryPath + "_temp";
+    CheckDispatch(services_, request_, parts_.exchange.directoryPath, backupPath,
+                  [this] { return AnyNeutralFormats(); });
+    ExportJournal& journal = CommonXFunctions::JournalOf(services_, parts_.exchange);
+    BackupDirectory backup(services_, journal, backupPath);
+    const PcRecordList& recipients = *request_.recipients;
     const int count = recipients.RowCount();
-    CheckDirectories(recipients);
     for (int row = 0; row < count; ++row) {
-      const std::string directory = SendTo(RecipientOfRow(recipients, row), row, row == count - 1);
-      listener.DirectoryFinished(directory);
-      if (!recorded_) listener.RecordIncomplete(directory);
+      const Recipient recipient = RecipientOfRow(recipients, row);
+      subject.Change(recipient.directory);
+      std::string directory = SendTo(recipient, row, row == count - 1, backup, journal);
+      outcome.directories.push_back({std::move(directory), recorded_});
     }
-    listener.ExportFinished();
-    backup_.Delete();
-    if (services_.Settings().UseServerMonitor) StartMonitor();
+    outcome.dispatch = DispatchEnd::kFinished;
+    EndJournal(backup);
+    if (services_.Settings().UseServerMonitor) StartMonitor(outcome);
   }
 
  private:
-  // Before anything is made: a configured name that would leave the directories ends the dispatch. The prefix
-  // becomes the beginning of the final directories' names, and may be empty.
-  static void CheckFileNames(const Configuration& settings) {
-    static_cast<void>(FileInDirectory("", settings.ExportPrefix + "_"));
-    for (const std::string* name : {&settings.StructureFileName, &settings.DataFileName}) {
-      static_cast<void>(FileInDirectory("", *name));
-    }
+  // Nothing temporary stands any more. What cannot be cleared away now, the next start-up clears away.
+  void EndJournal(BackupDirectory& backup) {
+    const auto end = [&] {
+      backup.Delete();
+      parts_.exchange.journal->Close();
+      if (!mark_.empty()) session_->ForgetMark(mark_);
+    };
+    GuardedRun(trace_, "Error while clearing away what the dispatch needed", end, ProblemKind::kAside);
   }
 
-  void CheckFree(const std::string& path) const {
-    if (services_.platform.files.FolderExists(path) || services_.platform.files.FileExists(path)) {
-      throw RuntimeError(error_number::kFileAlreadyExists, "Create folder: " + path + " exists already");
+  // Whether a recipient gets a neutral-formats file.
+  bool AnyNeutralFormats() {
+    for (int row = 0; row < request_.recipients->RowCount(); ++row) {
+      const Recipient recipient = RecipientOfRow(*request_.recipients, row);
+      if (HasNeutralFormats(services_, session_, ReadPartner(recipient.contact).settings,
+                            ReadPartner(recipient.customer).settings)) {
+        return true;
+      }
     }
-  }
-
-  // Before anything is made, too: a directory of another export that bears a name that this one works in.
-  void CheckDirectories(const PcRecordList& recipients) const {
-    const int count = recipients.RowCount();
-    for (int row = 1; row < count; ++row)
-      CheckFree(RecipientOfRow(recipients, row).directory);
-    if (count > 1) CheckFree(backup_.Path());
+    return false;
   }
 
   // The final directory.
-  std::string SendTo(const Recipient& recipient, int row, bool last) {
+  std::string SendTo(const Recipient& recipient, int row, bool last, BackupDirectory& backup,
+                     ExportJournal& journal) {
     const Partner company = ReadPartner(recipient.customer);
     const Partner contact = ReadPartner(recipient.contact);
     TracePartner(company, recipient.customer, "CustomerobjClassID: ", "   CustomerObjObjectId: ",
                  "No custmerObjClassID and no CustomerObjObjectID");
     TracePartner(contact, recipient.contact, "ContactPersObjClassID: ", "   ContactPersObjObjectId: ",
                  "No ContactPersObjClassID and no ContactPersObjObjectId");
-    // Before the database gets a record of it.
-    CheckFree(FinalDirectory(recipient.directory, services_.Settings().ExportPrefix));
-    RecipientDirectoryScope unfinished(services_, recipient.directory);
-    if (row > 0) unfinished.Fill(backup_, last);
+    UnfinishedDirectory unfinished(services_, journal, recipient.directory);
+    if (row > 0) unfinished.Fill(backup, last);
     SaveStructureFile(recipient, contact.settings, company.settings, last);
+    // The bulk of the data, before the database is held.
+    services_.platform.files.MakeDurable(recipient.directory);
+
+    RecordScope record(trace_, *session_, journal, unfinished);
+    const std::string mark = NewMark(recipient.directory);
+    PcUnitOfWorkPtr unit = session_->BeginUnitOfWork(mark);
+    if (unit && !mark_.empty()) session_->ForgetMark(mark_);
+    mark_ = unit ? mark : std::string();
     CreateExchangeObject(company.object, contact.object);
+    if (!unit && objectId_ != 0) {
+      journal.Recorded(recipient.directory, {classId_, objectId_});
+      record.Watch({classId_, objectId_}, "");
+    }
     WriteDataFile(services_, *session_, request_, static_cast<std::size_t>(row), recipient, objectId_);
-    if (WriteNeutralFormats(services_, session_, recipient.directory, contact.settings, company.settings)) {
+    AddNeutralFormats(recipient, row, contact.settings, company.settings);
+    ApplyAdditionalValues(recipient);
+    if (row == 0 && !last) {
+      backup.FillFrom(recipient.directory);
+      Pause(milliseconds{250});
+    }
+    std::string finalDirectory = Finalise(recipient.directory, journal, unit.get(), record);
+    record.Keep();
+    unfinished.Keep();
+    return finalDirectory;
+  }
+
+  void AddNeutralFormats(const Recipient& recipient, int row, const PcObjectPtr& contactSettings,
+                         const PcObjectPtr& companySettings) {
+    if (WriteNeutralFormats(services_, session_, recipient.directory, contactSettings, companySettings)) {
       firstHasNeutralFormats_ = firstHasNeutralFormats_ || row == 0;
       Pause(milliseconds{200});
     } else if (row > 0 && firstHasNeutralFormats_) {
       // What came with the backup is the first recipient's.
       RemoveNeutralFormats(services_, recipient.directory);
     }
-    ApplyAdditionalValues(recipient);
-    std::string finalDirectory = Finalise(recipient.directory, row == 0 && !last);
-    unfinished.Keep();
-    return finalDirectory;
   }
 
   Partner ReadPartner(const ObjectKey& key) {
@@ -208,8 +203,11 @@ class Dispatch {
                          const PcObjectPtr& companySettings, bool last) {
     StructureState& structure = parts_.structure;
     const auto document = Required(structure.document, "structure document");
-    StructureMapping(services_, session_, *document, contactSettings, companySettings)
-        .AdditionalXMLAttributes(structure.contentList);
+    {
+      const PcReadingPtr reading = session_->BeginReading();
+      StructureMapping(services_, session_, *document, contactSettings, companySettings)
+          .AdditionalXMLAttributes(structure.contentList);
+    }
     XML::SaveXMLFile(*document, services_.platform.files, services_.platform.encodings, trace_,
                      FileInDirectory(recipient.directory, services_.Settings().StructureFileName));
     if (!last) return;
@@ -230,7 +228,7 @@ class Dispatch {
     recorded_ = Kestrix_ExObj::CreateExchangeObject(
         services_, session_, classId_, objectId_, services_.errors.ProtocolText, true,
         exchange_attribute::kExchangeType, idValue_, kLinkExportedObjects, company, contact,
-        parts_.structure.exportCopiedFiles);
+        parts_.exchange.copied.Exported());
     services_.errors.ProtocolText.clear();
   }
 
@@ -240,23 +238,32 @@ class Dispatch {
     Pause(milliseconds{500});
   }
 
-  // The backup is made only where a later recipient starts from it.
-  std::string Finalise(const std::string& directory, bool backUp) {
-    if (backUp) {
-      backup_.FillFrom(directory);
-      Pause(milliseconds{250});
+  // The directory is whole and on the disk before the record stands, and the record before the final name.
+  // What is cut off in between is written down, and the next start-up brings it to one end or the other.
+  std::string Finalise(const std::string& directory, ExportJournal& journal, PcUnitOfWork* unit,
+                       RecordScope& record) {
+    const std::string& prefix = services_.Settings().ExportPrefix;
+    std::string finalDirectory = FinalDirectory(directory, prefix);
+    FileSystem& files = services_.platform.files;
+    CheckFree(files, finalDirectory);
+    journal.Ready(directory, prefix, mark_);
+    files.MakeDurable(directory);
+    if (unit != nullptr) {
+      unit->Commit();
+      record.Watch({classId_, objectId_}, mark_);
     }
-    const std::string finalDirectory = FinalDirectory(directory, services_.Settings().ExportPrefix);
-    services_.platform.files.Move(directory, finalDirectory);
+    files.Move(directory, finalDirectory);
+    GuardedRun(trace_, "Error while bringing the final name to the disk: " + finalDirectory,
+               [&] { files.SyncFolder(paths::Parent(finalDirectory)); });
     Pause(milliseconds{500});
     return finalDirectory;
   }
 
-  void StartMonitor() {
-    if (StartServerMon(services_, services_.platform.program.directory, *session_, objectId_, classId_,
-                       idValue_)) {
-      return;
-    }
+  void StartMonitor(ExportOutcome& outcome) {
+    const bool started = StartServerMon(services_, services_.platform.program.directory, *session_, objectId_,
+                                        classId_, idValue_);
+    outcome.monitor = started ? MonitorStart::kStarted : MonitorStart::kFailed;
+    if (started) return;
     services_.toolkit.ShowMessage(
         {"Error while launching the 'Kestrix Server Monitor'", "", MessageIcon::kExclamation});
   }
@@ -270,23 +277,23 @@ class Dispatch {
   PcSessionPtr session_;
   PcObjectStorePtr store_;
   PelicoreAdminTool adminTool_;
-  BackupDirectory backup_;
   // Of the last recipient's data exchange object.
   ClassId classId_ = 0;
   ObjectId objectId_ = 0;
   std::string idValue_;
   bool recorded_ = false;  // the last recipient's exchange
+  std::string mark_;       // of his unit of work; empty on a host without
   bool firstHasNeutralFormats_ = false;
 };
 
 }  // namespace
 
-bool RunDispatch(DispatchParts& parts, const DispatchRequest& request, DispatchListener& listener) {
-  return Guarded(parts.services.trace, "Fehler beim Aufbauen der XML Dateien (Command1_Click/Tessel_4)",
-                 false, [&] {
-                   Dispatch(parts, request).Run(listener);
-                   return true;
-                 });
+void RunDispatch(DispatchParts& parts, const DispatchRequest& request, ExportOutcome& outcome) {
+  Trace& trace = parts.services.trace;
+  outcome.dispatch = DispatchEnd::kFailed;
+  ProblemSubject subject(trace.problems, parts.exchange.directoryPath);
+  GuardedRun(trace, "Fehler beim Aufbauen der XML Dateien (Command1_Click/Tessel_4)",
+             [&] { Dispatch(parts, request).Run(outcome, subject); });
 }
 
 }  // namespace tessel

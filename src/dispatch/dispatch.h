@@ -7,44 +7,13 @@
 
 #include "config/services.h"
 #include "dispatch/additional_values.h"
+#include "dispatch/dispatch_request.h"
+#include "dispatch/export_outcome.h"
 #include "exchange/exchange.h"
 #include "host/record_list.h"
 #include "structure/structure.h"
 
 namespace tessel {
-
-// The values of the wizard's "SendMode".
-enum class SendMode : std::int32_t { kMail = 1, kMailStructure = 2, kOdette = 3, kCustom = 4, kNoSend = 5 };
-
-struct MailRecord {
-  std::string sender;
-  std::string recipientAddress;
-  std::string smtpServer;
-  std::string subject;
-  std::string content;
-};
-
-// What the pages collected.
-struct DispatchRequest {
-  SendMode sendMode = SendMode::kMailStructure;
-  PcRecordListPtr recipients;
-  std::vector<MailRecord> mails;  // one a recipient in the mail modes, else empty
-  bool useFolderStructure = false;
-  std::string selectedFolderStructure;   // tag of the chosen node
-  std::vector<std::string> customTexts;  // texts of the custom input page, in field order
-};
-
-// What the dispatch tells the wizard, which implements it.
-class DispatchListener {
- public:
-  virtual ~DispatchListener() = default;
-  // The directories are final and the exchange objects made: closing a page is no cancel from here on.
-  virtual void ExportFinished() = 0;
-  // A recipient's directory stands under its final name.
-  virtual void DirectoryFinished(const std::string& path) = 0;
-  // The database has no data exchange object for it, or an incomplete one. Called after DirectoryFinished.
-  virtual void RecordIncomplete(const std::string& path) = 0;
-};
 
 struct DispatchParts {
   Services& services;
@@ -53,8 +22,9 @@ struct DispatchParts {
   AdditionalValuesFactory additionalValues;
 };
 
-// Runs the dispatch. False after an error, which was traced; what was final by then stays. The caller hides
-// its page when the result is true.
-bool RunDispatch(DispatchParts& parts, const DispatchRequest& request, DispatchListener& listener);
+// Runs the dispatch. Adds to the outcome what becomes final, in recipient order, and sets how the dispatch
+// and the start of the monitor ended. An error ends the dispatch and is traced; what was final by then stays.
+// The caller hides its page when the dispatch is finished: closing a page is no cancel from then on.
+void RunDispatch(DispatchParts& parts, const DispatchRequest& request, ExportOutcome& outcome);
 
 }  // namespace tessel

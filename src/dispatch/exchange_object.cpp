@@ -60,8 +60,10 @@ class Creation {
     behavior_->Set(1, 2);
     for (int setting = 2; setting <= 4; ++setting)
       behavior_->Set(setting, 0);
-    if (object_->Add(*behavior_) != 0) {
-      trace_.Write("inserting new data exchange object does not succeed");
+    if (const int code = object_->Add(*behavior_)) {
+      constexpr const char* kRefused = "inserting new data exchange object does not succeed";
+      trace_.Write(kRefused);
+      KeepRefusal(kRefused, code);
       return false;
     }
     objectId = object_->GetObjectId();
@@ -74,7 +76,7 @@ class Creation {
     object_->SetValue(typeAttribute, Value(std::int16_t{exportSwitch ? std::int16_t{1} : std::int16_t{2}}));
     trace_.Write("Datenaustauschtyp(CreateExchangeObject/Kestrix_ExObj): " + object_->GetText(typeAttribute));
     object_->SetValue(exchange_attribute::kProtocol, Value(protocol));
-    Update("Datenaustauschobj aktualisiert (CreateExchangeObject/Kestrix_ExObj)");
+    static_cast<void>(Update("Datenaustauschobj aktualisiert (CreateExchangeObject/Kestrix_ExObj)"));
   }
 
   void LinkExported(const PcRecordList& exported) {
@@ -88,6 +90,7 @@ class Creation {
 
   void RecordPartner(const PcObjectPtr& partner, const PartnerRule& rule) {
     const auto link = object_->AddLink(*partner, LinkClassTo(partner->GetClassId()), *behavior_);
+    const Value before = object_->GetValue(rule.attribute);
     // As on the recipient page, an attribute that is configured empty shows as empty text.
     object_->SetValue(
         rule.attribute,
@@ -96,12 +99,13 @@ class Creation {
       object_->SetValue(rule.attribute, Value(object_->GetText(rule.attribute) + " " +
                                               partner->GetText(rule.displayAttribute2)));
     }
-    Update(rule.updated);
+    // A text that the database refuses would be refused again with the next partner's.
+    if (!Update(rule.updated)) object_->SetValue(rule.attribute, before);
     if (link) {
       trace_.Write(rule.linked + std::string(" '") + std::to_string(partner->GetObjectId()) +
                    "' is linked to ExchangeObject");
     } else {
-      complete_ = false;
+      KeepRefusal(std::string("Linking ") + rule.linked + " to the data exchange object", 0);
     }
   }
 
@@ -109,12 +113,22 @@ class Creation {
   [[nodiscard]] bool Complete() const { return complete_; }
 
  private:
-  void Update(const char* traceText) {
-    if (object_->Update(*behavior_) == 0) {
+  // Something is missing in the record.
+  void KeepRefusal(const std::string& step, int code) {
+    complete_ = false;
+    std::string cause = code == 0 ? std::string() : session_.ErrorText(code);
+    if (cause.empty()) cause = code == 0 ? "the database made no link" : "the database refused it";
+    trace_.problems.Add({step, {}, code, std::move(cause)});
+  }
+
+  bool Update(const char* traceText) {
+    const int code = object_->Update(*behavior_);
+    if (code == 0) {
       trace_.Write(traceText);
     } else {
-      complete_ = false;
+      KeepRefusal("Updating the data exchange object", code);
     }
+    return code == 0;
   }
 
   void LinkExportedRow(const ObjectKey& key) {
@@ -128,7 +142,7 @@ class Creation {
     } else if (object_->AddLink(*exported, linkClass, *behavior_)) {
       trace_.Write(name + " is linked to ExchangeObject");
     } else {
-      complete_ = false;
+      KeepRefusal("Linking " + name + " to the data exchange object", 0);
     }
   }
 
@@ -175,7 +189,7 @@ bool CreateExchangeObject(Services& services, const PcSessionPtr& session, Class
                           ObjectId& objectId, const std::string& protocolText, bool exportSwitch,
                           const std::string& exchangeTypeAttribute, std::string& idValue,
                           std::int16_t rootLinkSwitch, const PcObjectPtr& company, const PcObjectPtr& contact,
-                          const PcRecordListPtr& exported) {
+                          const std::vector<PcRecordListPtr>& exported) {
   const auto create = [&] {
     const Configuration& settings = services.Settings();
     Creation creation(services, session, classId);
@@ -184,7 +198,10 @@ bool CreateExchangeObject(Services& services, const PcSessionPtr& session, Class
     creation.SetFirstStatus();
     if (!creation.Insert(objectId)) return false;
     creation.SetTypeAndProtocol(exchangeTypeAttribute, exportSwitch, protocolText);
-    if (settings.b_UseRootObjRel && rootLinkSwitch != 0 && exported) creation.LinkExported(*exported);
+    if (settings.b_UseRootObjRel && rootLinkSwitch != 0) {
+      for (const PcRecordListPtr& list : exported)
+        creation.LinkExported(*list);
+    }
     if (settings.b_UseCustomObjRel && company) creation.RecordPartner(company, CompanyRule(settings));
     if (settings.b_UseContactPersObjRel && contact) creation.RecordPartner(contact, ContactRule(settings));
     return creation.Complete();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "config/services.h"
 #include "host/object.h"
@@ -24,15 +25,16 @@ inline constexpr const char* kTargetFolder = "VRKX_DX_TARGET_FOLDER";
 namespace Kestrix_ExObj {
 
 // Creates the object, links the exported objects, the company and the contact person to it. `objectId` and
-// `idValue` are set as far as the creation came; errors are traced, never raised. `exported` holds the
-// columns "CLASS_ID", "OBJECT_ID" and "ROOT_OBJ"; it, company and contact may be nothing. False when the
-// database lacks the object, one of its values or one of its links.
+// `idValue` are set as far as the creation came; errors are traced, never raised. The lists of `exported`
+// hold the columns "CLASS_ID", "OBJECT_ID" and "ROOT_OBJ"; company and contact may be nothing. False when the
+// database lacks the object, one of its values or one of its links; what it refused is then a problem of the
+// run with the database's reason.
 [[nodiscard]] bool CreateExchangeObject(Services& services, const PcSessionPtr& session, ClassId classId,
                                         ObjectId& objectId, const std::string& protocolText,
                                         bool exportSwitch, const std::string& exchangeTypeAttribute,
                                         std::string& idValue, std::int16_t rootLinkSwitch,
                                         const PcObjectPtr& company, const PcObjectPtr& contact,
-                                        const PcRecordListPtr& exported);
+                                        const std::vector<PcRecordListPtr>& exported);
 
 }  // namespace Kestrix_ExObj
 }  // namespace tessel

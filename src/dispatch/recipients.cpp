@@ -1,17 +1,18 @@
 #include "dispatch/recipients.h"
 
 #include "exchange/exchange.h"
+#include "host/column_shape.h"
 #include "platform/text_encoding.h"
 
 namespace tessel {
 
 PcRecordListPtr NewRecipientList(HostRuntime& runtime) {
   auto list = Required(CommonXFunctions::NewRecList(runtime), "record list");
-  list->AddColumn(recipient_column::kCustomerObject, 4, 3);
-  list->AddColumn(recipient_column::kCustomerClass, 2, 2);
-  list->AddColumn(recipient_column::kContactObject, 4, 3);
-  list->AddColumn(recipient_column::kContactClass, 2, 2);
-  list->AddColumn(recipient_column::kDirectory, 254, 1);
+  AddColumn(*list, recipient_column::kCustomerObject, column_shape::kLong);
+  AddColumn(*list, recipient_column::kCustomerClass, column_shape::kInteger);
+  AddColumn(*list, recipient_column::kContactObject, column_shape::kLong);
+  AddColumn(*list, recipient_column::kContactClass, column_shape::kInteger);
+  AddColumn(*list, recipient_column::kDirectory, ColumnShape{254, ColumnType::kText});
   return list;
 }
 
@@ -41,6 +42,16 @@ std::string RecipientDirectory(const std::string& exchangeDirectory, int row) {
   if (!path.empty()) path.pop_back();
   AppendUtf8(static_cast<char32_t>(96 + row), path);
   return path;
+}
+
+std::string FinalDirectory(const std::string& directory, const std::string& prefix) {
+  std::string path;
+  std::size_t begin = 0;
+  for (auto found = directory.find("@@"); found != std::string::npos; found = directory.find("@@", begin)) {
+    path.append(directory, begin, found - begin).append(prefix);
+    begin = found + 2;
+  }
+  return path.append(directory, begin) + "_New";
 }
 
 }  // namespace tessel

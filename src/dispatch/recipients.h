@@ -33,4 +33,7 @@ void AppendRecipient(PcRecordList& list, const Recipient& recipient);
 // character, followed by the character with code 96 + row ("a" for the second recipient).
 [[nodiscard]] std::string RecipientDirectory(const std::string& exchangeDirectory, int row);
 
+// Its final name: every "@@" of the path becomes the prefix, and "_New" follows.
+[[nodiscard]] std::string FinalDirectory(const std::string& directory, const std::string& prefix);
+
 }  // namespace tessel

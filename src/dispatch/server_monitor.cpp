@@ -25,7 +25,7 @@ bool StartServerMon(Services& services, const std::string& directory, PcSession&
     const std::string argument =
         sessionId + "@" + std::to_string(classId) + "@" + std::to_string(objectId) + "@" + idValue;
     std::int32_t processId = 0;
-    IgnoringErrors([&] {
+    PassingOver(trace.problems, "Starting the server monitor", [&] {
       processId =
           services.platform.processes.Start(paths::Join(directory, kServerMonitorProgram), {argument});
     });

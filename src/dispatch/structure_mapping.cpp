@@ -1,12 +1,21 @@
 #include "dispatch/structure_mapping.h"
 
+#include <algorithm>
+
 #include "messages/guard.h"
-#include "structure/xml.h"
+#include "structure/xml/xml.h"
 
 namespace tessel {
 namespace {
 
 constexpr const char* kSection = "Mapping_XML_StructureFile";
+
+// To a reader that knows namespaces a colon makes a prefix, which nobody declares, and "xmlns" the namespace
+// of all that is below.
+std::string WithoutNamespace(std::string name) {
+  std::replace(name.begin(), name.end(), ':', '_');
+  return name == "xmlns" ? "_xmlns" : name;
+}
 
 }  // namespace
 
@@ -50,6 +59,7 @@ std::vector<StructureMapping::Line> StructureMapping::ReadLines(const PcObjectPt
        reader->SectionLines(session_, kSection, admin_setting::kSetName, admin_setting::kClassName,
                             admin_setting::kTextAttribute, settings)) {
     lines.push_back(SplitText(line, "||"));
+    lines.back().front() = WithoutNamespace(lines.back().front());
   }
   return lines;
 }

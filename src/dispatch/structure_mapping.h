@@ -7,7 +7,7 @@
 
 #include "config/services.h"
 #include "host/object.h"
-#include "structure/xml_document.h"
+#include "structure/xml/xml_document.h"
 
 namespace tessel {
 

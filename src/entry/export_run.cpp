@@ -1,5 +1,8 @@
 #include "entry/export_run.h"
 
+#include <utility>
+
+#include "dispatch/recovery.h"
 #include "entry/hook_trace.h"
 #include "entry/program.h"
 #include "hostlib/my_common_functions.h"
@@ -19,11 +22,11 @@ void ShowCatalogueMessage(Program& program, const char* code, MessageIcon icon) 
 // An export that an error ended without clean-up has left its pages loaded and its directory named. Used
 // anew, the pages would show that export's selection, and the copy would look for a directory under its name.
 void ForgetBrokenExport(Program& program) {
-  program.wizard.state.ExportFinished = true;  // so that nobody is asked about the pages
   GuardedRun(program.trace, "Error while unloading the pages (StartExport/StartApplication)",
-             [&] { program.UnloadPages(); });
+             [&] { program.wizard.DiscardPages(); });
   program.ClearExchangeDirectoryName();
   program.exchange.directoryPath.clear();
+  program.exchange.journal.reset();  // what it tells of is put in order as a dead export's
 }
 
 void ResetFlags(Program& program) {
@@ -33,17 +36,35 @@ void ResetFlags(Program& program) {
   state.ExportCancelled = false;
   state.KeepSelection = false;
   state.ExportFinished = false;
-  state.DispatchFailed = false;
-  state.finishedDirectories.clear();
-  state.unrecordedDirectories.clear();
+  state.outcome = {};
+  program.trace.problems.Clear();
 }
 
-void DeleteExchangeDirectory(Program& program) {
-  program.trace.Write("Delete exchange folder if exist");
+// Everything temporary that the export still has. What is left behind by an error here, the next start-up
+// finds in the journal.
+void ClearExchangeDirectory(Program& program, PcSession& session) {
+  const std::unique_ptr<ExportJournal> journal = std::move(program.exchange.journal);
   const std::string directory = program.exchange.directoryPath;
   FileSystem& files = program.platform.files;
-  if (!directory.empty() && files.FolderExists(directory)) files.DeleteFolder(directory);
+  std::vector<Recovered> done;
+  if (journal) {
+    SettleExport(files, session, *journal, false, done);
+  } else if (!directory.empty() && files.FolderExists(directory)) {
+    files.DeleteFolder(directory);
+  }
   program.exchange.directoryPath.clear();
+}
+
+void EndExchangeDirectory(Program& program, PcSession& session) {
+  if (program.wizard.state.ExportCancelled) {
+    program.trace.Write("Delete exchange folder if exist");
+    ClearExchangeDirectory(program, session);
+  } else if (program.wizard.state.outcome.dispatch != DispatchEnd::kFinished) {
+    GuardedRun(
+        program.trace, "Error while clearing the exchange directory (StartExport/StartApplication)",
+        [&] { ClearExchangeDirectory(program, session); }, ProblemKind::kAside);
+  }
+  program.exchange.journal.reset();
 }
 
 void CleanUp(Program& program, PcSession& session) {
@@ -55,10 +76,18 @@ void CleanUp(Program& program, PcSession& session) {
   }
   program.trace.Write("Terminate all existing objects and windows");
   CommonXFunctions::TerminateObjs(program.services, program);
-  if (state.ExportCancelled) DeleteExchangeDirectory(program);
+  EndExchangeDirectory(program, session);
 }
 
 }  // namespace
+
+void RecoverCutOffExports(Program& program, const PcSessionPtr& session) {
+  // A start-up that failed has read no exchange path.
+  if (!session || program.declarations.startup.session != session) return;
+  const std::string& path = program.declarations.configuration.ExchangeDirectory;
+  if (!path.empty())
+    static_cast<void>(RecoverExports(program.trace, program.platform.files, *session, path, {}));
+}
 
 std::int16_t RunExport(Program& program, const PcSessionPtr& session, const std::string& operation) {
   ForgetBrokenExport(program);
@@ -74,7 +103,8 @@ std::int16_t RunExport(Program& program, const PcSessionPtr& session, const std:
   }
   if (operation == "StructureMode") folderStructureMode = true;
   program.trace.Write(std::string("Folder structure mode is: ") + BooleanText(folderStructureMode));
-  if (!CommonXFunctions::Init(program.services, program.startUp, session)) return kNotDone;
+  if (!CommonXFunctions::Init(program.services, session)) return kNotDone;
+  RecoverCutOffExports(program, session);
 
   program.trace.Write("Check whether there are objects selected for transmitting!");
   const Value count = session->GlobalData().Get(global_data::kCount);
@@ -97,6 +127,16 @@ std::int16_t RunExport(Program& program, const PcSessionPtr& session, const std:
   program.wizard.Show();
   CleanUp(program, *session);
   return state.ExportCancelled ? kNotDone : kDone;
+}
+
+void KeepExportOutcome(Program& program) noexcept {
+  IgnoringErrors([&] {
+    ExportOutcome& outcome = program.exportOutcome;
+    outcome = std::exchange(program.wizard.state.outcome, {});
+    outcome.cancelled = program.wizard.state.ExportCancelled;
+    outcome.problems = program.trace.problems.Kept();
+    outcome.problemCount = program.trace.problems.Count();
+  });
 }
 
 void ShowExportFailure(Program& program) {

@@ -11,7 +11,7 @@ Program::Program(Platform& platformPorts, Toolkit& toolkit, HostRuntime& runtime
       declarations(trace, toolkit, platform.program.directory,
                    [this] { return std::make_shared<AdminConfigurationReader>(trace); }),
       ansi(platform.encodings.Open(platform.ansiCodePage)),
-      errors(platform.files, *ansi, declarations),
+      errors(platform.files, *ansi, declarations, trace.problems),
       services{trace, errors, toolkit, declarations, platform, runtime},
       systemTool(platform, toolkit),
       wizard(services, exchange, structure, std::move(additionalValues)) {}

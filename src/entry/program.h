@@ -8,8 +8,10 @@
 #include "config/services.h"
 #include "config/system_tool.h"
 #include "dispatch/additional_values.h"
+#include "dispatch/export_outcome.h"
 #include "exchange/exchange.h"
 #include "host/application.h"
+#include "locking/lock_outcome.h"
 #include "messages/error_handling.h"
 #include "messages/trace.h"
 #include "platform/operating_system.h"
@@ -36,10 +38,14 @@ class Program : public RunObjects {
   ErrorHandling errors;
   Services services;
   SystemTool systemTool;
-  StartUpState startUp;
   ExchangeState exchange;
   StructureState structure;
   Wizard wizard;
+
+  // What became of the last hook of each kind; the hooks themselves return what their callers expect.
+  ExportOutcome exportOutcome;
+  LockOutcome lockOutcome;
+  ContinueOutcome continueOutcome;
 
   // RunObjects
   void UnloadPages() override { wizard.UnloadPages(); }

@@ -27,6 +27,7 @@ void RunTrapped(Program& program, const char* hook, Work&& work) noexcept {
 // The same for a hook that is no part of another one; its trace is complete when it returns.
 template <class Work>
 void RunHook(Program& program, const char* hook, Work&& work) noexcept {
+  program.trace.problems.Clear();
   RunTrapped(program, hook, std::forward<Work>(work));
   program.trace.Flush();
 }
@@ -43,6 +44,7 @@ std::int16_t StartApplication::StartExport(const PcSessionPtr& PcSession, const 
     TraceError(program_.trace, "Fehlerabbruch im Modul (StartExport/StartApplication)", CurrentError());
     IgnoringErrors([&] { ShowExportFailure(program_); });
   }
+  KeepExportOutcome(program_);
   program_.trace.Flush();
   return status;
 }
@@ -54,6 +56,7 @@ std::int16_t StartApplication::CollectSelObjs(const PcSessionPtr& PcSession, con
   RunHook(program_, "CollectSelObjs", [&] {
     StartHookTrace(program_, "_Client_SelectObjects");
     status = CommonXFunctions::PutSelection2PcGlobalData(program_.services, PcSession, FirstRec, SecondRec);
+    RecoverCutOffExports(program_, PcSession);
   });
   return static_cast<std::int16_t>(status);
 }
@@ -73,8 +76,10 @@ std::int16_t StartApplication::LockObject(const PcSessionPtr& PcSession, const s
                                           PcRecordListPtr& thirdRec) noexcept {
   RunHook(program_, "LockObject", [&] {
     StartHookTrace(program_, "_Client_LockObjects");
-    CommonXFunctions::LockObject(program_.services, program_.startUp, PcSession, FirstRec, SecondRec,
-                                 thirdRec);
+    program_.lockOutcome = {};
+    program_.lockOutcome =
+        CommonXFunctions::LockObject(program_.services, PcSession, FirstRec, SecondRec, thirdRec);
+    RecoverCutOffExports(program_, PcSession);
   });
   return kDone;
 }
@@ -84,8 +89,10 @@ std::int16_t StartApplication::UnlockObject(const PcSessionPtr& PcSession, const
                                             PcRecordListPtr& thirdRec) noexcept {
   RunHook(program_, "UnlockObject", [&] {
     StartHookTrace(program_, "_Client_UnlockObjects");
-    CommonXFunctions::UnlockObject(program_.services, program_.startUp, PcSession, FirstRec, SecondRec,
-                                   thirdRec);
+    program_.lockOutcome = {};
+    program_.lockOutcome =
+        CommonXFunctions::UnlockObject(program_.services, PcSession, FirstRec, SecondRec, thirdRec);
+    RecoverCutOffExports(program_, PcSession);
   });
   return kDone;
 }
@@ -93,7 +100,8 @@ std::int16_t StartApplication::UnlockObject(const PcSessionPtr& PcSession, const
 std::int16_t StartApplication::GetLatestDataExObj(const PcSessionPtr& PcSession, const std::string&,
                                                   const PcRecordListPtr& FirstRec) noexcept {
   RunHook(program_, "GetLatestDataExObj", [&] {
-    CommonXFunctions::GetLatestDataExObj(program_.services, program_.startUp, PcSession, FirstRec);
+    CommonXFunctions::GetLatestDataExObj(program_.services, PcSession, FirstRec);
+    RecoverCutOffExports(program_, PcSession);
   });
   return kDone;
 }
@@ -103,7 +111,9 @@ std::int16_t StartApplication::ContinueBatchMode(const PcSessionPtr& PcSession, 
                                                  PcRecordListPtr&) noexcept {
   RunHook(program_, "ContinueBatchMode", [&] {
     StartHookTrace(program_, "_Client_Continue_Batch_Process");
-    CommonXFunctions::ContinueBatchMode(program_.services, program_.startUp, PcSession, FirstRec);
+    program_.continueOutcome = {};
+    program_.continueOutcome = CommonXFunctions::ContinueBatchMode(program_.services, PcSession, FirstRec);
+    RecoverCutOffExports(program_, PcSession);
   });
   return kDone;
 }

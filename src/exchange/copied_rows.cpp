@@ -1,13 +1,21 @@
 #include "exchange/copied_rows.h"
 
 #include "host/error.h"
+#include "messages/guard.h"
 
 namespace tessel {
 namespace {
 
+constexpr std::array<const char*, 6> kLinkColumns = {"CLASS_ID",  "CLASS_ID1",  "OBJECT_ID1",
+                                                     "CLASS_ID2", "OBJECT_ID2", "VRK_DIRECTION"};
+
+[[noreturn]] void ThrowNoColumn(const char* name) {
+  throw HostError(std::string("The record list has no column \"") + name + "\"");
+}
+
 int ColumnOf(const PcRecordList& list, const char* name) {
   const int column = list.FindColumn(name);
-  if (column < 0) throw HostError(std::string("The record list has no column \"") + name + "\"");
+  if (column < 0) ThrowNoColumn(name);
   return column;
 }
 
@@ -26,6 +34,31 @@ class KeyColumns {
   int object_;
 };
 
+KeyColumns FirstEnds(const PcRecordList& list) {
+  return {list, "CLASS_ID1", "OBJECT_ID1"};
+}
+
+// What the index needs of the files list.
+class FileColumns {
+ public:
+  explicit FileColumns(const PcRecordList& list)
+      : list_(list), keys_(list, "CLASS_ID", "OBJECT_ID"), operation_(list.FindColumn("OPERATION_ID")) {}
+  [[nodiscard]] ObjectKey Key(int row) const { return keys_.At(row); }
+  [[nodiscard]] bool Copied(int row) const {
+    return operation_ >= 0 && IsFileCopied(list_.GetValue(operation_, row));
+  }
+
+ private:
+  const PcRecordList& list_;
+  KeyColumns keys_;
+  int operation_;
+};
+
+// A list that fails once only is no list to go by either.
+[[noreturn]] void ThrowUnread(int row) {
+  throw HostError("Row " + std::to_string(row + 1) + " of a copied list could not be read");
+}
+
 }  // namespace
 
 bool IsFileCopied(const Value& operation) {
@@ -34,33 +67,29 @@ bool IsFileCopied(const Value& operation) {
 
 void CopiedRows::SetFiles(PcRecordListPtr files) {
   files_ = std::move(files);
-  filesIndexed_ = false;
-  fileEntries_.clear();
-  fileError_ = nullptr;
+  fileIndex_ = {};
+  if (files_) IgnoringErrors([this] { IndexFiles(); });
 }
 
 void CopiedRows::SetLinks(PcRecordListPtr links) {
   links_ = std::move(links);
-  linksIndexed_ = false;
-  linkColumns_.clear();
-  linksFrom_.clear();
-  linkError_ = nullptr;
+  linkIndex_ = {};
+  if (links_) IgnoringErrors([this] { IndexLinks(); });
 }
 
 int CopiedRows::FindFileRow(const ObjectKey& key) const {
-  IndexFiles();
-  const auto found = fileEntries_.find(key);
-  if (found != fileEntries_.end()) return found->second.firstRow;
-  if (fileError_) std::rethrow_exception(fileError_);
+  static_cast<void>(Required(files_.get(), "copied-files list"));
+  const auto found = fileIndex_.entries.find(key);
+  if (found != fileIndex_.entries.end() && found->second.firstRow >= 0) return found->second.firstRow;
+  CheckFiles();
   return -1;
 }
 
 int CopiedRows::CopiedCount(const ObjectKey& key) const {
   if (!files_) return 0;
-  IndexFiles();
-  if (fileError_) std::rethrow_exception(fileError_);
-  const auto found = fileEntries_.find(key);
-  return found == fileEntries_.end() ? 0 : found->second.copied;
+  CheckFiles();
+  const auto found = fileIndex_.entries.find(key);
+  return found == fileIndex_.entries.end() ? 0 : found->second.copied;
 }
 
 int CopiedRows::LinkCount() const {
@@ -69,15 +98,10 @@ int CopiedRows::LinkCount() const {
 
 CopiedLink CopiedRows::Link(int row) const {
   const PcRecordList& list = *Required(links_.get(), "copied-links list");
-  if (linkColumns_.empty()) {
-    std::vector<int> columns;
-    for (const char* name :
-         {"CLASS_ID", "CLASS_ID1", "OBJECT_ID1", "CLASS_ID2", "OBJECT_ID2", "VRK_DIRECTION"}) {
-      columns.push_back(ColumnOf(list, name));
-    }
-    linkColumns_ = std::move(columns);
-  }
-  const auto cell = [&](std::size_t column) { return list.GetValue(linkColumns_[column], row); };
+  const auto cell = [&](std::size_t column) {
+    if (linkColumns_[column] < 0) ThrowNoColumn(kLinkColumns[column]);
+    return list.GetValue(linkColumns_[column], row);
+  };
   return {cell(0).AsInt16(),
           {cell(1).AsInt16(), cell(2).AsInt32()},
           {cell(3).AsInt16(), cell(4).AsInt32()},
@@ -86,47 +110,50 @@ CopiedLink CopiedRows::Link(int row) const {
 
 const std::vector<int>& CopiedRows::LinksFrom(const ObjectKey& key) const {
   static const std::vector<int> kNone;
-  IndexLinks();
-  const auto found = linksFrom_.find(key);
-  return found == linksFrom_.end() ? kNone : found->second;
+  const auto found = linkIndex_.entries.find(key);
+  return found == linkIndex_.entries.end() ? kNone : found->second;
 }
 
 void CopiedRows::CheckLinks() const {
-  IndexLinks();
-  if (linkError_) std::rethrow_exception(linkError_);
+  if (!links_ || linkIndex_.whole) return;
+  static_cast<void>(FirstEnds(*links_).At(linkIndex_.rows));
+  ThrowUnread(linkIndex_.rows);
 }
 
-void CopiedRows::IndexFiles() const {
-  const PcRecordList& list = *Required(files_.get(), "copied-files list");
-  if (filesIndexed_) return;
-  filesIndexed_ = true;
-  try {
-    const int rows = list.RowCount();
-    if (rows == 0) return;  // an empty list may have no columns
-    const KeyColumns keys(list, "CLASS_ID", "OBJECT_ID");
-    const int operation = list.FindColumn("OPERATION_ID");
+void CopiedRows::CheckFiles() const {
+  if (fileIndex_.whole) return;
+  const FileColumns columns(*files_);
+  static_cast<void>(columns.Key(fileIndex_.rows));
+  static_cast<void>(columns.Copied(fileIndex_.rows));
+  ThrowUnread(fileIndex_.rows);
+}
+
+void CopiedRows::IndexFiles() {
+  const int rows = files_->RowCount();
+  if (rows > 0) {  // an empty list may have no columns
+    const FileColumns columns(*files_);
     for (int row = 0; row < rows; ++row) {
-      FileEntry& entry = fileEntries_[keys.At(row)];
+      FileEntry& entry = fileIndex_.entries[columns.Key(row)];
       if (entry.firstRow < 0) entry.firstRow = row;
-      if (operation >= 0 && IsFileCopied(list.GetValue(operation, row))) ++entry.copied;
+      if (columns.Copied(row)) ++entry.copied;
+      fileIndex_.rows = row + 1;
     }
-  } catch (...) {
-    fileError_ = std::current_exception();
   }
+  fileIndex_.whole = true;
 }
 
-void CopiedRows::IndexLinks() const {
-  if (linksIndexed_ || !links_) return;
-  linksIndexed_ = true;
-  try {
-    const int rows = links_->RowCount();
-    if (rows == 0) return;  // an empty list may have no columns
-    const KeyColumns firsts(*links_, "CLASS_ID1", "OBJECT_ID1");
-    for (int row = 0; row < rows; ++row)
-      linksFrom_[firsts.At(row)].push_back(row);
-  } catch (...) {
-    linkError_ = std::current_exception();
+void CopiedRows::IndexLinks() {
+  for (std::size_t column = 0; column < kLinkColumns.size(); ++column)
+    linkColumns_[column] = links_->FindColumn(kLinkColumns[column]);
+  const int rows = links_->RowCount();
+  if (rows > 0) {
+    const KeyColumns firsts = FirstEnds(*links_);
+    for (int row = 0; row < rows; ++row) {
+      linkIndex_.entries[firsts.At(row)].push_back(row);
+      linkIndex_.rows = row + 1;
+    }
   }
+  linkIndex_.whole = true;
 }
 
 }  // namespace tessel

@@ -1,7 +1,8 @@
-// The record lists that the host hands over after a copy, with the indexes that the structure file needs.
+// The record lists that the host hands over after a copy, with the indexes that the structure file needs, and
+// those of the whole export, which its record links.
 #pragma once
 
-#include <exception>
+#include <array>
 #include <unordered_map>
 #include <vector>
 
@@ -25,7 +26,8 @@ inline constexpr int kFileCopied = 6;
 
 class CopiedRows {
  public:
-  // The lists of the last copy; either may be nothing. Set rebuilds the indexes at the next look-up.
+  // The lists of the last copy; either may be nothing. Set builds the indexes and raises nothing: a row that
+  // cannot be read ends its index, and raises its error when something beyond it is asked for.
   [[nodiscard]] const PcRecordListPtr& Files() const { return files_; }
   [[nodiscard]] const PcRecordListPtr& Links() const { return links_; }
   void SetFiles(PcRecordListPtr files);
@@ -46,23 +48,36 @@ class CopiedRows {
   // Raises the error of the first row whose first end cannot be read.
   void CheckLinks() const;
 
- private:
-  void IndexFiles() const;
-  void IndexLinks() const;
+  // The files lists of all roots of this export so far, in their order. They are the lists of the copies
+  // themselves, and are not changed any more.
+  [[nodiscard]] const std::vector<PcRecordListPtr>& Exported() const { return exported_; }
+  // Adds the list of the last copy, which is there.
+  void AddToExport() { exported_.push_back(files_); }
+  // Whether the list of the last copy is among them.
+  [[nodiscard]] bool IsExported() const { return !exported_.empty() && exported_.back() == files_; }
+  void StartExport() { exported_.clear(); }
 
+ private:
   struct FileEntry {
     int firstRow = -1;
     int copied = 0;
   };
+  template <class Entry>
+  struct Index {
+    std::unordered_map<ObjectKey, Entry> entries;
+    int rows = 0;        // those that could be read
+    bool whole = false;  // all of them
+  };
+  void IndexFiles();
+  void IndexLinks();
+  void CheckFiles() const;
+
   PcRecordListPtr files_;
   PcRecordListPtr links_;
-  mutable bool filesIndexed_ = false;
-  mutable bool linksIndexed_ = false;
-  mutable std::unordered_map<ObjectKey, FileEntry> fileEntries_;
-  mutable std::exception_ptr fileError_;  // what ended the indexing of the files
-  mutable std::vector<int> linkColumns_;  // in the order of the members of CopiedLink; empty until asked for
-  mutable std::unordered_map<ObjectKey, std::vector<int>> linksFrom_;
-  mutable std::exception_ptr linkError_;  // the same for the links
+  Index<FileEntry> fileIndex_;
+  Index<std::vector<int>> linkIndex_;
+  std::array<int, 6> linkColumns_{};  // in the order of the members of CopiedLink; -1 for one that is missing
+  std::vector<PcRecordListPtr> exported_;
 };
 
 }  // namespace tessel

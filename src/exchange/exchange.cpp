@@ -1,5 +1,6 @@
 #include "exchange/exchange.h"
 
+#include "host/column_shape.h"
 #include "messages/guard.h"
 #include "platform/paths.h"
 #include "selection/selection.h"
@@ -11,7 +12,7 @@ constexpr const char* kRootColumn = "ROOT_OBJ";
 
 // Adds "ROOT_OBJ" where it is missing and sets it to 0 in every row.
 void ResetRootMarks(PcRecordList& list) {
-  if (!list.HasColumn(kRootColumn)) list.AddColumn(kRootColumn, 2, 2);
+  if (!list.HasColumn(kRootColumn)) AddColumn(list, kRootColumn, column_shape::kInteger);
   const int column = list.FindColumn(kRootColumn);
   const int rows = list.RowCount();
   for (int row = 0; row < rows; ++row)
@@ -32,15 +33,48 @@ std::vector<int> MatchColumns(const PcRecordList& source, PcRecordList& destinat
   return columns;
 }
 
+using JournalPtr = std::unique_ptr<ExportJournal>;
+
+// The journal, where one is wanted, stands before the directory.
 void CreateDirectory(Services& services, const std::string& basePath, const std::string& name,
-                     const std::string& fullPath) {
+                     const std::string& fullPath, JournalPtr* journal) {
   if (!paths::IsPlainFileName(name)) {
     throw RuntimeError(error_number::kPathFileAccess,
                        "Create folder: \"" + name + "\" is no plain name below " + basePath);
   }
+  if (!paths::IsFullPath(basePath)) {
+    throw RuntimeError(error_number::kPathFileAccess,
+                       "Create folder: the exchange path \"" + basePath + "\" does not begin at a drive");
+  }
   FileSystem& files = services.platform.files;
   files.CreateFolders(basePath);
-  files.CreateFolder(fullPath);
+  if (journal == nullptr) {
+    files.CreateFolder(fullPath);
+    return;
+  }
+  if (files.FolderExists(fullPath))
+    throw RuntimeError(error_number::kFileAlreadyExists, "Create folder: " + fullPath + " exists already");
+  *journal = ExportJournal::Begin(files, fullPath);
+  try {
+    (*journal)->Making(fullPath);
+    files.CreateFolder(fullPath);
+  } catch (...) {
+    IgnoringErrors([&] { (*journal)->Close(); });
+    journal->reset();
+    throw;
+  }
+}
+
+bool CreateGuarded(Services& services, const std::string& basePath, const std::string& name,
+                   std::string& fullPath, JournalPtr* journal) {
+  fullPath = paths::Join(basePath, name);
+  return Guarded(services.trace,
+                 "Fehler beim Erzeugen des temp. Austauschverzeichnisses "
+                 "(CreateNewExDir/CommonXFunctions",
+                 false, [&] {
+                   CreateDirectory(services, basePath, name, fullPath, journal);
+                   return true;
+                 });
 }
 
 }  // namespace
@@ -58,14 +92,30 @@ bool CreateExDirName(Services& services, std::string& name) {
 
 bool CreateNewExDir(Services& services, const std::string& basePath, const std::string& name,
                     std::string& fullPath) {
-  fullPath = paths::Join(basePath, name);
-  return Guarded(services.trace,
-                 "Fehler beim Erzeugen des temp. Austauschverzeichnisses "
-                 "(CreateNewExDir/CommonXFunctions",
-                 false, [&] {
-                   CreateDirectory(services, basePath, name, fullPath);
-                   return true;
-                 });
+  return CreateGuarded(services, basePath, name, fullPath, nullptr);
+}
+
+bool MakeExchangeDirectory(Services& services, ExchangeState& state) {
+  if (!state.directoryName.empty()) return true;
+  std::string name;
+  std::string path;
+  if (!CreateExDirName(services, name)) return false;
+  services.trace.Write("Name des temp. Austauschverzeichnisses(Command1_Click/Tessel_2): " + name);
+  JournalPtr journal;
+  if (!CreateGuarded(services, services.Settings().ExchangeDirectory, name, path, &journal)) return false;
+  services.trace.Write("Austauschverzeichnisses erstellt(Command1_Click/Tessel_2): " + path);
+  state.directoryName = name;
+  state.directoryPath = path;
+  state.journal = std::move(journal);
+  return true;
+}
+
+ExportJournal& JournalOf(Services& services, ExchangeState& state) {
+  if (!state.journal) {
+    state.journal = ExportJournal::Begin(services.platform.files, state.directoryPath);
+    state.journal->Making(state.directoryPath);
+  }
+  return *state.journal;
 }
 
 int AllCopiedFiles(Services& services, ExchangeState& state, const PcRecordListPtr& first,
@@ -85,13 +135,23 @@ int AllCopiedFiles(Services& services, ExchangeState& state, const PcRecordListP
     } else {
       services.trace.Write("SecondRec of Hook 'LFCStage2' is empty");
     }
-    ResetRootMarks(*Required(state.copied.Files().get(), "copied-files list"));
+    ResetRootMarks(CopiedFilesToMark(services.runtime, state.copied));
     DumpRecordLists(services.trace, first, second, "List of all copied Files",
                     "List of links to all copied files");
     return 0;
   };
   return Guarded(services.trace,
                  "Fehler beim Uebernehmen der kopierten Dateien (AllCopiedFiles/CommonXFunctions)", 1, keep);
+}
+
+PcRecordList& CopiedFilesToMark(HostRuntime& runtime, CopiedRows& copied) {
+  static_cast<void>(Required(copied.Files().get(), "copied-files list"));
+  if (copied.IsExported()) {
+    PcRecordListPtr files;
+    CopyRecList(runtime, *copied.Files(), files, false);
+    copied.SetFiles(std::move(files));
+  }
+  return *copied.Files();
 }
 
 int CopyRecList(HostRuntime& runtime, const PcRecordList& source, PcRecordListPtr& destination, bool append) {

@@ -1,21 +1,22 @@
 // CommonXFunctions: the exchange directory, the life-cycle copy into it and the lists that the copy leaves.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "config/services.h"
 #include "exchange/copied_rows.h"
+#include "exchange/export_journal.h"
 #include "host/record_list.h"
 
 namespace tessel {
-
-// Written into a recipient's directory beside the structure file and the data file.
-inline constexpr const char* kNeutralFormatsFile = "NeutralFormats.xml";
 
 // Module state of the exchange.
 struct ExchangeState {
   std::string directoryName;  // empty until the first copy of an export
   std::string directoryPath;  // full path of the exchange directory
+  // Held from before the directory is made until nothing temporary of the export stands.
+  std::unique_ptr<ExportJournal> journal;
   CopiedRows copied;
 };
 
@@ -34,16 +35,29 @@ enum class CopyResult { kFailed = 0, kCopied = 1, kCancelled = 2 };
 
 namespace CommonXFunctions {
 
+// The list of the last copy, to mark rows in. One that stands among the exported ones gives way to a copy of
+// it. Error 91 without a list.
+PcRecordList& CopiedFilesToMark(HostRuntime& runtime, CopiedRows& copied);
+
 // "@@_", the user's login name, "_" and the time. False after an error, which is traced.
 bool CreateExDirName(Services& services, std::string& name);
 
 // Joins base and name and creates the directory. True only when it did not exist and was created; a name that
-// would leave the base is refused.
+// would leave the base is refused, and a base that is no full path.
 bool CreateNewExDir(Services& services, const std::string& basePath, const std::string& name,
                     std::string& fullPath);
 
+// Makes the exchange directory of an export, unless it has one already, and its journal before it. A
+// directory that could not be made leaves no name behind: the next call tries another one, and nobody takes
+// somebody else's directory for this export's. False after an error, which is traced.
+bool MakeExchangeDirectory(Services& services, ExchangeState& state);
+
+// The journal of the export; made when the exchange directory came into being without one. Error 58 when
+// another export works on that directory.
+[[nodiscard]] ExportJournal& JournalOf(Services& services, ExchangeState& state);
+
 // Copies the files of the object that a node's tag names (class id, "_", object id). A copied file that bears
-// the name of one that the dispatch writes into the directory makes the copy a failed one.
+// the name of the structure or the data file, in any letter case, makes the copy a failed one.
 CopyResult copyFile2ExDir(Services& services, ExchangeState& state, SendDataView& view,
                           const std::string& nodeTag);
 

@@ -1,5 +1,6 @@
 // The life-cycle copy of one selected object into the exchange directory.
 #include "exchange/exchange.h"
+#include "host/column_shape.h"
 #include "host/services.h"
 #include "messages/guard.h"
 #include "platform/paths.h"
@@ -26,9 +27,9 @@ PcLifeCycleOperationsPtr OperationsOf(const PcObject& object) {
 
 PcRecordListPtr CopyParameters(HostRuntime& runtime, const std::string& directory, std::int16_t operationId) {
   auto list = Required(NewRecList(runtime), "record list");
-  list->AddColumn("DIRECTORY", 255, 1);
-  list->AddColumn("OPERATION_ID", 2, 2);
-  list->AddColumn("FILE_OVERWRITE", 2, 2);
+  AddColumn(*list, "DIRECTORY", column_shape::kText);
+  AddColumn(*list, "OPERATION_ID", column_shape::kInteger);
+  AddColumn(*list, "FILE_OVERWRITE", column_shape::kInteger);
   list->SetValue("DIRECTORY", 0, Value(directory));
   list->SetValue("OPERATION_ID", 0, Value(operationId));
   list->SetValue("FILE_OVERWRITE", 0, Value(std::int16_t{1}));
@@ -88,7 +89,7 @@ CopyOutcome RunCopy(Services& services, const ExchangeState& state, SendDataView
 }
 
 void ClearCopyFlag(Services& services) {
-  IgnoringErrors([&] {
+  PassingOver(services.trace.problems, "Clearing the copy flag", [&] {
     PcGlobalData& globalData = services.Session().GlobalData();
     const int position = globalData.Position(global_data::kCopyRunning);
     services.trace.Write("IndexOf: " + std::to_string(position));
@@ -97,14 +98,27 @@ void ClearCopyFlag(Services& services) {
 }
 
 // The dispatch would replace such a file, and the recipient would get something else under its name.
-void CheckReservedNames(const Services& services, const std::string& directory) {
+void RefuseReservedName(const std::string& name) {
+  throw RuntimeError(error_number::kFileAlreadyExists,
+                     "\"" + name + "\" is the name of a file that the export itself writes");
+}
+
+// The directory tells the exact names for any host; the rows of this copy those that only the recipient's
+// machine takes for the same. (Listing the directory after each object would cost the square of their
+// number.)
+void CheckReservedNames(const Services& services, const ExchangeState& state) {
   const Configuration& settings = services.Settings();
-  for (const std::string& name :
-       {settings.StructureFileName, settings.DataFileName, std::string(kNeutralFormatsFile)}) {
-    if (!paths::IsPlainFileName(name)) continue;
-    if (services.platform.files.FileExists(paths::Join(directory, name))) {
-      throw RuntimeError(error_number::kFileAlreadyExists,
-                         "\"" + name + "\" is the name of a file that the export itself writes");
+  const PcRecordListPtr& rows = state.copied.Files();
+  const bool named = rows && rows->HasColumn("FILE_NAME");
+  const int column = named ? rows->FindColumn("FILE_NAME") : -1;
+  for (const std::string& reserved : {settings.StructureFileName, settings.DataFileName}) {
+    if (!paths::IsPlainFileName(reserved)) continue;
+    if (services.platform.files.FileExists(paths::Join(state.directoryPath, reserved))) {
+      RefuseReservedName(reserved);
+    }
+    for (int row = 0; named && row < rows->RowCount(); ++row) {
+      const std::string name = rows->GetValue(column, row).AsText();
+      if (paths::IsSameFileName(name, reserved)) RefuseReservedName(name);
     }
   }
 }
@@ -125,7 +139,7 @@ CopyResult copyFile2ExDir(Services& services, ExchangeState& state, SendDataView
   if (outcome.failed) return CopyResult::kFailed;
   return Guarded(services.trace, kCopyError, CopyResult::kFailed, [&] {
     if (services.platform.files.FolderExists(state.directoryPath)) {
-      CheckReservedNames(services, state.directoryPath);
+      CheckReservedNames(services, state);
       return ResultOf(outcome);
     }
     services.toolkit.ShowMessage({services.errors.ErrorHandle("e0195"), "Kestrix", MessageIcon::kCritical});

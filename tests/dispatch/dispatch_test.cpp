@@ -3,12 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 
 #include "dispatch/recipients.h"
+#include "dispatch/recovery.h"
 #include "selection/start_up.h"
-#include "structure/dx_xml.h"
-#include "structure/xml.h"
+#include "structure/xml/dx_xml.h"
+#include "structure/xml/xml.h"
 #include "support/export_world.h"
+#include "support/failing_files.h"
 
 namespace tessel {
 namespace {
@@ -35,16 +38,6 @@ class RecordingValues : public AdditionalValues {
  private:
   Lines& calls_;
   const std::function<void()>& meanwhile_;
-};
-
-class RecordingListener : public DispatchListener {
- public:
-  void ExportFinished() override { ++finished; }
-  void DirectoryFinished(const std::string& path) override { directories.push_back(path); }
-  void RecordIncomplete(const std::string& path) override { unrecorded.push_back(path); }
-  int finished = 0;
-  Lines directories;
-  Lines unrecorded;
 };
 
 // Elements of a data file that differ from test to test.
@@ -96,8 +89,7 @@ class DispatchTest : public testing::Test {
         test::CompanyOptions{.settings = settings, .companySettings = company, .contactSettings = contact});
     exchange_ = {};
     structure_ = {};
-    StartUpState startUp;
-    ASSERT_TRUE(CommonXFunctions::Init(world_->services, startUp, world_->session));
+    ASSERT_TRUE(CommonXFunctions::Init(world_->services, world_->session));
     exchange_.directoryPath = world_->folder.Path(std::string("ex/") + kName);
     world_->folder.Write(std::string("ex/") + kName + "/gearbox.stp", "gearbox");
     structure_.document = XML::InitXMLDoc();
@@ -106,9 +98,10 @@ class DispatchTest : public testing::Test {
     structure_.contentList = XML::CreateElement(*structure_.document, "Content_List", "", structure_.root);
     const XmlNode gearbox = AddNode("Gearbox", structure_.contentList, "1201_1");
     AddNode("Shaft", gearbox, "1202_2");
-    structure_.exportCopiedFiles = world_->ObjectList({{1201, 1}});
-    structure_.exportCopiedFiles->AddColumn("ROOT_OBJ", 2, 2);
-    structure_.exportCopiedFiles->SetValue("ROOT_OBJ", 0, Value(1));
+    exchange_.copied.SetFiles(world_->ObjectList({{1201, 1}}));
+    exchange_.copied.Files()->AddColumn("ROOT_OBJ", 2, 2);
+    exchange_.copied.Files()->SetValue("ROOT_OBJ", 0, Value(1));
+    exchange_.copied.AddToExport();
     request_.recipients = NewRecipientList(world_->host);
     request_.sendMode = SendMode::kNoSend;
     request_.selectedFolderStructure = "-1";
@@ -127,10 +120,20 @@ class DispatchTest : public testing::Test {
     AddRecipient({901, 11}, {902, 22});
     AddRecipient({901, 12}, {});
   }
-  bool Run() {
-    DispatchParts parts{world_->services, exchange_, structure_,
+  bool Run() { return Run(world_->services); }
+  bool Run(Services& services) {
+    DispatchParts parts{services, exchange_, structure_,
                         [this] { return std::make_unique<RecordingValues>(additional_, meanwhile_); }};
-    return RunDispatch(parts, request_, listener_);
+    outcome_ = {};
+    RunDispatch(parts, request_, outcome_);
+    return outcome_.dispatch == DispatchEnd::kFinished;
+  }
+  // The directories of the outcome, those without a whole record with a "?".
+  Lines HandedOverTo() const {
+    Lines lines;
+    for (const HandedOver& one : outcome_.directories)
+      lines.push_back(one.directory + (one.recordWhole ? "" : "?"));
+    return lines;
   }
   Lines Tree() { return world_->folder.Tree("ex"); }
   std::string File(const std::string& path) { return world_->folder.Read("ex/" + path); }
@@ -144,7 +147,7 @@ class DispatchTest : public testing::Test {
   ExchangeState exchange_;
   StructureState structure_;
   DispatchRequest request_;
-  RecordingListener listener_;
+  ExportOutcome outcome_;
   Lines additional_;
   std::function<void()> meanwhile_;  // what others do while a recipient's directory is being filled
 };
@@ -173,8 +176,8 @@ TEST_F(DispatchTest, OneExportWithoutRecipient) {
   EXPECT_EQ(world_->Rows("select CLASS_ID2, OBJECT_ID2 from GENERAL_LINK where OBJECT_ID1 = " + objects[0]),
             "1201|1");
   EXPECT_EQ(additional_, Lines{std::string("0_0 0_0 ") + kName});
-  EXPECT_EQ(listener_.finished, 1);
-  EXPECT_EQ(listener_.directories, Lines{world_->folder.Path("ex/" + name)});
+  EXPECT_EQ(HandedOverTo(), Lines{world_->folder.Path("ex/" + name)});
+  EXPECT_TRUE(outcome_.Whole());
   EXPECT_TRUE(world_->Traced("No custmerObjClassID and no CustomerObjObjectID"));
   EXPECT_TRUE(world_->launcher.starts.empty());
   EXPECT_TRUE(world_->user.seen.empty());
@@ -256,7 +259,7 @@ TEST_F(DispatchTest, CustomTextsAndFolderStructure) {
 
 TEST_F(DispatchTest, MappedAttributesFailOnOneLevelAlone) {
   Prepare({}, {{"Mapping_XML_StructureFile", {"City||NONE"}}},
-          {{"Mapping_XML_StructureFile", {"Part number||VRK_ID", "# no line", "Material||MATERIAL"}}});
+          {{"Mapping_XML_StructureFile", {"Part:number||VRK_ID", "# no line", "Material||MATERIAL"}}});
   const XmlNode gearbox = structure_.contentList.FirstChild();
   AddNode("Gone", gearbox, "1202_999");
   AddNode("Never reached", gearbox, "1202_2");
@@ -302,20 +305,19 @@ TEST_F(DispatchTest, AMonitorThatCannotBeStartedLeavesTheExportComplete) {
   world_->launcher.processId = 0;
   EXPECT_TRUE(Run());
   EXPECT_EQ(world_->user.seen, Lines{"exclamation||Error while launching the 'Kestrix Server Monitor'"});
-  EXPECT_EQ(listener_.finished, 1);
+  EXPECT_EQ(outcome_.monitor, MonitorStart::kFailed);
   EXPECT_TRUE(world_->folder.Exists("ex/Export_anna_20240131_154502_New/Kestrix_Data.xml"));
 }
 
 TEST_F(DispatchTest, AMoveThatFailsHalfWayKeepsWhatIsFinal) {
   Prepare({{"Settings", {"UseServerMonitor=1"}}});
   AddThreeRecipients();
-  world_->folder.MakeFolder("ex/Export_anna_20240131_15450a_New");
+  meanwhile_ = [&] { world_->folder.MakeFolder("ex/Export_anna_20240131_15450a_New"); };
   EXPECT_FALSE(Run());
   EXPECT_TRUE(world_->folder.Exists("ex/Export_anna_20240131_154502_New/Kestrix_Data.xml"));
   EXPECT_FALSE(world_->folder.Exists(std::string("ex/") + kName + "_temp"));
   EXPECT_FALSE(world_->folder.Exists("ex/@@_anna_20240131_15450a")) << "half-filled";
-  EXPECT_EQ(listener_.finished, 0);
-  EXPECT_EQ(listener_.directories.size(), 1U);
+  EXPECT_EQ(HandedOverTo().size(), 1U);
   EXPECT_EQ(ExchangeObjects().size(), 1U) << "no record of what has no directory";
   EXPECT_TRUE(world_->launcher.starts.empty());
   const test::TraceEntry& traced = world_->trace.writer->entries.back();
@@ -355,6 +357,54 @@ TEST_F(DispatchTest, ATakenDirectoryEndsBeforeAnythingIsMade) {
   }
 }
 
+// Whatever call of the file system fails, or kills the run: each final directory is whole and has its record,
+// each record its directory, and nothing temporary stays.
+TEST_F(DispatchTest, AFailureAtAnyFileCallLeavesNothingHalf) {
+  for (const test::Failing how : {test::Failing::kOnce, test::Failing::kFromThenOn}) {
+    bool reached = true;
+    for (int call = 1; reached; call += how == test::Failing::kOnce ? 1 : 3) {
+      SCOPED_TRACE((how == test::Failing::kOnce ? "call " : "from call ") + std::to_string(call));
+      Prepare({});
+      AddRecipient({901, 11}, {902, 21});
+      AddRecipient({901, 12}, {});
+      test::FailingFiles files(world_->platform.files, call, how);
+      Platform platform{files,
+                        world_->platform.encodings,
+                        world_->platform.clock,
+                        world_->platform.pauser,
+                        world_->platform.processes,
+                        world_->platform.profiles,
+                        world_->platform.system,
+                        world_->platform.program,
+                        world_->platform.ansiCodePage};
+      Services services{world_->services.trace,
+                        world_->services.errors,
+                        world_->services.toolkit,
+                        world_->services.declarations,
+                        platform,
+                        world_->services.runtime};
+      const bool finished = Run(services);
+      reached = files.Reached();
+      EXPECT_TRUE(reached || finished);
+      exchange_.journal.reset();  // as the end of the process does
+      static_cast<void>(RecoverExports(world_->trace.trace, world_->platform.files, *world_->session,
+                                       world_->folder.Path("ex"), {.removeStrays = true}));
+      std::map<std::string, int> entries;  // by final directory
+      for (const std::string& path : Tree())
+        ++entries[path.substr(0, path.find('/'))];
+      for (const auto& [name, count] : entries) {
+        EXPECT_TRUE(name.starts_with("Export_")) << name;
+        EXPECT_EQ(count, 4) << name;
+      }
+      EXPECT_EQ(ExchangeObjects().size(), entries.size());
+      EXPECT_GE(entries.size(), outcome_.directories.size());
+      if (finished) {
+        EXPECT_EQ(entries.size(), 2U);
+      }
+    }
+  }
+}
+
 TEST_F(DispatchTest, EndsBeforeAnythingIsMade) {
   struct Case {
     SettingLines settings;
@@ -375,6 +425,26 @@ TEST_F(DispatchTest, EndsBeforeAnythingIsMade) {
   }
 }
 
+// The receiving system may know no letter case. Neutral formats are in the way only where they are written.
+TEST_F(DispatchTest, DocumentsThatBearTheNameOfAnOwnFile) {
+  const SettingLines formats{{"Neutral_Formats", {"PartDocument=JT"}}};
+  const struct {
+    const char* document;
+    SettingLines company;
+    bool refused;
+  } cases[] = {{"KESTRIX_DATA.XML", {}, true},
+               {"kestrix_structure.xml", {}, true},
+               {"neutralformats.XML", {}, false},
+               {"neutralformats.XML", formats, true}};
+  for (const auto& each : cases) {
+    Prepare({}, each.company);
+    AddRecipient({901, 11}, {});
+    world_->folder.Write(std::string("ex/") + kName + "/" + each.document, "document");
+    EXPECT_EQ(Run(), !each.refused) << each.document;
+    EXPECT_EQ(ExchangeObjects().empty(), each.refused);
+  }
+}
+
 TEST_F(DispatchTest, WithoutDataExchangeObjectTheExportGoesOn) {
   Prepare({{"Path", {"ExportPrefix=Out@@"}}});
   AddRecipient({901, 11}, {902, 21});
@@ -382,7 +452,7 @@ TEST_F(DispatchTest, WithoutDataExchangeObjectTheExportGoesOn) {
   EXPECT_TRUE(Run());
   EXPECT_NE(File("Out@@_anna_20240131_154502_New/Kestrix_Data.xml").find("<DataExchangeObjID>0<"),
             std::string::npos);
-  EXPECT_EQ(listener_.unrecorded, listener_.directories);
+  EXPECT_EQ(HandedOverTo(), Lines{world_->folder.Path("ex/Out@@_anna_20240131_154502_New?")});
 }
 
 }  // namespace

@@ -24,10 +24,12 @@ class ExchangeObject : public testing::Test {
   }
   void Create() {
     const auto store = world_.session->ObjectStore();
+    std::vector<PcRecordListPtr> exported;
+    if (exported_) exported.push_back(exported_);
     complete_ = Kestrix_ExObj::CreateExchangeObject(
         world_.services, world_.session, 900, objectId_, "protocol\r\n", true,
         exchange_attribute::kExchangeType, idValue_, 7, withCompany_ ? store->Object({901, 11}) : nullptr,
-        store->Object({902, 21}), exported_);
+        store->Object({902, 21}), exported);
   }
   std::string Stored(const char* attribute) { return world_.Stored({900, objectId_}, attribute); }
   // Class and object of what is linked below it.
@@ -105,6 +107,18 @@ TEST_F(ExchangeObject, ARefusedInsertEndsQuietly) {
   EXPECT_EQ(idValue_, "DX-007");
   EXPECT_TRUE(world_.Traced("inserting new data exchange object does not succeed"));
   EXPECT_FALSE(world_.Traced(kFailed));
+  ASSERT_EQ(world_.trace.trace.problems.Kept().size(), 1U);
+  EXPECT_EQ(world_.trace.trace.problems.Kept()[0].number, 19);
+}
+
+TEST_F(ExchangeObject, ARefusedCompanyTextCostsNoOther) {
+  world_.host.FailNext({.call = embedded::HostCall::kUpdate, .classId = 900, .nth = 2, .code = 19});
+  Create();
+  EXPECT_FALSE(complete_);
+  EXPECT_EQ(Links(), "1201|1; 901|11; 902|21");
+  EXPECT_EQ(Stored(exchange_attribute::kSendToCompany), "");
+  EXPECT_EQ(Stored(exchange_attribute::kSendToContact), "Smith Jo");
+  EXPECT_EQ(world_.trace.trace.problems.Kept().back().number, 19);
 }
 
 TEST_F(ExchangeObject, AnErrorLeavesWhatWasDone) {

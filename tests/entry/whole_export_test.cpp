@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "embedded/failures.h"
+#include "embedded/session/failures.h"
 #include "support/wizard_script.h"
 
 namespace tessel::test {
@@ -106,7 +106,7 @@ TEST(WholeExport, WhatCannotBeCopiedLeavesNothingBehind) {
     EXPECT_TRUE(world.Traced(obstacle.trace));
     EXPECT_FALSE(world.platform.files.FileExists(world.folder.Path("escaped.stp")));
     EXPECT_FALSE(world.platform.files.FolderExists(world.folder.Path(kFinal)));
-    EXPECT_EQ(world.Wizard().finishedDirectories, Lines{});
+    EXPECT_EQ(world.program.exportOutcome.directories.size(), 0U);
   }
 }
 

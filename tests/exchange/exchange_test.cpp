@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "embedded/store/new_database.h"
+#include "embedded/store/refusal.h"
 #include "support/export_world.h"
+#include "support/failing_files.h"
 
 namespace tessel {
 namespace {
@@ -57,6 +60,7 @@ TEST_F(Exchange, DirectoriesAreMadeOnceBelowTheirBase) {
   const Case cases[] = {{world_.folder.Path("new/base/"), "@@_anna_20240131_154502", 58},
                         {world_.folder.Path("new"), "@@_DOMAIN\\anna", 75},
                         {world_.folder.Path("new"), "..", 75},
+                        {"relative", "sub", 75},
                         {world_.folder.Write("file", ""), "sub", 58}};
   for (const Case& test : cases) {
     std::string path;
@@ -106,7 +110,7 @@ TEST_F(Exchange, TheLifeCycleViewSaysHowTheCopyEnded) {
 TEST_F(Exchange, ACopiedFileNeverBearsTheNameOfAnOwnFile) {
   world_.declarations.configuration.StructureFileName = "Kestrix_Structure.xml";
   world_.declarations.configuration.DataFileName = "Kestrix_Data.xml";
-  for (const char* name : {"Kestrix_Structure.xml", "Kestrix_Data.xml", "NeutralFormats.xml"}) {
+  for (const char* name : {"KESTRIX_Structure.xml", "Kestrix_Data.xml"}) {
     MakeDirectory();
     world_.Set({1202, 2}, {{"CAD_REF_FILE_NAME", Value(name)}});
     EXPECT_EQ(Copy("1201_1"), CopyResult::kFailed) << name;
@@ -130,6 +134,97 @@ TEST_F(Exchange, FailedCopiesGiveNoResult) {
   state_.directoryPath += "\n";
   page_.copyAll = false;
   EXPECT_EQ(Copy("1201_1"), CopyResult::kFailed);
+}
+
+// A host, and a program on it, whose file calls and statements fail as planned.
+struct FailingProgram {
+  explicit FailingProgram(test::ExportWorld& world)
+      : files(world.platform.files, 1 << 30, test::Failing::kOnce),
+        host((world.folder.Write("model/company.json", test::CompanyModel(world.folder, {})),
+              embedded::CreateDatabase(world.platform.files, world.folder.Path("x.db"),
+                                       world.folder.Path("model/company.json")),
+              world.folder.Path("x.db")),
+             Options(world)),
+        platform{files,
+                 world.platform.encodings,
+                 world.platform.clock,
+                 world.platform.pauser,
+                 world.platform.processes,
+                 world.platform.profiles,
+                 world.platform.system,
+                 world.platform.program,
+                 world.platform.ansiCodePage},
+        services{world.services.trace,
+                 world.services.errors,
+                 world.services.toolkit,
+                 world.services.declarations,
+                 platform,
+                 host} {
+    world.declarations.startup.session = host.OpenSession("anna");
+    world.declarations.configuration.ExchangeDirectory = world.folder.Path("ex");
+  }
+  embedded::HostOptions Options(test::ExportWorld& world) {
+    embedded::HostOptions options = test::HostOptionsOf(world, world.user);
+    options.files = &files;
+    options.vaultPath.clear();
+    options.statementWatch = [this](std::string_view) {
+      if (++statements == failingStatement) throw embedded::DatabaseError("disk I/O error", 10);
+    };
+    options.lfcStage2 = [this](const PcSessionPtr&, const std::string&, const PcRecordListPtr& first,
+                               const PcRecordListPtr& second,
+                               const PcRecordListPtr&) { AllCopiedFiles(services, state, first, second); };
+    return options;
+  }
+  // From now on; 0: none.
+  void Fail(int fileCall, test::Failing how, int statement) {
+    files.FailAt(fileCall > 0 ? fileCall : 1 << 30, how);
+    statements = 0;
+    failingStatement = statement;
+  }
+
+  test::FailingFiles files;
+  int statements = 0;
+  int failingStatement = 0;
+  ExchangeState state;
+  embedded::EmbeddedHost host;
+  Platform platform;
+  Services services;
+};
+
+// Whatever call of the file system or of the database fails: a copy that says it is done is whole, and one
+// that is not says why.
+TEST_F(Exchange, ACopyThatIsDoneIsWholeAtEveryFailure) {
+  FailingProgram program(world_);
+  Problems& problems = world_.trace.trace.problems;
+  const auto fails = [&](int fileCall, test::Failing how, int statement) {
+    SCOPED_TRACE("call " + std::to_string(fileCall) + ", statement " + std::to_string(statement));
+    problems.Clear();
+    program.Fail(fileCall, how, statement);
+    const bool done = MakeExchangeDirectory(program.services, program.state) &&
+                      copyFile2ExDir(program.services, program.state, page_, "1201_1") == CopyResult::kCopied;
+    const bool reached = program.files.Reached() || (statement > 0 && program.statements >= statement);
+    program.Fail(0, how, 0);
+    EXPECT_TRUE(done || problems.Count() > 0 || !world_.user.Take().empty()) << "ended without a word";
+    if (done) {
+      EXPECT_EQ(world_.folder.Read("ex/" + program.state.directoryName + "/gearbox.stp"), "gearbox");
+      EXPECT_EQ(world_.folder.Read("ex/" + program.state.directoryName + "/shaft.stp"), "shaft");
+      EXPECT_EQ(program.state.copied.CopiedCount({1202, 2}), 1);
+      EXPECT_EQ(program.state.copied.LinksFrom({1201, 1}).size(), 1U);
+    }
+    program.state = {};
+    if (world_.folder.Exists("ex")) world_.platform.files.DeleteFolder(world_.folder.Path("ex"));
+    return reached;
+  };
+  for (const test::Failing how : {test::Failing::kOnce, test::Failing::kFromThenOn}) {
+    int call = 1;
+    while (fails(call, how, 0))
+      ++call;
+    EXPECT_GT(call, 8);
+  }
+  int statement = 1;
+  while (fails(0, test::Failing::kOnce, statement))
+    ++statement;
+  EXPECT_GT(statement, 5);
 }
 
 TEST_F(Exchange, AHookWithoutListsLeavesTheEarlierOnes) {
