@@ -1,54 +1,28 @@
 #include "locking/batch_continuation.h"
 
-#include <optional>
 #include <string>
 
 #include "host/error.h"
-#include "hostlib/qel_function_pool.h"
+#include "hostlib/active_window.h"
+#include "locking/stopped_exchange.h"
 #include "messages/guard.h"
 #include "platform/paths.h"
 
 namespace tessel::CommonXFunctions {
 namespace {
 
-constexpr const char* kPhase = "VRKX_DX_PROCESS_PHASE";
-constexpr const char* kRootDirectory = "VRKX_DX_EXCHANGE_ROOT_DIR";
-constexpr std::int32_t kStopped = 3;
-constexpr std::int32_t kContinued = 2;
 constexpr int kRefreshMode = 1;
 constexpr int kRaised = -1;
 constexpr const char* kRenameFailed = "e0100";
 constexpr const char* kUpdateFailed = "e0090";
 constexpr const char* kErrorText = "Fehlerabbruch im Modul (ContinueBatchMode/CommonXFunctions)";
 
-struct FolderNames {
-  std::string old;
-  std::string renamed;
-};
-
-// Every "Break", also one in the name of a folder above.
-std::string WithNewName(std::string path) {
-  constexpr std::string_view kBreak = "Break";
-  constexpr std::string_view kNew = "New";
-  for (std::size_t at = path.find(kBreak); at != std::string::npos;
-       at = path.find(kBreak, at + kNew.size())) {
-    path.replace(at, kBreak.size(), kNew);
-  }
-  return path;
-}
-
-// The exchange's folder stands before the last separator of the root directory; nothing without a separator.
-std::optional<FolderNames> FoldersOf(const std::string& rootDirectory) {
-  const std::size_t separator = paths::LastSeparator(rootDirectory);
-  if (separator == std::string::npos) return std::nullopt;
-  const std::string old = rootDirectory.substr(0, separator);
-  return FolderNames{old, WithNewName(old)};
-}
-
 // False, traced, when the folder keeps its name.
 bool Rename(Services& services, const std::string& from, const std::string& to) {
   return Guarded(services.trace, kErrorText, false, [&] {
-    services.platform.files.Move(from, to);
+    FileSystem& files = services.platform.files;
+    files.Move(from, to);
+    files.SyncFolder(paths::Parent(to));
     return true;
   });
 }
@@ -58,12 +32,19 @@ void ShowFailure(Services& services, const char* code) {
       {.text = services.errors.ErrorHandle(code), .title = "Kestrix", .icon = MessageIcon::kExclamation});
 }
 
-bool WriteStatus(Services& services, PcObject& exchange) {
-  return Guarded(services.trace, kErrorText, kRaised, [&] {
-           exchange.SetValue(kPhase, kContinued);
-           return exchange.Update(
-               *Required(services.declarations.startup.DefaultBehavior, "DefaultBehavior"));
-         }) == 0;
+// Commits the unit of work, if there is one.
+bool WriteStatus(Services& services, PcSession& session, PcObject& exchange, PcUnitOfWorkPtr& unit) {
+  const int code = Guarded(services.trace, kErrorText, kRaised, [&] {
+    exchange.SetValue(kExchangePhase, kPhaseContinued);
+    const int refused =
+        exchange.Update(*Required(services.declarations.startup.DefaultBehavior, "DefaultBehavior"));
+    if (refused == 0 && unit) unit->Commit();
+    return refused;
+  });
+  unit.reset();
+  if (code != 0 && code != kRaised)
+    services.trace.problems.Add({"Writing the status of the exchange", {}, code, session.ErrorText(code)});
+  return code == 0;
 }
 
 void TraceRenamed(Services& services, const FolderNames& folders) {
@@ -74,8 +55,7 @@ void TraceRenamed(Services& services, const FolderNames& folders) {
 
 void RefreshWindow(Services& services, const PcObject& exchange) {
   services.trace.Write("update data ex obj with new continue status (2)");
-  const QelFunctionPool pool(services.platform, services.runtime);
-  pool.RefreshActivePelicoreWindow(exchange, kRefreshMode);
+  RefreshActiveWindow(*Required(exchange.Session(), "session of the exchange"), exchange.Key(), kRefreshMode);
 }
 
 void TakeBack(Services& services, const FolderNames& folders) {
@@ -85,38 +65,62 @@ void TakeBack(Services& services, const FolderNames& folders) {
   ShowFailure(services, kUpdateFailed);
 }
 
-void Continue(Services& services, PcSession& session, const PcRecordList& rows) {
+// The phase in the database, behind which no other session can be while the unit of work lasts.
+bool ContinuedMeanwhile(const PcObject& exchange) {
+  const Value phase = exchange.GetValue(kExchangePhase);
+  return phase.IsNull() || phase.AsInt32() != kPhaseStopped;
+}
+
+void Continue(Services& services, PcSession& session, const PcRecordList& rows, ContinueOutcome& outcome) {
   services.trace.Write("initialization ended successfully");
-  services.trace.Write(std::string("Read continue status: ") + kPhase);
-  const Value phase = rows.GetValue(kPhase, 0);
-  if (phase.IsNull() || phase.AsInt32() != kStopped) return;
+  services.trace.Write(std::string("Read continue status: ") + kExchangePhase);
+  const Value phase = rows.GetValue(kExchangePhase, 0);
+  outcome.result = ContinueResult::kNotStopped;
+  if (phase.IsNull() || phase.AsInt32() != kPhaseStopped) return;
+  outcome.result = ContinueResult::kFailed;
   services.trace.Write("current Process phase is: 'Stopped'");
+  PcUnitOfWorkPtr unit = session.BeginUnitOfWork("");
   const PcObjectPtr exchange =
       Required(session.ObjectStore()->Object(rows.KeyOfRow(0)), "data exchange object");
   exchange->ReadData();
-  const auto folders = FoldersOf(rows.GetValue(kRootDirectory, 0).AsText());
-  if (!folders) return;
-  if (!Rename(services, folders->old, folders->renamed)) {
+  if (unit && ContinuedMeanwhile(*exchange)) {
+    outcome.result = ContinueResult::kNotStopped;
+    return;
+  }
+  const auto folders = FoldersOf(rows.GetValue(kExchangeRootDirectory, 0).AsText());
+  if (!folders) {
+    outcome.result = ContinueResult::kNoFolder;
+    return;
+  }
+  outcome.oldFolder = folders->old;
+  outcome.newFolder = folders->renamed;
+  if (!WasRenamed(services.platform.files, *folders) && !Rename(services, folders->old, folders->renamed)) {
+    outcome.result = ContinueResult::kNotRenamed;
+    unit.reset();
     ShowFailure(services, kRenameFailed);
     return;
   }
   TraceRenamed(services, *folders);
-  if (WriteStatus(services, *exchange)) {
+  if (WriteStatus(services, session, *exchange, unit)) {
+    outcome.result = ContinueResult::kContinued;
     RefreshWindow(services, *exchange);
   } else {
+    outcome.result = ContinueResult::kNotUpdated;
     TakeBack(services, *folders);
   }
 }
 
 }  // namespace
 
-int ContinueBatchMode(Services& services, StartUpState& state, const PcSessionPtr& session,
-                      const PcRecordListPtr& first) {
+ContinueOutcome ContinueBatchMode(Services& services, const PcSessionPtr& session,
+                                  const PcRecordListPtr& first) {
+  ContinueOutcome outcome;
   GuardedRun(services.trace, kErrorText, [&] {
-    if (!Init(services, state, session)) return;
-    Continue(services, *session, *Required(first.get(), "first record list"));
+    if (!Init(services, session)) return;
+    Continue(services, *session, *Required(first.get(), "first record list"), outcome);
   });
-  return 0;
+  outcome.problems = services.trace.problems.Kept();
+  return outcome;
 }
 
 }  // namespace tessel::CommonXFunctions

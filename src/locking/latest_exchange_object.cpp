@@ -48,8 +48,7 @@ void ShowNewest(Services& services, PcSession& session, const PcObject& document
 
 }  // namespace
 
-int GetLatestDataExObj(Services& services, StartUpState& state, const PcSessionPtr& session,
-                       const PcRecordListPtr& first) {
+int GetLatestDataExObj(Services& services, const PcSessionPtr& session, const PcRecordListPtr& first) {
   GuardedRun(services.trace, "Fehlerabbruch im Modul (GetLatestDataExObj/CommonXFunctions)", [&] {
     const PcRecordList& rows = *Required(first.get(), "first record list");
     PcSession& current = *Required(session.get(), "PcSession");
@@ -59,7 +58,7 @@ int GetLatestDataExObj(Services& services, StartUpState& state, const PcSessionP
     // Before the start-up, which makes the program's own admin tool.
     const ClassId linkClass =
         PelicoreAdminTool(services.trace).GetGenLinkCLassID_byObject(document, document);
-    if (!Init(services, state, session)) return;
+    if (!Init(services, session)) return;
     ShowNewest(services, current, *document, linkClass);
   });
   return 0;

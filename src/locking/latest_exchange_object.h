@@ -9,7 +9,6 @@ namespace tessel::CommonXFunctions {
 
 // Shows the newest data exchange object that is linked to the document in row 0 in the client's object
 // dialog, or a message box when there is none. Always 0.
-int GetLatestDataExObj(Services& services, StartUpState& state, const PcSessionPtr& session,
-                       const PcRecordListPtr& first);
+int GetLatestDataExObj(Services& services, const PcSessionPtr& session, const PcRecordListPtr& first);
 
 }  // namespace tessel::CommonXFunctions

@@ -3,8 +3,8 @@
 #include <optional>
 
 #include "host/error.h"
+#include "hostlib/active_window.h"
 #include "hostlib/my_common_functions.h"
-#include "hostlib/qel_function_pool.h"
 #include "locking/lock_record.h"
 #include "locking/unlock_right.h"
 #include "messages/guard.h"
@@ -39,8 +39,11 @@ class LockCall {
 
   void LockRow(int row);
   void UnlockRow(int row);
-  // Shows the last document anew when a lock changed. True when one did.
-  bool Finish();
+  // Shows the last document anew when a lock changed.
+  void Finish();
+
+  // One entry a row; the row in hand is the last.
+  LockOutcome outcome;
 
   [[nodiscard]] std::string ErrorText() const {
     return std::string("Fehlerabbruch im Modul (") + procedure_ + "/CommonXFunctions)";
@@ -52,9 +55,11 @@ class LockCall {
   [[nodiscard]] bool IsLocked() const;
   [[nodiscard]] bool MayUnlock();
   void AddLock(int row);
+  [[nodiscard]] bool IsHalfLocked();
   [[nodiscard]] int WriteLock();
-  void RemoveLock(int row, PcObject& record);
-  [[nodiscard]] bool ReleaseDocument();
+  void RemoveLock(int row, PcObject* record);
+  void UnlockWithoutRecord(int row, const ObjectKey& key);
+  [[nodiscard]] bool ReleaseDocument(PcUnitOfWork* unit);
   void RestoreRecord();
 
   void RememberIdentifyingAttribute(PcObject& object);
@@ -62,8 +67,18 @@ class LockCall {
   void Show(const std::string& text, MessageIcon icon) {
     services_.toolkit.ShowMessage({.text = text, .title = {}, .icon = icon});
   }
+  void Note(LockResult result, const std::string& reason = {}) {
+    outcome.documents.back().result = result;
+    outcome.documents.back().reason = reason;
+  }
   void ShowAlreadyLocked(int row) {
+    Note(LockResult::kAlreadyLocked);
     Show("Object '" + IdentifyingValue(row) + "' already locked!", MessageIcon::kInformation);
+  }
+
+  void ShowLockedByOther(int row) {
+    Note(LockResult::kLockedByOther);
+    Show("The Object '" + IdentifyingValue(row) + "' is locked by another user!", MessageIcon::kInformation);
   }
 
   // A failing trace never leaves a lock half done.
@@ -82,8 +97,11 @@ class LockCall {
   template <class Write>
   [[nodiscard]] bool Written(const char* step, Write&& write) {
     const int code = Guarded(services_.trace, ErrorText(), kRaised, std::forward<Write>(write));
-    if (code != 0) TraceStep(std::string(step) + " failed with code", std::to_string(code));
-    return code == 0;
+    if (code == 0) return true;
+    TraceStep(std::string(step) + " failed with code", std::to_string(code));
+    if (code != kRaised && code != kRefused)
+      services_.trace.problems.Add({step, {}, code, session_.ErrorText(code)});
+    return false;
   }
 
   Services& services_;
@@ -94,7 +112,6 @@ class LockCall {
   PcObjectPtr document_;  // the last one retrieved
   std::optional<std::string> identifyingAttribute_;
   std::optional<bool> unlockRight_;  // asked for once, since it takes all users of the session
-  bool changed_ = false;
 };
 
 PcObjectPtr LockCall::ReadDocument(const ObjectKey& key) {
@@ -133,11 +150,18 @@ bool LockCall::IsLocked() const {
 }
 
 void LockCall::LockRow(int row) {
+  outcome.documents.back().document = rows_.KeyOfRow(row);
   const std::int16_t state = rows_.GetValue("STATE", row).AsInt16();
-  if (state != kStateCheckedIn && state != kStateReleased) return;
+  if (state != kStateCheckedIn && state != kStateReleased) {
+    Note(LockResult::kNotLockable, "it is in state " + std::to_string(state));
+    return;
+  }
   document_ = ReadDocument(rows_.KeyOfRow(row));
   RememberIdentifyingAttribute(*document_);
-  if (!MayBeLocked()) return;
+  if (!MayBeLocked()) {
+    Note(LockResult::kNotLockable, "it is under an operation, or an old revision");
+    return;
+  }
   if (IsLocked()) {
     ShowAlreadyLocked(row);
     return;
@@ -145,29 +169,48 @@ void LockCall::LockRow(int row) {
   AddLock(row);
 }
 
+// Inside a unit of work nobody else is between the two halves of a lock: a record of this system's without a
+// locked document was left there by a fault.
+bool LockCall::IsHalfLocked() {
+  document_->ReadData();
+  const PcObjectPtr record = IsLocked() ? nullptr : records_.Find(document_->Key());
+  return record && records_.IsOwn(*record);
+}
+
 // The lock record decides between sessions: the database takes one for a document. Who does not get his in,
 // or finds the document still locked with his in place (another session is just unlocking it), is told so.
-// Without the lock attributes a record binds nobody and none but privileged users could remove it, so it goes
-// again when the document cannot be updated.
+// Record and document are one unit of work. Where the host has none, the record goes again when the document
+// cannot be updated: without the lock attributes it binds nobody.
 void LockCall::AddLock(int row) {
-  const PcObjectPtr record = records_.NewRecord(document_->Key());
-  if (!Written("Adding the lock record", [&] { return record->Add(DefaultBehavior()); })) {
-    document_->ReadData();
-    if (IsLocked() || records_.Find(document_->Key())) ShowAlreadyLocked(row);
-    return;
+  PcUnitOfWorkPtr unit = session_.BeginUnitOfWork("");
+  PcObjectPtr record;
+  if (!unit || !IsHalfLocked()) {
+    record = records_.NewRecord(document_->Key());
+    if (!Written("Adding the lock record", [&] { return record->Add(DefaultBehavior()); })) {
+      unit.reset();
+      document_->ReadData();
+      if (IsLocked() || records_.Find(document_->Key())) ShowAlreadyLocked(row);
+      return;
+    }
   }
   bool taken = false;
   const bool locked = Written("Locking the document", [&] {
     document_->ReadData();
     taken = IsLocked();
-    return taken ? kRefused : WriteLock();
+    const int code = taken ? kRefused : WriteLock();
+    if (code == 0 && unit) unit->Commit();
+    return code;
   });
   if (locked) {
-    changed_ = true;
+    Note(LockResult::kDone);
+    outcome.changed = true;
     TraceStep("Locked document", ObjectKeyText(document_->Key(), '_'));
     return;
   }
-  static_cast<void>(Written("Removing the lock record", [&] { return record->Delete(DefaultBehavior()); }));
+  if (!unit) {
+    static_cast<void>(Written("Removing the lock record", [&] { return record->Delete(DefaultBehavior()); }));
+  }
+  unit.reset();
   if (taken) ShowAlreadyLocked(row);
 }
 
@@ -181,90 +224,129 @@ int LockCall::WriteLock() {
 
 bool LockCall::MayUnlock() {
   const Value owner = document_->GetValue(kLockedBy);
-  const bool own = !owner.IsNull() && owner.AsInt32() == OwnUserObject();
-  if (own) return true;
+  const ObjectId holder = owner.IsNull() ? kNobody : owner.AsInt32();
+  // A record without a locked document, as a fault may have left it, binds nobody.
+  if (holder == kNobody && !IsLocked()) return true;
+  if (holder == OwnUserObject()) return true;
   if (!unlockRight_) unlockRight_ = HasUnlockRight(services_, session_);
   return *unlockRight_;
 }
 
 void LockCall::UnlockRow(int row) {
   const ObjectKey key = rows_.KeyOfRow(row);
+  outcome.documents.back().document = key;
   const PcObjectPtr record = records_.Find(key);
-  if (!record) return;
-  RememberIdentifyingAttribute(*session_.ObjectStore()->NewObject(key.classId));
-  if (!records_.IsOwn(*record)) return;
-  document_ = ReadDocument(key);
-  if (!MayUnlock()) {
-    Show("The Object '" + IdentifyingValue(row) + "' is locked by another user!", MessageIcon::kInformation);
+  if (!record) {
+    UnlockWithoutRecord(row, key);
     return;
   }
-  RemoveLock(row, *record);
+  RememberIdentifyingAttribute(*session_.ObjectStore()->NewObject(key.classId));
+  if (!records_.IsOwn(*record)) {
+    Note(LockResult::kLockedByOther, "its lock record is not of the data exchange");
+    return;
+  }
+  document_ = ReadDocument(key);
+  if (MayUnlock()) {
+    RemoveLock(row, record.get());
+  } else {
+    ShowLockedByOther(row);
+  }
 }
 
-void LockCall::RemoveLock(int row, PcObject& record) {
+// A document that a fault left locked without its record.
+void LockCall::UnlockWithoutRecord(int row, const ObjectKey& key) {
+  Note(LockResult::kNotLocked);
+  const PcObjectPtr document = session_.ObjectStore()->Object(key);
+  if (!document || !document->HasAttribute(kLockState)) return;
+  document_ = ReadDocument(key);
+  if (!IsLocked()) return;
+  RememberIdentifyingAttribute(*document_);
+  if (MayUnlock()) {
+    RemoveLock(row, nullptr);
+  } else {
+    ShowLockedByOther(row);
+  }
+}
+
+// Record and document are one unit of work. Without one, a document that stays locked gets its record back:
+// without it nobody could unlock it any more.
+void LockCall::RemoveLock(int row, PcObject* record) {
+  Note(LockResult::kFailed);
   // The message has no closing quote; it is known to the users by this text.
   const std::string failed = "Unlocking doesn't work for Object '" + IdentifyingValue(row);
-  if (!Written("Deleting the lock record", [&] { return record.Delete(DefaultBehavior()); })) {
+  PcUnitOfWorkPtr unit = session_.BeginUnitOfWork("");
+  if (record != nullptr &&
+      !Written("Deleting the lock record", [&] { return record->Delete(DefaultBehavior()); })) {
+    unit.reset();
     Show(failed, MessageIcon::kExclamation);
     return;
   }
-  if (!ReleaseDocument()) {
-    RestoreRecord();
+  const bool released = ReleaseDocument(unit.get());
+  if (!released && record != nullptr && !unit) RestoreRecord();
+  unit.reset();
+  if (released) {
+    Note(LockResult::kDone);
+  } else {
     Show(failed, MessageIcon::kExclamation);
   }
-  changed_ = true;
+  outcome.changed = true;
 }
 
-bool LockCall::ReleaseDocument() {
+bool LockCall::ReleaseDocument(PcUnitOfWork* unit) {
   return Written("Unlocking the document", [&] {
     document_->SetValue(kUnderOperation, kNoOperation);
     document_->SetValue(kLockState, false);
     document_->SetValue(kLockDescription, "");
     document_->SetValue(kLockedBy, kNobody);
-    return document_->Update(DefaultBehavior());
+    const int code = document_->Update(DefaultBehavior());
+    if (code == 0 && unit != nullptr) unit->Commit();
+    return code;
   });
 }
 
-// A document that stays locked keeps a lock record: without one nobody could unlock it any more.
 void LockCall::RestoreRecord() {
   static_cast<void>(Written("Restoring the lock record",
                             [&] { return records_.NewRecord(document_->Key())->Add(DefaultBehavior()); }));
 }
 
-bool LockCall::Finish() {
-  if (!changed_) return false;
-  GuardedRun(services_.trace, ErrorText(), [&] {
-    const QelFunctionPool pool(services_.platform, services_.runtime);
-    pool.RefreshActivePelicoreWindow(*document_, kRefreshMode);
-  });
-  return true;
+void LockCall::Finish() {
+  if (!outcome.changed) return;
+  GuardedRun(
+      services_.trace, ErrorText(), [&] { RefreshActiveWindow(session_, document_->Key(), kRefreshMode); },
+      ProblemKind::kAside);
 }
 
 // Start-up, then the rows one by one; an error in a row ends this row alone.
-bool RunCall(Services& services, StartUpState& state, const PcSessionPtr& session,
-             const PcRecordListPtr& first, const char* procedure, void (LockCall::*handleRow)(int)) {
+LockOutcome RunCall(Services& services, const PcSessionPtr& session, const PcRecordListPtr& first,
+                    const char* procedure, void (LockCall::*handleRow)(int)) {
   const std::string errorText = std::string("Fehlerabbruch im Modul (") + procedure + "/CommonXFunctions)";
-  return Guarded(services.trace, errorText, false, [&] {
-    if (!Init(services, state, session)) return false;
+  LockOutcome outcome;
+  GuardedRun(services.trace, errorText, [&] {
+    if (!Init(services, session)) return;
     const PcRecordList& rows = *Required(first.get(), "first record list");
     LockCall call(services, *session, rows, procedure);
     for (int row = 0; row < rows.RowCount(); ++row) {
+      call.outcome.documents.emplace_back();
       GuardedRun(services.trace, errorText, [&] { (call.*handleRow)(row); });
     }
-    return call.Finish();
+    call.Finish();
+    outcome = std::move(call.outcome);
+    outcome.started = true;
   });
+  outcome.problems = services.trace.problems.Kept();
+  return outcome;
 }
 
 }  // namespace
 
-bool LockObject(Services& services, StartUpState& state, const PcSessionPtr& session,
-                const PcRecordListPtr& first, const PcRecordListPtr&, const PcRecordListPtr&) {
-  return RunCall(services, state, session, first, "LockObject", &LockCall::LockRow);
+LockOutcome LockObject(Services& services, const PcSessionPtr& session, const PcRecordListPtr& first,
+                       const PcRecordListPtr&, const PcRecordListPtr&) {
+  return RunCall(services, session, first, "LockObject", &LockCall::LockRow);
 }
 
-bool UnlockObject(Services& services, StartUpState& state, const PcSessionPtr& session,
-                  const PcRecordListPtr& first, const PcRecordListPtr&, const PcRecordListPtr&) {
-  return RunCall(services, state, session, first, "UnlockObject", &LockCall::UnlockRow);
+LockOutcome UnlockObject(Services& services, const PcSessionPtr& session, const PcRecordListPtr& first,
+                         const PcRecordListPtr&, const PcRecordListPtr&) {
+  return RunCall(services, session, first, "UnlockObject", &LockCall::UnlockRow);
 }
 
 }  // namespace tessel::CommonXFunctions

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <thread>
 
-#include "embedded/model_file.h"
+#include "embedded/store/new_database.h"
 #include "locking/locking_world.h"
 
 namespace tessel::test {

@@ -28,11 +28,12 @@ class BatchContinuation : public testing::Test {
   }
   std::string Continue(const PcRecordListPtr& rows) {
     LoadedProgram& anna = world_.Program("anna");
-    EXPECT_EQ(CommonXFunctions::ContinueBatchMode(anna.services, anna.startUp, anna.session, rows), 0);
+    outcome_ = CommonXFunctions::ContinueBatchMode(anna.services, anna.session, rows);
     return world_.Seen();
   }
   std::string Phase() { return world_.Stored({900, 17}, "VRKX_DX_PROCESS_PHASE"); }
 
+  ContinueOutcome outcome_;
   LockingWorld world_;
   TemporaryFolder& folder_ = world_.folder;
 };
@@ -99,13 +100,23 @@ TEST_F(BatchContinuation, GivesTheFolderItsOldNameWhenTheStatusCannotBeWritten) 
   EXPECT_EQ(Continue(rows), kRefreshed);  // the next attempt finds all as it was
 }
 
+TEST_F(BatchContinuation, GoesOnBehindACallThatWasCutOff) {
+  folder_.Write("New_1/data.xml", "data");
+  EXPECT_EQ(Continue(Exchange(3, folder_.Path("Break_1/Sub"))), kRefreshed);
+  EXPECT_EQ(outcome_.result, ContinueResult::kContinued);
+  EXPECT_EQ(Phase(), "2");
+  EXPECT_EQ(folder_.Read("New_1/data.xml"), "data");
+  EXPECT_EQ(Continue(Exchange(3, folder_.Path("Break_2/Sub"))), kNotRenamed);
+  EXPECT_EQ(outcome_.result, ContinueResult::kNotRenamed);
+  ASSERT_EQ(outcome_.problems.size(), 1U);
+  EXPECT_EQ(outcome_.problems[0].number, error_number::kFileNotFound);
+}
+
 class LatestExchange : public testing::Test {
  protected:
   std::string Show(LockingWorld& world, const ObjectKey& document) {
     LoadedProgram& anna = world.Program("anna");
-    EXPECT_EQ(CommonXFunctions::GetLatestDataExObj(anna.services, anna.startUp, anna.session,
-                                                   world.Rows({document})),
-              0);
+    EXPECT_EQ(CommonXFunctions::GetLatestDataExObj(anna.services, anna.session, world.Rows({document})), 0);
     return world.Seen();
   }
   LockingWorld world_;

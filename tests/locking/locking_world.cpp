@@ -38,11 +38,11 @@ LoadedProgram::LoadedProgram(Machine& machine, embedded::EmbeddedHost& host, Too
     : ProgramServices(machine, host, toolkit, std::move(writer)), session(host.OpenSession(login)) {}
 
 bool LoadedProgram::Lock(const PcRecordListPtr& rows) {
-  return CommonXFunctions::LockObject(services, startUp, session, rows, nullptr, nullptr);
+  return CommonXFunctions::LockObject(services, session, rows, nullptr, nullptr).changed;
 }
 
 bool LoadedProgram::Unlock(const PcRecordListPtr& rows) {
-  return CommonXFunctions::UnlockObject(services, startUp, session, rows, nullptr, nullptr);
+  return CommonXFunctions::UnlockObject(services, session, rows, nullptr, nullptr).changed;
 }
 
 LockingWorld::LockingWorld(const CompanyOptions& options) : Company(user, options) {}

@@ -32,7 +32,6 @@ class LoadedProgram : public ProgramServices {
   bool Unlock(const PcRecordListPtr& rows);
 
   PcSessionPtr session;
-  StartUpState startUp;
 };
 
 class LockingWorld : public Watched, public Company {

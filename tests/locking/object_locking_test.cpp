@@ -197,17 +197,35 @@ TEST_F(ObjectLocking, AFailingDeleteLeavesTheLock) {
 TEST_F(ObjectLocking, AfterAFailingUpdateTheLockCanStillBeRemoved) {
   const auto fresh = world_.Database();
   LockByAnna();
-  int record = kFirstId;
   for (const bool raise : kWays) {
     const auto locked = world_.Database();
     world_.host.FailNext({.call = HostCall::kUpdate, .raise = raise});
     world_.Program("anna").Unlock(document_);
     EXPECT_EQ(world_.Seen(), std::string(kUnlockFailed) + "refresh 1201:1 mode 1\n");
-    EXPECT_EQ(world_.Changes(locked), "- " + Record(record) + "+ " + Record(record + 1));
-    ++record;
+    EXPECT_EQ(world_.Changes(locked), "");
   }
   EXPECT_TRUE(world_.Program("anna").Unlock(document_));
   EXPECT_EQ(world_.Changes(fresh), kFresh + kUnlocked);
+}
+
+// What a fault of an earlier version left: one half of a lock, the record's or the document's.
+TEST_F(ObjectLocking, AHalfLockIsUnlockedByWhoeverMay) {
+  const auto fresh = world_.Database();
+  LockByAnna();
+  const PcObjectPtr record = world_.Program("anna").session->ObjectStore()->Object({30, kFirstId});
+  ASSERT_EQ(record->Delete(*world_.Program("anna").session->NewBehavior()), 0);
+  world_.Program("bert").Unlock(document_);
+  EXPECT_EQ(world_.Seen(), "information||The Object 'row 0' is locked by another user!\n");
+  EXPECT_TRUE(world_.Program("anna").Unlock(document_));
+  EXPECT_EQ(world_.Changes(fresh), kFresh + kUnlocked);
+  EXPECT_EQ(world_.Seen(), "refresh 1201:1 mode 1\n");
+
+  const auto unlocked = world_.Database();
+  LockByAnna();
+  world_.Set({1201, 1}, {{"VRKX_DX_LOCK_STATE", false}, {"VRKX_DX_LOCKED_BY", Value()}});
+  EXPECT_TRUE(world_.Program("bert").Unlock(document_));
+  EXPECT_EQ(world_.Seen(), "refresh 1201:1 mode 1\n");
+  EXPECT_EQ(world_.Changes(unlocked).find("OBJECT_LOCKING"), std::string::npos);
 }
 
 TEST_F(ObjectLocking, NothingHappensWhenTheStartUpFails) {
