@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "embedded/host_dialogs.h"
+#include "embedded/dialogs/host_dialogs.h"
 #include "headless/drive_lines.h"
 #include "headless/drive_protocol.h"
 #include "toolkit/toolkit.h"

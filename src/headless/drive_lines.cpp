@@ -4,6 +4,8 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "platform/json_nesting.h"
+
 namespace tessel {
 
 namespace {
@@ -21,13 +23,10 @@ bool IsPassedOver(const std::string& line) {
 }
 
 Json ParseObject(const std::string& line) {
-  const auto isNear = [](int depth, Json::parse_event_t, const Json&) {
-    if (depth > kDeepestNesting) throw CommandError("not a JSON object: nested too deeply");
-    return true;
-  };
+  if (NestsDeeperThan(line, kDeepestNesting)) throw CommandError("not a JSON object: nested too deeply");
   Json command;
   try {
-    command = Json::parse(line, isNear);
+    command = Json::parse(line);
   } catch (const Json::exception& error) {
     throw CommandError(std::string("not a JSON object: ") + error.what());
   }

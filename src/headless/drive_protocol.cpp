@@ -30,7 +30,7 @@ class DriveProtocol::Conversation {
 
   Conversation(std::istream& input, std::ostream& output) : lines_(input, output) {}
 
-  void Begin(HookCaller& hooks, HeadlessToolkit& toolkit) {
+  void Begin(DrivenHooks& hooks, HeadlessToolkit& toolkit) {
     hooks_ = &hooks;
     toolkit_ = &toolkit;
   }
@@ -63,7 +63,7 @@ class DriveProtocol::Conversation {
   void DropHeldActions();
 
   DriveLines lines_;
-  HookCaller* hooks_ = nullptr;
+  DrivenHooks* hooks_ = nullptr;
   HeadlessToolkit* toolkit_ = nullptr;
   bool ended_ = false;
   std::deque<HeldAction> held_;
@@ -226,7 +226,7 @@ DriveProtocol::DriveProtocol(std::istream& input, std::ostream& output)
 
 DriveProtocol::~DriveProtocol() = default;
 
-int DriveProtocol::Run(HookCaller& hooks, HeadlessToolkit& toolkit) {
+int DriveProtocol::Run(DrivenHooks& hooks, HeadlessToolkit& toolkit) {
   conversation_->Begin(hooks, toolkit);
   const auto take = [this](const std::string& verb, const Json& command) {
     return conversation_->TakeHookCall(verb, command);

@@ -28,9 +28,9 @@ struct HookCall {
 };
 
 // The driven program as the protocol sees it.
-class HookCaller {
+class DrivenHooks {
  public:
-  virtual ~HookCaller() = default;
+  virtual ~DrivenHooks() = default;
   [[nodiscard]] virtual std::vector<std::string> HookNames() const = 0;
   // The hook's status. The name is one of HookNames.
   [[nodiscard]] virtual int Call(const HookCall& call) = 0;
@@ -46,7 +46,7 @@ class DriveProtocol : public Driver {
   // Performs commands until the input ends; then open windows are closed as at a system shutdown, boxes get
   // their safe answer and dialogs are cancelled. A bad line is answered by an error and passed over. Returns
   // the number of errors written.
-  int Run(HookCaller& hooks, HeadlessToolkit& toolkit);
+  int Run(DrivenHooks& hooks, HeadlessToolkit& toolkit);
 
   void Act(HeadlessToolkit& toolkit) override;
   [[nodiscard]] MessageAnswer Answer(const MessageRequest& request) override;

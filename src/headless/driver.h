@@ -2,11 +2,12 @@
 // dialogs, and is told what a person would see. By default host dialogs are answered as nobody were there.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <vector>
 
-#include "embedded/host_dialogs.h"
+#include "embedded/dialogs/host_dialogs.h"
 #include "toolkit/toolkit.h"
 #include "toolkit/window.h"
 
@@ -29,6 +30,8 @@ class Driver : public embedded::UnattendedDialogs {
   virtual void WindowRedrawn(const Window& window);
   // The program lets window events run in the middle of its work: the chance to act while it is busy.
   virtual void EventsPumped(HeadlessToolkit& toolkit);
+  // The program gives the person the time to look; nobody waits for it to pass.
+  virtual void Paused(std::chrono::milliseconds atMost);
   // A program was started; id 0 when it could not be.
   virtual void ProcessStarted(const std::string& program, const std::vector<std::string>& arguments,
                               std::int32_t processId);

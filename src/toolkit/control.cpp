@@ -104,8 +104,15 @@ void TextBox::SetText(const std::string& text) {
 void TextBox::UserType(const std::string& text) {
   if (!Enabled()) return;
   std::string typed = multiLine_ ? text : text.substr(0, text.find_first_of("\r\n"));
-  std::erase_if(typed, [](char character) { return !IsTypeable(character); });
-  SetText(typed);
+  std::string shown;
+  for (const char character : typed) {
+    if (IsTypeable(character)) {
+      shown += character;
+    } else {
+      shown += "\xEF\xBF\xBD";
+    }
+  }
+  SetText(shown);
 }
 
 void ProgressBar::SetMaximum(int maximum) {

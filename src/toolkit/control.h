@@ -141,7 +141,8 @@ class TextBox : public Control {
   [[nodiscard]] bool MultiLine() const { return multiLine_; }
   [[nodiscard]] const std::string& Text() const { return text_; }
   void SetText(const std::string& text);
-  // Replaces the text as if typed; a single-line box keeps what stands before the first line break.
+  // Replaces the text as if typed; a single-line box keeps what stands before the first line break. A control
+  // character, which nobody could see, becomes U+FFFD.
   void UserType(const std::string& text);
 
  private:

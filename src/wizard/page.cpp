@@ -12,6 +12,7 @@ constexpr Size kClientArea{6990, 5070};
 
 void Page::Show() {
   if (!Loaded()) MakeWindow();
+  GetServices().trace.Flush();
   do {
     showAgain_ = false;
     GetServices().toolkit.ShowModal(window_);
@@ -29,6 +30,11 @@ void Page::Unload(CloseReason reason) {
   GetServices().toolkit.Unload(*window, reason);
 }
 
+void Page::Discard() {
+  discarded_ = true;
+  Unload(CloseReason::kProgramCode);
+}
+
 std::optional<Rect> Page::Bounds() const {
   if (!Loaded() || !window_->Placed()) return std::nullopt;
   return window_->Bounds();
@@ -36,12 +42,13 @@ std::optional<Rect> Page::Bounds() const {
 
 void Page::MakeWindow() {
   window_ = std::make_shared<Window>(name_, kWindowTitle, kClientArea);
+  discarded_ = false;
   Build();
   window_->OnActivate = Trapped("Form_Activate", [this] { Activate(); });
   window_->OnResize = Trapped("Form_Resize", [this] { Layout(); });
   window_->OnQueryClose = [this](CloseReason reason) {
     return Guarded(GetServices().trace, "Error in (Form_QueryUnload/" + name_ + ")", true,
-                   [&] { return QueryClose(reason); });
+                   [&] { return discarded_ || QueryClose(reason); });
   };
   window_->OnUnload = [this] {
     if (!State().ExportFinished) State().ExportCancelled = true;
@@ -89,10 +96,29 @@ void Page::BringToTop() {
   GetServices().toolkit.BringToTop(*window_);
 }
 
-void Page::HandOver(std::int16_t navigatedFrom, PageId to) {
+std::optional<PageId> Page::Next() const {
+  return NextPage(page_, Mode(), FlowSettingsOf(Settings(), State().UseFolderStructure));
+}
+
+void Page::GoForward() {
+  if (const std::optional<PageId> next = Next()) {
+    HandOver(*next);
+    return;
+  }
   Hide();
-  State().NavigatedFrom = navigatedFrom;
-  Flow().ShowPage(to);
+  State().NavigatedFrom = page_;
+  Flow().ClickDepatchButton();
+  if (FinishesWithDispatch(page_)) State().ExportFinished = true;
+}
+
+void Page::GoBack() {
+  if (const std::optional<PageId> previous = PreviousPage(page_)) HandOver(*previous);
+}
+
+void Page::HandOver(PageId to) {
+  Hide();
+  State().NavigatedFrom = page_;
+  Flow().ShowNext(to);
 }
 
 void Page::Cancel(bool askToKeepSelection) {
@@ -116,11 +142,6 @@ bool Page::ConfirmClose(CloseReason reason) {
 
 void Page::ShowCatalogueText(const char* code, MessageIcon icon) {
   GetServices().toolkit.ShowMessage({GetServices().errors.ErrorHandle(code), kWindowTitle, icon});
-}
-
-void Page::DispatchAndFinish() {
-  Flow().ClickDepatchButton();
-  State().ExportFinished = true;
 }
 
 }  // namespace tessel

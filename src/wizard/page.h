@@ -29,7 +29,7 @@ struct PageContext {
 
 class Page {
  public:
-  Page(const PageContext& context, std::string name) : context_(context), name_(std::move(name)) {}
+  Page(const PageContext& context, PageId page) : context_(context), page_(page), name_(PageName(page)) {}
   virtual ~Page() = default;
   Page(const Page&) = delete;
   Page& operator=(const Page&) = delete;
@@ -40,6 +40,8 @@ class Page {
   void Hide();
   // Nothing happens when the page is not loaded; the page may refuse.
   void Unload(CloseReason reason);
+  // Unloads the page of an export that nobody can go on with: it neither asks nor refuses.
+  void Discard();
 
   [[nodiscard]] bool Loaded() const { return window_ != nullptr && !window_->Unloaded(); }
   // Nothing when the page is not loaded or was never on the screen.
@@ -63,7 +65,7 @@ class Page {
   [[nodiscard]] Services& GetServices() const { return context_.services; }
   [[nodiscard]] const Configuration& Settings() const { return context_.services.Settings(); }
   [[nodiscard]] WizardState& State() const { return context_.state; }
-  [[nodiscard]] SendMode Mode() const { return static_cast<SendMode>(context_.state.SendMode); }
+  [[nodiscard]] SendMode Mode() const { return context_.state.SendMode; }
   [[nodiscard]] PageFlow& Flow() const { return context_.flow; }
   [[nodiscard]] const PageContext& Context() const { return context_; }
   [[nodiscard]] std::string Caption(const char* code, const char* defaultText) const;
@@ -85,24 +87,29 @@ class Page {
   // For an event that hid the page: it is shown once more when the show that the event belongs to has ended.
   // So shows do not nest however often this happens.
   void ShowAgain() { showAgain_ = true; }
-  // Hides the page and hands over to another one.
-  void HandOver(std::int16_t navigatedFrom, PageId to);
+  // Hides the page and goes on where its forward button leads: to the next page or into the dispatch.
+  void GoForward();
+  // Hides the page and goes on where its back button leads.
+  void GoBack();
+  // Where the forward button leads; nothing when it starts the dispatch.
+  [[nodiscard]] std::optional<PageId> Next() const;
   // Cancel button of a page: the keep-selection question where it is asked, then the end of the wizard.
   void Cancel(bool askToKeepSelection);
   // The confirmation of the last pages. False refuses the closing.
   [[nodiscard]] bool ConfirmClose(CloseReason reason);
   // Shows a catalogue text in a box titled "Kestrix".
   void ShowCatalogueText(const char* code, MessageIcon icon);
-  // Runs the dispatch from a page that counts the export as finished afterwards, whatever came of it.
-  void DispatchAndFinish();
 
  private:
   void MakeWindow();
+  void HandOver(PageId to);
 
   PageContext context_;
+  PageId page_;
   std::string name_;
   std::shared_ptr<Window> window_;
   bool showAgain_ = false;
+  bool discarded_ = false;
 };
 
 }  // namespace tessel

@@ -4,25 +4,27 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
+#include "dispatch/dispatch.h"
 #include "toolkit/geometry.h"
+#include "wizard/page_order.h"
 
 namespace tessel {
-
-enum class PageId { kStart, kSendMode, kSendData, kRecipient, kCustomInput, kFolderStructure, kMailData };
 
 class PageFlow {
  public:
   virtual ~PageFlow() = default;
-  // Shows a page modally; returns when it was hidden or unloaded.
-  virtual void ShowPage(PageId page) = 0;
+  // Names the page to be shown next. It is shown when the show of the page that is open has returned, so that
+  // shows do not nest however often the user goes back and forth.
+  virtual void ShowNext(PageId page) = 0;
+  // Tells a person what the rules pass over without a word, where somebody listens.
+  virtual void Tell(const std::string& text) = 0;
   // Outer position and size of a page's window; nothing when it is not loaded or was never on the screen.
   [[nodiscard]] virtual std::optional<Rect> BoundsOf(PageId page) = 0;
   // Performs the send operation of the mail data page without showing it.
   virtual void ClickDepatchButton() = 0;
-  // What the user typed into the custom input page, in field order; empty when it is not loaded.
-  [[nodiscard]] virtual std::vector<std::string> CustomTexts() const = 0;
+  // All that the pages have collected for the dispatch.
+  [[nodiscard]] virtual DispatchRequest CollectedRequest() const = 0;
 };
 
 }  // namespace tessel

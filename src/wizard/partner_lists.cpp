@@ -5,6 +5,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "host/ascii.h"
 #include "host/error.h"
 #include "messages/guard.h"
 
@@ -13,20 +14,13 @@ namespace {
 
 constexpr const char* kInactive = "VRKX_DX_INACTIVE";
 
-// Query results bear upper-case column names.
-std::string ColumnOf(std::string attribute) {
-  std::transform(attribute.begin(), attribute.end(), attribute.begin(),
-                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-  return attribute;
-}
-
 PcRecordListPtr QueryCustomers(PcSession& session, ClassId classId, const std::string& first,
                                const std::string& second) {
   const PcQueryPtr query = session.ObjectStore()->NewQuery();
   query->SetClass(classId);
   std::vector<std::string> selected;
   const auto select = [&](const std::string& attribute) {
-    const std::string column = ColumnOf(attribute);
+    const std::string column = UpperCase(attribute);  // as query results bear it
     if (attribute.empty() || std::find(selected.begin(), selected.end(), column) != selected.end()) return;
     query->AddSelect(attribute);
     selected.push_back(column);
@@ -44,7 +38,7 @@ PcRecordListPtr QueryCustomers(PcSession& session, ClassId classId, const std::s
 }
 
 std::string DisplayOfRow(const PcRecordList& rows, const std::string& attribute, int row) {
-  return attribute.empty() ? std::string() : rows.GetValue(ColumnOf(attribute), row).AsText();
+  return attribute.empty() ? std::string() : rows.GetValue(UpperCase(attribute), row).AsText();
 }
 
 std::string DisplayOfObject(const PcObject& object, const std::string& attribute) {

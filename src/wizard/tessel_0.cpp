@@ -10,8 +10,7 @@ constexpr double kLogoSide = 128 * 15;
 }  // namespace
 
 void Tessel_0::Build() {
-  command1_ = AddButton("Command1", nullptr, {4800, 4575, 2172, 372}, "Weiter >>",
-                        [this] { HandOver(navigated_from::kStartPage, PageId::kSendMode); });
+  command1_ = AddButton("Command1", nullptr, {4800, 4575, 2172, 372}, "Weiter >>", [this] { GoForward(); });
   command1_->IsDefault = true;
   command2_ = AddButton("Command2", nullptr, {2400, 4575, 2052, 372}, "Abbruch", [this] { Cancel(true); });
   command2_->IsCancel = true;
@@ -30,7 +29,7 @@ void Tessel_0::BuildBranding() {
 }
 
 void Tessel_0::Activate() {
-  State().SendMode = static_cast<std::int32_t>(SendMode::kMailStructure);
+  State().SendMode = SendMode::kMailStructure;
   command2_->SetCaption(Caption("c0008", "Abbruch"));
   command1_->SetCaption(Caption("c0009", "Weiter >>"));
   BringToTop();

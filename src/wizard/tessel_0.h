@@ -7,7 +7,7 @@ namespace tessel {
 
 class Tessel_0 : public Page {
  public:
-  explicit Tessel_0(const PageContext& context) : Page(context, "Tessel_0") {}
+  explicit Tessel_0(const PageContext& context) : Page(context, PageId::kStart) {}
 
  protected:
   void Build() override;

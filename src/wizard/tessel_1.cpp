@@ -30,7 +30,8 @@ constexpr BoxText kBoxes[] = {
 }  // namespace
 
 void Tessel_1::Build() {
-  command1_ = AddButton("Command1", nullptr, {4800, 4575, 2172, 372}, "Weiter >>", [this] { Next(); });
+  command1_ =
+      AddButton("Command1", nullptr, {4800, 4575, 2172, 372}, "Weiter >>", [this] { LeaveForward(); });
   command1_->IsDefault = true;
   command2_ = AddButton("Command2", nullptr, {2400, 4575, 2052, 372}, "Abbruch", [this] { Cancel(true); });
   command2_->IsCancel = true;
@@ -45,18 +46,18 @@ void Tessel_1::Build() {
   }
 }
 
-void Tessel_1::Next() {
-  TraceLine("Send mode: " + std::to_string(State().SendMode));
-  HandOver(navigated_from::kSendModePage, PageId::kSendData);
+void Tessel_1::LeaveForward() {
+  TraceLine("Send mode: " + std::to_string(static_cast<std::int32_t>(Mode())));
+  GoForward();
 }
 
 void Tessel_1::Activate() {
-  if (State().NavigatedFrom == navigated_from::kSendDataPage) {
+  if (State().NavigatedFrom == PageId::kSendData) {
     TakeBounds(PageId::kSendData);
   } else if (const std::optional<Rect> start = Flow().BoundsOf(PageId::kStart)) {
     PageWindow().MoveTo(start->left, start->top);
   }
-  State().SendMode = static_cast<std::int32_t>(SendMode::kMailStructure);
+  State().SendMode = SendMode::kMailStructure;
   SetCaptions();
   OfferModes();
   FollowCheckedBox();
@@ -87,7 +88,7 @@ void Tessel_1::OfferModes() {
 // A box that is still checked from an earlier visit raises no click, yet it is what the user sees chosen.
 void Tessel_1::FollowCheckedBox() {
   for (int index = 1; index <= kBoxCount; ++index) {
-    if (Box(index).Checked()) State().SendMode = index;
+    if (Box(index).Checked()) State().SendMode = static_cast<SendMode>(index);
   }
 }
 
@@ -102,7 +103,7 @@ void Tessel_1::ClickBox(int index) {
     Box(index).SetChecked(true);
   }
   inClick_ = false;
-  State().SendMode = index;
+  State().SendMode = static_cast<SendMode>(index);
 }
 
 void Tessel_1::Layout() {

@@ -9,7 +9,7 @@ namespace tessel {
 
 class Tessel_1 : public Page {
  public:
-  explicit Tessel_1(const PageContext& context) : Page(context, "Tessel_1") {}
+  explicit Tessel_1(const PageContext& context) : Page(context, PageId::kSendMode) {}
 
  protected:
   void Build() override;
@@ -20,7 +20,7 @@ class Tessel_1 : public Page {
  private:
   static constexpr int kBoxCount = 5;
 
-  void Next();
+  void LeaveForward();
   void SetCaptions();
   void OfferModes();
   void FollowCheckedBox();

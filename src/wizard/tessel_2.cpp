@@ -32,7 +32,7 @@ void Tessel_2::BuildProgress() {
 void Tessel_2::BuildButtons() {
   command2_ = AddButton("Command2", nullptr, {0, 4575, 2052, 372}, "<< Zurück", [this] {
     // Going back in the middle of a run would leave it standing below the pages shown from here.
-    if (!running_) HandOver(navigated_from::kSendDataPage, PageId::kSendMode);
+    if (!running_) GoBack();
   });
   command3_ =
       AddButton("Command3", nullptr, {2400, 4560, 2052, 372}, "Abbruch", [this] { Cancel(!CopyComplete()); });
@@ -49,6 +49,7 @@ void Tessel_2::Load() {
     imageList1_.Clear();
     SetCaptions();
     CommonXFunctions::StartStructureDocument(GetServices(), Context().structure);
+    Context().exchange.copied.StartExport();
     ListSelection();
   });
 }
@@ -62,7 +63,9 @@ void Tessel_2::SetCaptions() {
 }
 
 void Tessel_2::ListSelection() {
-  const Value count = GetServices().Session().GlobalData().Get(global_data::kCount);
+  PcSession& session = GetServices().Session();
+  const PcReadingPtr reading = session.BeginReading();
+  const Value count = session.GlobalData().Get(global_data::kCount);
   const int objects = count.IsNull() ? 0 : count.AsInt32();
   for (int number = 1; number <= objects; ++number)
     ListObject(number);
@@ -92,7 +95,7 @@ void Tessel_2::ListObject(int number) {
 }
 
 void Tessel_2::Activate() {
-  TakeBounds(State().NavigatedFrom == navigated_from::kSendModePage ? PageId::kSendMode : PageId::kRecipient);
+  TakeBounds(State().NavigatedFrom == PageId::kSendMode ? PageId::kSendMode : PageId::kRecipient);
   // The send mode may have changed since the copy was complete.
   if (CopyComplete()) SetForwardCaption();
   // A disabled box says that the user copies object by object; the page comes back here after each.

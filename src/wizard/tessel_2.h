@@ -8,7 +8,7 @@ namespace tessel {
 
 class Tessel_2 : public Page, public SendDataView {
  public:
-  explicit Tessel_2(const PageContext& context) : Page(context, "Tessel_2") {}
+  explicit Tessel_2(const PageContext& context) : Page(context, PageId::kSendData) {}
 
   // SendDataView
   [[nodiscard]] bool CopyAll() const override { return check1_->Checked(); }
@@ -23,8 +23,10 @@ class Tessel_2 : public Page, public SendDataView {
  private:
   // One press of the process button while objects are left to copy.
   struct CopyRun {
-    bool single = false;  // the object last copied was the selected one alone
-    bool copied = false;  // files reached the exchange directory
+    bool single = false;       // the object last copied was the selected one alone
+    bool copied = false;       // files reached the exchange directory
+    std::string failure;       // what a person is told about a press that ended early
+    std::size_t problems = 0;  // of the run when the press began
   };
 
   void BuildProgress();
@@ -43,17 +45,20 @@ class Tessel_2 : public Page, public SendDataView {
   // Command1.
   void Process();
   void RunCopy(CopyRun& run);
-  [[nodiscard]] bool PrepareDirectory();
+  [[nodiscard]] bool PrepareDirectory(CopyRun& run);
   // False ends the run.
   [[nodiscard]] bool CopyNode(int node, CopyRun& run);
+  // ": " and the cause of what went wrong last in this press; "." when the host said none.
+  [[nodiscard]] std::string WhyText(const CopyRun& run) const;
   void MarkNode(int node);
+  // The path as this machine has it; as it stands when it is none.
+  [[nodiscard]] std::string NativeText(const std::string& path) const;
   void ShowProgress(int copied);
   void Complete();
   void ClearReadOnlyFlags();
   void LetEventsRun();
   void WaitABit();
   void Leave();
-  void LeaveInCustomMode();
   void StartWithoutRecipient();
   [[nodiscard]] bool CopyComplete() const;
   // The user cancelled or closed the page.

@@ -46,48 +46,56 @@ void Tessel_2::Process() {
   CopyRun run;
   {
     const FlagScope scope(running_);
-    GuardedRun(GetServices().trace, kProcessError, [&] { RunCopy(run); });
+    run.problems = GetServices().trace.problems.Count();
+    const bool ended = Guarded(GetServices().trace, kProcessError, false, [&] {
+      RunCopy(run);
+      return true;
+    });
+    if (!ended && run.failure.empty()) run.failure = "The documents could not be processed" + WhyText(run);
     if (run.copied) GuardedRun(GetServices().trace, kProcessError, [this] { ClearReadOnlyFlags(); });
   }
+  // The rules end such a press without a word.
+  if (!Left() && !run.failure.empty()) Flow().Tell(run.failure);
   // The host's copy window took the page's place.
   if (run.single && !Left() && !kept->Visible()) ShowAgain();
 }
 
 void Tessel_2::RunCopy(CopyRun& run) {
   const int selected = treeView2_->Selected();
-  if (selected < 0) ThrowObjectNotSet("selected node");
-  if (treeView2_->NodeAt(selected).checked) return;
+  if (selected < 0) {
+    run.failure = "There is no document to copy.";
+    ThrowObjectNotSet("selected node");
+  }
+  if (treeView2_->NodeAt(selected).checked) {
+    run.failure = "The selected document has been copied already. Select one without a check mark.";
+    return;
+  }
   const int count = treeView2_->NodeCount();
   if (check1_->Checked()) {
     progressBar1_->SetMaximum(count);
     progressBar1_->SetVisible(true);
   }
-  if (!PrepareDirectory()) return;
+  if (!PrepareDirectory(run)) return;
   progressBar1_->SetValue(0);
   int done = 0;
   do {
     const bool copyAll = check1_->Checked();
     if (!copyAll) check1_->SetEnabled(false);
     run.single = !copyAll;
-    if (!CopyNode(copyAll ? done : selected, run)) return;
+    const int node = copyAll ? done : selected;
+    // A node that an earlier run has marked is in the directory and in the structure document already.
+    if (!treeView2_->NodeAt(node).checked && !CopyNode(node, run)) return;
     ShowProgress(++done);
   } while (!Left() && check1_->Checked() && done < count);
 }
 
-// A directory that could not be made leaves no name behind: the next press tries another one, and the
-// clean-up of a cancelled export does not take somebody else's directory for this one's.
-bool Tessel_2::PrepareDirectory() {
+bool Tessel_2::PrepareDirectory(CopyRun& run) {
   Services& services = GetServices();
   ExchangeState& exchange = Context().exchange;
-  if (exchange.directoryName.empty()) {
-    std::string name;
-    std::string path;
-    if (!CommonXFunctions::CreateExDirName(services, name)) return false;
-    TraceLine("Name des temp. Austauschverzeichnisses(Command1_Click/Tessel_2): " + name);
-    if (!CommonXFunctions::CreateNewExDir(services, Settings().ExchangeDirectory, name, path)) return false;
-    TraceLine("Austauschverzeichnisses erstellt(Command1_Click/Tessel_2): " + path);
-    exchange.directoryName = name;
-    exchange.directoryPath = path;
+  if (!CommonXFunctions::MakeExchangeDirectory(services, exchange)) {
+    run.failure = "The exchange directory could not be made below " +
+                  NativeText(Settings().ExchangeDirectory) + WhyText(run);
+    return false;
   }
   services.Session().GlobalData().Set(global_data::kExchangeDirectory, exchange.directoryPath);
   TraceLine("Austauschverzeichnis fuer LFC Fenster gesetzt(Command1_Click/Tessel_2): " +
@@ -100,19 +108,31 @@ bool Tessel_2::CopyNode(int node, CopyRun& run) {
   const std::string tag = treeView2_->NodeAt(node).tag;
   const CopyResult result = CommonXFunctions::copyFile2ExDir(GetServices(), Context().exchange, *this, tag);
   TraceLine("Result of CopyFile Window (1=ok; 2=abord): " + std::to_string(static_cast<int>(result)));
-  if (result == CopyResult::kFailed) return false;
+  if (result == CopyResult::kFailed) {
+    run.failure = "\"" + treeView2_->NodeAt(node).text + "\" could not be copied to " +
+                  NativeText(Context().exchange.directoryPath) + WhyText(run);
+    return false;
+  }
   if (result != CopyResult::kCopied) return true;
   run.copied = true;
   bool generate = Settings().GenStrucFile;
   if (!CommonXFunctions::CreateStructure(GetServices(), Context().exchange, Context().structure, generate,
                                          tag)) {
     TraceLine("Error during creation of structure file");
+    run.failure =
+        "The structure of \"" + treeView2_->NodeAt(node).text + "\" could not be described" + WhyText(run);
     return false;
   }
   MarkNode(node);
   if (Left()) return false;
   if (treeView2_->CheckedCount() == treeView2_->NodeCount()) Complete();
   return true;
+}
+
+std::string Tessel_2::WhyText(const CopyRun& run) const {
+  const Problems& problems = GetServices().trace.problems;
+  if (problems.Count() == run.problems || problems.Kept().empty()) return ".";
+  return ": " + problems.Kept().back().cause;
 }
 
 void Tessel_2::MarkNode(int node) {
@@ -143,6 +163,11 @@ void Tessel_2::Complete() {
   CommonXFunctions::RemoveIfPresent(globalData, global_data::kCopyRunning);
 }
 
+std::string Tessel_2::NativeText(const std::string& path) const {
+  return Guarded(GetServices().trace, "Path shown to the user", path,
+                 [&] { return GetServices().platform.files.NativePath(path); });
+}
+
 // Once at the end of a press, not after each object: listing the directory each time would cost the square of
 // the number of files.
 void Tessel_2::ClearReadOnlyFlags() {
@@ -160,38 +185,13 @@ void Tessel_2::LetEventsRun() {
 }
 
 void Tessel_2::WaitABit() {
-  GetServices().platform.pauser.Sleep(kPause);
+  GetServices().toolkit.Pause(kPause);
 }
 
 void Tessel_2::Leave() {
-  State().NavigatedFrom = navigated_from::kSendDataPage;
   check1_->SetEnabled(true);
-  Hide();
-  switch (Mode()) {
-    case SendMode::kNoSend:
-      StartWithoutRecipient();
-      DispatchAndFinish();
-      return;
-    case SendMode::kCustom:
-      LeaveInCustomMode();
-      return;
-    default:
-      Flow().ShowPage(PageId::kRecipient);
-      return;
-  }
-}
-
-void Tessel_2::LeaveInCustomMode() {
-  if (Settings().b_UsePartnerList) {
-    Flow().ShowPage(PageId::kRecipient);
-    return;
-  }
-  StartWithoutRecipient();
-  if (Settings().b_UseCustomForm) {
-    Flow().ShowPage(PageId::kCustomInput);
-  } else {
-    DispatchAndFinish();
-  }
+  if (Next() != PageId::kRecipient) StartWithoutRecipient();
+  GoForward();
 }
 
 // The export is finalised and recorded like any other, and no recipient of an earlier one leaks into it.

@@ -59,8 +59,7 @@ void Tessel_3::BuildLists() {
 }
 
 void Tessel_3::BuildButtons() {
-  command2_ = AddButton("Command2", nullptr, {120, 4575, 2052, 372}, "<< Zurück",
-                        [this] { HandOver(navigated_from::kRecipientPage, PageId::kSendData); });
+  command2_ = AddButton("Command2", nullptr, {120, 4575, 2052, 372}, "<< Zurück", [this] { GoBack(); });
   command3_ = AddButton("Command3", nullptr, {2400, 4575, 2052, 372}, "Abbruch", [this] {
     if (State().ExportFinished) {
       Hide();
@@ -90,8 +89,7 @@ void Tessel_3::Load() {
 
 void Tessel_3::Activate() {
   heightReserve_ = MultiRecipient() ? kReserveMulti : kReserveSingle;
-  if (State().NavigatedFrom == navigated_from::kSendDataPage) TakeBounds(PageId::kSendData);
-  if (State().NavigatedFrom == navigated_from::kFolderStructurePage) TakeBounds(PageId::kFolderStructure);
+  TakeBounds(State().NavigatedFrom);
   treeView1_->Clear();
   treeView2_->Clear();
   treeView3_->Clear();
@@ -144,9 +142,7 @@ void Tessel_3::Send() {
               SelectedNode(*treeView2_).text);
   }
   FillRecipientList();
-  Hide();
-  State().NavigatedFrom = navigated_from::kRecipientPage;
-  GoOn();
+  GoForward();
 }
 
 bool Tessel_3::ReadyToSend() {
@@ -162,19 +158,6 @@ void Tessel_3::FillRecipientList() {
     AppendRecipient(*recipients, recipient);
   }
   State().recipients = std::move(recipients);
-}
-
-void Tessel_3::GoOn() {
-  const bool ownPage = Mode() == SendMode::kOdette || Mode() == SendMode::kCustom;
-  if (State().UseFolderStructure) {
-    Flow().ShowPage(PageId::kFolderStructure);
-  } else if (!ownPage) {
-    Flow().ShowPage(PageId::kMailData);
-  } else if (Settings().b_UseCustomForm) {
-    Flow().ShowPage(PageId::kCustomInput);
-  } else {
-    DispatchAndFinish();
-  }
 }
 
 // The menu belongs to a node: it opens only when the right button is released right after a click on one.

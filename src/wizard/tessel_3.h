@@ -11,7 +11,7 @@ namespace tessel {
 
 class Tessel_3 : public Page {
  public:
-  explicit Tessel_3(const PageContext& context) : Page(context, "Tessel_3") {}
+  explicit Tessel_3(const PageContext& context) : Page(context, PageId::kRecipient) {}
 
  protected:
   void Build() override;
@@ -32,7 +32,6 @@ class Tessel_3 : public Page {
   void Send();
   [[nodiscard]] bool ReadyToSend();
   void FillRecipientList();
-  void GoOn();
   void ReleaseButton(MouseButton button);
   void EditAdditionalValues();
 

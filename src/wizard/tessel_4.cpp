@@ -62,22 +62,8 @@ void Tessel_4::MakeFields() {
 
 void Tessel_4::FinishBuild() {
   SetCaptions();
-  TakeBoundsOfCaller();
+  TakeBounds(State().NavigatedFrom);
   BringToTop();
-}
-
-void Tessel_4::TakeBoundsOfCaller() {
-  switch (State().NavigatedFrom) {
-    case navigated_from::kSendDataPage:
-      TakeBounds(PageId::kSendData);
-      return;
-    case navigated_from::kRecipientPage:
-      TakeBounds(PageId::kRecipient);
-      return;
-    default:
-      TakeBounds(PageId::kFolderStructure);
-      return;
-  }
 }
 
 void Tessel_4::MakeField(int number, const std::string& entry) {

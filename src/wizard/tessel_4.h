@@ -10,7 +10,7 @@ namespace tessel {
 
 class Tessel_4 : public Page {
  public:
-  explicit Tessel_4(const PageContext& context) : Page(context, "Tessel_4") {}
+  explicit Tessel_4(const PageContext& context) : Page(context, PageId::kCustomInput) {}
 
   // What was typed, in field order; empty when the page is not loaded.
   [[nodiscard]] std::vector<std::string> Texts() const;
@@ -32,7 +32,6 @@ class Tessel_4 : public Page {
   // Makes the fields once; what follows from them comes in FinishBuild, when all controls are there.
   void MakeFields();
   void FinishBuild();
-  void TakeBoundsOfCaller();
   // Makes the field of an entry; nothing for an entry that makes none.
   void MakeField(int number, const std::string& entry);
   void SetCaptions();

@@ -19,8 +19,7 @@ void Tessel_4a::Build() {
   label1_->SetVisible(false);
   treeView1_ = &PageWindow().Add<TreeList>("TreeView1", -1, frame3_, Rect{2040, 480, 4815, 1215}, false);
   treeView1_->SetVisible(false);
-  command2_ = AddButton("Command2", nullptr, {0, 4575, 2052, 372}, "<< Zurück",
-                        [this] { HandOver(navigated_from::kFolderStructurePage, PageId::kRecipient); });
+  command2_ = AddButton("Command2", nullptr, {0, 4575, 2052, 372}, "<< Zurück", [this] { GoBack(); });
   command1_ = AddButton("Command1", nullptr, {4800, 4575, 2172, 372}, "Versenden !", [this] { Send(); });
   command1_->IsDefault = true;
 }
@@ -88,28 +87,7 @@ void Tessel_4a::Send() {
     TraceLine("UseFolderStructure is 'On' ; selected Folder structure definition: " + node.text +
               " ; Selected Object: " + node.tag);
   }
-  Hide();
-  State().NavigatedFrom = navigated_from::kFolderStructurePage;
-  GoOn();
-}
-
-void Tessel_4a::GoOn() {
-  switch (Mode()) {
-    case SendMode::kOdette:
-    case SendMode::kCustom:
-      if (Settings().b_UseCustomForm) {
-        Flow().ShowPage(PageId::kCustomInput);
-      } else {
-        Flow().ClickDepatchButton();
-      }
-      return;
-    case SendMode::kNoSend:
-      Flow().ClickDepatchButton();
-      return;
-    default:
-      Flow().ShowPage(PageId::kMailData);
-      return;
-  }
+  GoForward();
 }
 
 void Tessel_4a::Layout() {

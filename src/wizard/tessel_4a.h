@@ -7,7 +7,7 @@ namespace tessel {
 
 class Tessel_4a : public Page {
  public:
-  explicit Tessel_4a(const PageContext& context) : Page(context, "Tessel_4a") {}
+  explicit Tessel_4a(const PageContext& context) : Page(context, PageId::kFolderStructure) {}
 
  protected:
   void Build() override;
@@ -20,7 +20,6 @@ class Tessel_4a : public Page {
   void ReadSelectedObject();
   [[nodiscard]] PcRecordListPtr RelatedFolderStructures() const;
   void Send();
-  void GoOn();
 
   Frame* frame3_ = nullptr;
   Label* label1_ = nullptr;

@@ -27,10 +27,6 @@ constexpr FieldDesign kFields[] = {
     {"c0023", "Inhalt:", 1680, 2720, true},
 };
 
-bool IsMailMode(SendMode mode) {
-  return mode == SendMode::kMail || mode == SendMode::kMailStructure;
-}
-
 }  // namespace
 
 void Tessel_5::Build() {
@@ -51,6 +47,8 @@ void Tessel_5::Build() {
 void Tessel_5::Activate() {
   TakeBounds(PageId::kRecipient);
   BringToTop();
+  // The page outlives an export, and so would another one's counter.
+  label2_->SetCaption("");
   if (Settings().b_AllowMultiRecipientSelection) ShowCounter(0);
   SetCaptions();
   StartRecords();
@@ -128,19 +126,11 @@ void Tessel_5::StoreFields(MailRecord& mail) {
 }
 
 void Tessel_5::Dispatch() {
-  DispatchRequest request;
-  request.sendMode = Mode();
-  request.recipients = State().recipients;
-  if (IsMailMode(Mode())) request.mails = State().mails;
-  request.useFolderStructure = State().UseFolderStructure;
-  request.selectedFolderStructure = State().SelectedFolderStructure;
-  request.customTexts = Flow().CustomTexts();
+  const DispatchRequest request = Flow().CollectedRequest();
   DispatchParts parts{GetServices(), Context().exchange, Context().structure, Context().additionalValues};
-  State().finishedDirectories.clear();
-  State().unrecordedDirectories.clear();
-  State().DispatchFailed = true;
-  if (!RunDispatch(parts, request, *this)) return;
-  State().DispatchFailed = false;
+  RunDispatch(parts, request, State().outcome);
+  if (State().outcome.dispatch != DispatchEnd::kFinished) return;
+  State().ExportFinished = true;
   Hide();
 }
 

@@ -7,9 +7,9 @@
 
 namespace tessel {
 
-class Tessel_5 : public Page, private DispatchListener {
+class Tessel_5 : public Page {
  public:
-  explicit Tessel_5(const PageContext& context) : Page(context, "Tessel_5") {}
+  explicit Tessel_5(const PageContext& context) : Page(context, PageId::kMailData) {}
 
   // Performs the click of Command1, without showing the page.
   void ClickDepatchButton();
@@ -23,11 +23,6 @@ class Tessel_5 : public Page, private DispatchListener {
  private:
   // Positions of the four fields in Label1 and Text1.
   enum Field : std::size_t { kRecipient, kSender, kSubject, kContent, kFieldCount };
-
-  // DispatchListener
-  void ExportFinished() override { State().ExportFinished = true; }
-  void DirectoryFinished(const std::string& path) override { State().finishedDirectories.push_back(path); }
-  void RecordIncomplete(const std::string& path) override { State().unrecordedDirectories.push_back(path); }
 
   void SetCaptions();
   void StartRecords();

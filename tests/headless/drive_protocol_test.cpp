@@ -15,7 +15,7 @@ const std::string kIntoSecondPage = R"({"do":"call","hook":"StartExport"}
 )";
 
 // Hooks of a made-up program; each call sees new pages.
-class SampleHooks : public HookCaller {
+class SampleHooks : public DrivenHooks {
  public:
   SampleHooks(HeadlessToolkit& toolkit, embedded::HostDialogs& dialogs)
       : toolkit_(toolkit), dialogs_(dialogs) {}

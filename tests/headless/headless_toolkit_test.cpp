@@ -4,11 +4,20 @@
 
 #include "headless/reporting_launcher.h"
 #include "headless/sample_pages.h"
-#include "host/error.h"
 #include "support/script_driver.h"
+#include "toolkit/modal_contract.h"
 
 namespace tessel {
 namespace {
+
+struct HeadlessWorld {
+  ModalToolkit& Get() { return toolkit; }
+  void Then(const std::function<void()>& action) {
+    script.Do([action](UserActions&) { action(); });
+  }
+  test::ScriptDriver script;
+  HeadlessToolkit toolkit{script};
+};
 
 class HeadlessToolkitTest : public ::testing::Test {
  protected:
@@ -42,17 +51,6 @@ TEST_F(HeadlessToolkitTest, CentresAWindowThatHasNoPlaceYet) {
   EXPECT_EQ(pages_.second->Bounds().left, 15);
 }
 
-TEST_F(HeadlessToolkitTest, HidingAWindowBelowEndsItsShowOnceTheUpperOneReturns) {
-  script_.Click("Command1")
-      .Do([&](UserActions&) { toolkit_.Hide(*pages_.first); })
-      .Do([&](UserActions&) { EXPECT_EQ(toolkit_.VisibleWindows(), std::vector{pages_.second}); })
-      .Do([&](UserActions&) { toolkit_.Hide(*pages_.second); });
-  pages_.first->Find("Command1")->SetVisible(true);
-  static_cast<Button&>(*pages_.first->Find("Command1")).OnClick = [&] { toolkit_.ShowModal(pages_.second); };
-  pages_.Run();
-  EXPECT_EQ(script_.Transcript(), "show Tessel_0\nshow Tessel_1\nhide Tessel_0\nhide Tessel_1\n");
-}
-
 TEST_F(HeadlessToolkitTest, ARefusedCloseKeepsTheWindow) {
   script_.Click("Command1")
       .CloseWindow()
@@ -62,35 +60,6 @@ TEST_F(HeadlessToolkitTest, ARefusedCloseKeepsTheWindow) {
   pages_.Run();
   EXPECT_TRUE(pages_.cancelled);
   EXPECT_TRUE(pages_.second->Unloaded());
-  EXPECT_TRUE(toolkit_.Unload(*pages_.second, CloseReason::kProgramCode)) << "asks no second time";
-  try {
-    toolkit_.ShowModal(pages_.second);
-    FAIL() << "an unloaded window was shown";
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.Number(), error_number::kInvalidCall);
-  }
-}
-
-TEST_F(HeadlessToolkitTest, AShutdownClosesAWindowThatWouldRefuse) {
-  pages_.first->OnQueryClose = [](CloseReason) { return false; };
-  script_.Do([&](UserActions&) { EXPECT_FALSE(toolkit_.Unload(*pages_.first, CloseReason::kProgramCode)); })
-      .Do([&](UserActions&) { toolkit_.CloseForShutdown(); });
-  pages_.Run();
-  EXPECT_TRUE(pages_.first->Unloaded());
-}
-
-TEST_F(HeadlessToolkitTest, AnErrorInAnEventEndsItsShowAndHidesTheWindow) {
-  pages_.second->OnActivate = [] { throw RuntimeError(13, "Type mismatch"); };
-  script_.Click("Command1");
-  EXPECT_THROW(pages_.Run(), RuntimeError);
-  EXPECT_FALSE(pages_.second->Visible());
-  EXPECT_EQ(toolkit_.TopWindow(), nullptr);
-}
-
-TEST_F(HeadlessToolkitTest, EndlessNestingIsRefusedBeforeTheStackOverflows) {
-  pages_.first->OnActivate = [&] { toolkit_.ShowModal(pages_.first); };
-  EXPECT_THROW(pages_.Run(), RuntimeError);
-  EXPECT_EQ(script_.TakeTranscript(), "show Tessel_0\nhide Tessel_0\n");
 }
 
 TEST_F(HeadlessToolkitTest, ABusyProgramCanBeCancelled) {
@@ -120,4 +89,8 @@ TEST_F(HeadlessToolkitTest, StartedProgramsAreReported) {
 }
 
 }  // namespace
+
+namespace test {
+INSTANTIATE_TYPED_TEST_SUITE_P(Headless, ModalContract, HeadlessWorld);
+}
 }  // namespace tessel

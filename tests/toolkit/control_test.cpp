@@ -46,7 +46,7 @@ TEST_F(ControlTest, TypingKeepsWhatTheBoxCanHold) {
       {false, "Grüße", "Grüße"},
       {false, "first\r\nsecond", "first"},
       {true, "first\r\nsecond\tthird", "first\r\nsecond\tthird"},
-      {true, "bell\a and delete\x7F", "bell and delete"},
+      {true, "bell\a and delete\x7F", "bell\uFFFD and delete\uFFFD"},
       {false, "", ""},
   };
   for (const auto& [multiLine, typed, kept] : cases) {

@@ -60,6 +60,8 @@ TEST(MailDataPage, SingleRecipientAndTheNextExport) {
     ChoosePair(world, "Bolt ", "Brown ");
     world.driver.Click("Command1");
     ExpectShown(world, std::string("||anna@home|") + subject + "||");
+    // What a counter of the next export must not be taken for.
+    LookAt(world, kPage, [](Window& window) { window.FindById("Label2")->SetCaption("2 / 2"); });
     world.driver.Type("Text1(2)", "Subject").Click("Command1");
     EXPECT_EQ(world.Export(), 0);
     EXPECT_EQ(Records(world), "anna@home|||Subject|\n");

@@ -71,7 +71,7 @@ TEST(SendDataPage, CopiesAllInOneRun) {
             (std::vector<std::string>{"0 / 3 shown", "0 / 3 shown", "0 / 3 shown", "1 / 3 shown",
                                       "1 / 3 shown", "1 / 3 shown", "1 / 3 shown", "2 / 3 shown",
                                       "2 / 3 shown", "2 / 3 shown", "2 / 3 hidden", "3 / 3 hidden"}));
-  EXPECT_EQ(world.pauser.pauses, std::vector<int>(3 * 4, 50));
+  EXPECT_EQ(world.driver.pauses, std::vector<int>(3 * 4, 50));
 }
 
 TEST(SendDataPage, CopiesObjectByObject) {
@@ -155,6 +155,8 @@ TEST(SendDataPage, ClosingDuringTheLastObjectKeepsTheExportCancelled) {
 
 TEST(SendDataPage, FailedCopyEndsThePressAndMayBeTriedAgain) {
   World world;
+  std::vector<std::string> told;
+  world.program.wizard.tell = [&](const std::string& text) { told.push_back(text); };
   world.Select({World::kGearbox, World::kBolt});
   GoToSendData(world, kMail);
   world.driver.Do([&](UserActions&) {
@@ -162,11 +164,25 @@ TEST(SendDataPage, FailedCopyEndsThePressAndMayBeTriedAgain) {
   });
   CopyAll(world);
   LookAt(world, kPage, [&](Window&) { EXPECT_EQ(Selection(world).CheckedCount(), 1); });
+  world.driver.Click("Command1");  // the selected node is copied already
   world.driver.Do([&](UserActions&) {
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_NE(told[0].find("\"Bolt ; P-3\" could not be copied to " + world.ExchangePath()),
+              std::string::npos)
+        << told[0];
+    EXPECT_NE(told[1].find("copied already"), std::string::npos);
     std::filesystem::rename(world.folder.Path("bolt.stp"), world.folder.Path("vault/bolt.stp"));
   });
   world.driver.ClickNode("TreeView2", 1).Click("Command1");
-  LookAt(world, kPage, [&](Window&) { EXPECT_EQ(CaptionOf(world, "Command1"), "Weiter >>"); });
+  LookAt(world, kPage, [&](Window&) {
+    EXPECT_EQ(CaptionOf(world, "Command1"), "Weiter >>");
+    // What stands below the first object was not described a second time.
+    int described = 0;
+    for (XmlNode node = world.program.structure.contentList.FirstChild().FirstChild(); node;
+         node = node.NextSibling())
+      described += node.Type() == XmlNodeType::kElement ? 1 : 0;
+    EXPECT_EQ(described, 1);
+  });
   world.driver.Click("Command3");
   EXPECT_EQ(world.Export(), 1);
 }

@@ -32,7 +32,7 @@ TEST(SendModePage, OffersWhatTheConfigurationSays) {
     GoToSendMode(world);
     LookAt(world, "Tessel_1", [&](Window&) {
       EXPECT_EQ(BoxesOf(world), row.boxes);
-      EXPECT_EQ(world.Wizard().SendMode, row.sendMode);
+      EXPECT_EQ(static_cast<int>(world.Wizard().SendMode), row.sendMode);
     });
     world.driver.Click("Command1").CloseWindow();
     world.Export();
@@ -49,7 +49,7 @@ TEST(SendModePage, BoxesAreOneChoiceThatCannotBeEmptied) {
   world.driver.Click("Check1(4)");
   LookAt(world, "Tessel_1", [&](Window&) {
     EXPECT_EQ(BoxesOf(world), "360 840 1320 1800x 2280");
-    EXPECT_EQ(world.Wizard().SendMode, kCustom);
+    EXPECT_EQ(static_cast<int>(world.Wizard().SendMode), kCustom);
   });
   world.driver.Click("Command2");
   EXPECT_EQ(world.Export(), 1);
@@ -63,7 +63,7 @@ TEST(SendModePage, ComingBack) {
     GoToSendData(world, kOdette);
     world.driver.Click("Command2");
     LookAt(world, "Tessel_1", [&](Window&) {
-      EXPECT_EQ(world.Wizard().SendMode, preselected ? kMailStructure : kOdette);
+      EXPECT_EQ(static_cast<int>(world.Wizard().SendMode), preselected ? kMailStructure : kOdette);
       EXPECT_EQ(BoxesOf(world), preselected ? "360 840x 1320 1800 2280" : "360 840 1320x 1800 2280");
     });
     world.driver.Click("Command2");
