@@ -1,6 +1,7 @@
 #include "catalogue.h"
 
 #include <QDir>
+#include <QRegularExpression>
 #include <algorithm>
 #include <initializer_list>
 
@@ -75,6 +76,44 @@ class Row {
 
 }  // namespace
 
+QString FolderOf(const QString& directory) {
+  const auto cut =
+      std::max(directory.lastIndexOf(QLatin1Char('\\')), directory.lastIndexOf(QLatin1Char('/')));
+  const bool namesFile = directory.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive);
+  return namesFile && cut > 0 ? directory.left(cut) : directory;
+}
+
+void SetDirectory(ExchangeRow& row, const QString& directory) {
+  // The name of an exchange directory says who sent it and when.
+  static const QRegularExpression name(
+      QStringLiteral("[^_\\\\/]+_([^\\\\/]+)_(\\d{4})(\\d\\d)(\\d\\d)_(\\d\\d)(\\d\\d)(\\w\\w)[^\\\\/]*$"));
+  row.directory = directory;
+  const QRegularExpressionMatch match = name.match(FolderOf(directory));
+  if (!match.hasMatch()) return;
+  row.sender = match.captured(1);
+  row.date =
+      QStringLiteral("%1-%2-%3 %4:%5")
+          .arg(match.captured(2), match.captured(3), match.captured(4), match.captured(5), match.captured(6));
+  // The directories of further recipients have a letter in their seconds.
+  bool seconds = false;
+  static_cast<void>(match.captured(7).toInt(&seconds));
+  if (seconds) row.date += QLatin1Char(':') + match.captured(7);
+}
+
+std::optional<ObjectKey> RecordOf(const QString& nativeFolder) {
+  static const QRegularExpression record(QStringLiteral(
+      "<DataExchangeClassID>(\\d+)</DataExchangeClassID>\\s*<DataExchangeObjID>(\\d+)</DataExchangeObjID>"));
+  constexpr qint64 kMostBytes = 1 << 20;
+  for (const QFileInfo& info : QDir(nativeFolder).entryInfoList({QStringLiteral("*.xml")}, QDir::Files)) {
+    QFile file(info.filePath());
+    if (!file.open(QIODevice::ReadOnly)) continue;
+    const auto match = record.match(QString::fromLatin1(file.read(kMostBytes)));
+    if (match.hasMatch())
+      return ObjectKey{static_cast<ClassId>(match.captured(1).toInt()), match.captured(2).toInt()};
+  }
+  return std::nullopt;
+}
+
 Catalogue::Catalogue(PcSessionPtr session)
     : session_(std::move(session)),
       iconDirectory_(ToQt(session_->ConfigurationValue(embedded::kIconsDirKey))),
@@ -125,18 +164,47 @@ void Catalogue::AddDocuments(const PcClass& objectClass, std::vector<DocumentRow
   }
 }
 
+std::map<ObjectId, int> Catalogue::DocumentCounts(const PcClass& objectClass) const {
+  std::map<ObjectId, int> counts;
+  const PcClassPtr link = session_->MetaData()->ClassById(objectClass.DefaultHierarchicalLinkClassId());
+  if (!link) return counts;
+  const PcQueryPtr query = session_->ObjectStore()->NewQuery();
+  query->SetSql("select OBJECT_ID1, CLASS_ID2 from " + link->TableName() +
+                " where CLASS_ID1 = " + std::to_string(objectClass.Id()));
+  const PcRecordListPtr list = query->Run();
+  for (int row = 0; row < list->RowCount(); ++row) {
+    if (IsDocument(list->GetValue("CLASS_ID2", row).AsInt16()))
+      ++counts[list->GetValue("OBJECT_ID1", row).AsInt32()];
+  }
+  return counts;
+}
+
+void Catalogue::AddExchanges(const PcClass& objectClass, std::vector<ExchangeRow>& rows) const {
+  const std::string number = IdentifyingAttribute(objectClass);
+  const PcRecordListPtr list =
+      AllOf(*session_, objectClass, {number, kPhase, kStatus, kCompany, kContact, kRootDirectory});
+  std::map<ObjectId, int> counts = DocumentCounts(objectClass);
+  for (int position = 0; position < list->RowCount(); ++position) {
+    const Row row(*list, position);
+    const ObjectKey key = list->KeyOfRow(position);
+    rows.push_back({key,
+                    row.Text(number),
+                    {},
+                    {},
+                    counts[key.objectId],
+                    row.Number(kPhase),
+                    row.Text(kStatus),
+                    row.Text(kCompany),
+                    row.Text(kContact),
+                    {}});
+    SetDirectory(rows.back(), row.Text(kRootDirectory));
+  }
+}
+
 std::vector<ExchangeRow> Catalogue::Exchanges() const {
   std::vector<ExchangeRow> rows;
-  for (const PcClassPtr& objectClass : ClassesOf(kExchangeMechanism)) {
-    const std::string number = IdentifyingAttribute(*objectClass);
-    const PcRecordListPtr list =
-        AllOf(*session_, *objectClass, {number, kPhase, kStatus, kCompany, kContact, kRootDirectory});
-    for (int position = 0; position < list->RowCount(); ++position) {
-      const Row row(*list, position);
-      rows.push_back({list->KeyOfRow(position), row.Text(number), row.Number(kPhase), row.Text(kStatus),
-                      row.Text(kCompany), row.Text(kContact), row.Text(kRootDirectory)});
-    }
-  }
+  for (const PcClassPtr& objectClass : ClassesOf(kExchangeMechanism))
+    AddExchanges(*objectClass, rows);
   std::stable_sort(rows.begin(), rows.end(), [](const ExchangeRow& first, const ExchangeRow& second) {
     return first.key.objectId > second.key.objectId;
   });

@@ -5,6 +5,7 @@
 #include <QIcon>
 #include <QString>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,15 +24,29 @@ struct DocumentRow {
   QString lockedBy;
 };
 
+constexpr int kPhaseStopped = 3;
+
 struct ExchangeRow {
   ObjectKey key;
   QString number;
+  QString date;    // "2024-03-05 10:15:00"; empty when the directory does not say
+  QString sender;  // login name; as the date
+  int documents = 0;
   int phase = 0;
   QString status;
   QString company;
   QString contact;
   QString directory;
 };
+
+// The folder of a data exchange object's directory, which may name a file in it.
+[[nodiscard]] QString FolderOf(const QString& directory);
+
+// Sets the directory, and the date and sender that its name tells.
+void SetDirectory(ExchangeRow& row, const QString& directory);
+
+// The data exchange object that the data file in a finished directory names; nothing when there is none.
+[[nodiscard]] std::optional<ObjectKey> RecordOf(const QString& nativeFolder);
 
 class Catalogue {
  public:
@@ -57,6 +72,9 @@ class Catalogue {
   [[nodiscard]] std::vector<PcClassPtr> ClassesOf(const char* mechanism) const;
   void AddDocuments(const PcClass& objectClass, std::vector<DocumentRow>& rows) const;
   [[nodiscard]] std::map<ObjectId, QString> Logins() const;
+  void AddExchanges(const PcClass& objectClass, std::vector<ExchangeRow>& rows) const;
+  // How many documents hang below each object of a class.
+  [[nodiscard]] std::map<ObjectId, int> DocumentCounts(const PcClass& objectClass) const;
 
   PcSessionPtr session_;
   QString iconDirectory_;

@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QStandardPaths>
 
-#include "embedded/model_file.h"
+#include "embedded/store/new_database.h"
 #include "qt/dialog_parts.h"
 #include "qt/logo.h"
 #include "qt/text.h"
@@ -63,7 +63,7 @@ QString AskForDatabase(const QString& last, qt::Language language) {
                                       texts::kDatabases.In(language));
 }
 
-QString ChooseDatabase(const QString& last, FileSystem& files, qt::Language language) {
+DatabaseChoice ChooseDatabase(const QString& last, FileSystem& files, qt::Language language) {
   while (true) {
     QMessageBox box(QMessageBox::Question, texts::kError.In(language), texts::kChoice.In(language));
     box.setObjectName("databaseChoice");
@@ -88,7 +88,7 @@ QString ChooseDatabase(const QString& last, FileSystem& files, qt::Language lang
     } else {
       return {};
     }
-    if (!path.isEmpty()) return path;
+    if (!path.isEmpty()) return {path, box.clickedButton() == create};
   }
 }
 

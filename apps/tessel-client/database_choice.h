@@ -8,8 +8,13 @@
 
 namespace tessel::client {
 
-// Lets the user open a database or create the sample company. Empty when the user wants none.
-[[nodiscard]] QString ChooseDatabase(const QString& last, FileSystem& files, qt::Language language);
+struct DatabaseChoice {
+  QString path;          // empty when the user wants none
+  bool created = false;  // it is a new database of the sample company
+};
+
+// Lets the user open a database or create the sample company.
+[[nodiscard]] DatabaseChoice ChooseDatabase(const QString& last, FileSystem& files, qt::Language language);
 
 // A database of the user's choice; empty after cancel.
 [[nodiscard]] QString AskForDatabase(const QString& last, qt::Language language);

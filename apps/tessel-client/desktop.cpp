@@ -15,6 +15,8 @@ namespace {
 
 constexpr const char* kLastDatabase = "last/database";
 constexpr const char* kLastUser = "last/user";
+constexpr const char* kSampleDatabase = "last/sample";  // the newest that this client has created
+constexpr const char* kSampleUser = "anna";
 
 // Until somebody has logged in.
 qt::Language SystemLanguage() {
@@ -50,7 +52,10 @@ QWidget* Desktop::Parent() const {
 bool Desktop::Open(const StartOptions& options) {
   StartOptions chosen = options;
   if (chosen.database.isEmpty()) {
-    chosen.database = ChooseDatabase(settings_.value(kLastDatabase).toString(), platform_.files, language_);
+    const DatabaseChoice choice =
+        ChooseDatabase(settings_.value(kLastDatabase).toString(), platform_.files, language_);
+    chosen.database = choice.path;
+    if (choice.created) settings_.setValue(kSampleDatabase, QFileInfo(chosen.database).absoluteFilePath());
   }
   if (chosen.database.isEmpty()) return false;
   auto next = std::make_unique<Opened>();
@@ -76,7 +81,11 @@ bool Desktop::LogIn(Opened& next, const StartOptions& options) {
   HostedLogin login{qt::FromQt(QFileInfo(options.database).absoluteFilePath()), qt::FromQt(options.user), "",
                     qt::FromQt(options.language)};
   next.dialogs.SetLanguage(language_);
-  next.dialogs.SetUser(login.user.empty() ? settings_.value(kLastUser).toString() : options.user);
+  const bool sample = qt::ToQt(login.database) == settings_.value(kSampleDatabase).toString();
+  if (sample) next.dialogs.SetLoginHint(texts::kExampleUsers.In(language_));
+  const bool first = sample && settings_.value(kLastDatabase) != settings_.value(kSampleDatabase);
+  const QString offered = first ? kSampleUser : settings_.value(kLastUser).toString();
+  next.dialogs.SetUser(login.user.empty() ? offered : options.user);
   // The first refusal only says that somebody has to be asked.
   for (bool asked = false;; asked = true) {
     try {
@@ -100,6 +109,9 @@ void Desktop::ShowWindow(Opened& next, const QString& database) {
   next.window = std::make_unique<MainWindow>(*next.hosted, language_, settings_,
                                              QFileInfo(database).fileName(), [this] { Reopen(); });
   MainWindow& window = *next.window;
+  next.hosted->LoadedProgram().wizard.tell = [&next](const std::string& text) {
+    next.toolkit.ShowMessage({text, "Kestrix", MessageIcon::kExclamation});
+  };
   next.dialogs.OnRefresh = [&window](const ObjectKey&) { window.RefreshSoon(); };
   next.dialogs.IconOf = [&window](ClassId classId) { return window.Contents().IconOf(classId); };
 }

@@ -7,7 +7,7 @@
 
 #include "common/hosted_program.h"
 #include "main_window.h"
-#include "platform/posix/posix_platform.h"
+#include "platform/native/native_platform.h"
 #include "qt/host_dialogs.h"
 #include "qt/qt_pauser.h"
 #include "qt/qt_toolkit.h"
@@ -47,7 +47,7 @@ class Desktop {
   [[nodiscard]] QWidget* Parent() const;
   void Reopen();
 
-  PosixPlatform system_;
+  NativePlatform system_;
   qt::QtPauser pauser_;
   Platform platform_;
   qt::Language language_;

@@ -6,10 +6,13 @@
 #include <QTreeWidget>
 #include <iterator>
 
+#include "tell.h"
 #include "texts.h"
 
 namespace tessel::client {
 namespace {
+
+constexpr int kPositionRole = Qt::UserRole;
 
 QString PhaseName(int phase, qt::Language language) {
   const bool known = phase >= 0 && phase < static_cast<int>(std::size(texts::kPhases));
@@ -25,15 +28,20 @@ ExchangePanel::ExchangePanel(const Catalogue& catalogue, qt::Language language)
       list_(new QTreeWidget),
       protocol_(new QPlainTextEdit) {
   list_->setObjectName("exchanges");
-  list_->setAccessibleName("exchanges");
+  list_->setAccessibleName(texts::kExchanges.In(language));
   list_->setRootIsDecorated(false);
   list_->setUniformRowHeights(true);
   list_->setAlternatingRowColors(true);
-  list_->setHeaderLabels({texts::kNumber.In(language), texts::kPhase.In(language),
-                          texts::kStatus.In(language), texts::kCompany.In(language),
-                          texts::kContact.In(language), texts::kDirectory.In(language)});
+  QStringList labels;
+  for (const qt::BothTexts& label :
+       {texts::kNumber, texts::kDate, texts::kSender, texts::kCompany, texts::kContact, texts::kDocumentCount,
+        texts::kPhase, texts::kStatus, texts::kDirectory})
+    labels.append(label.In(language));
+  list_->setHeaderLabels(labels);
+  list_->setSortingEnabled(true);
+  list_->sortByColumn(kNumberColumn, Qt::DescendingOrder);
   protocol_->setObjectName("protocol");
-  protocol_->setAccessibleName("protocol");
+  protocol_->setAccessibleName(texts::kProtocol.In(language));
   protocol_->setReadOnly(true);
   protocol_->setTabChangesFocus(true);
   protocol_->setPlaceholderText(texts::kProtocol.In(language));
@@ -56,13 +64,15 @@ void ExchangePanel::Show(std::vector<ExchangeRow> rows) {
   showing_ = true;
   list_->clear();
   rows_ = std::move(rows);
-  for (const ExchangeRow& row : rows_) {
-    auto* item = new QTreeWidgetItem(
-        {row.number, PhaseName(row.phase, language_), row.status, row.company, row.contact, row.directory});
-    item->setIcon(0, catalogue_.IconOf(row.key.classId));
+  // Sorted once, when all are there.
+  list_->setSortingEnabled(false);
+  for (std::size_t position = 0; position < rows_.size(); ++position) {
+    QTreeWidgetItem* item = MakeItem(rows_[position]);
+    item->setData(0, kPositionRole, static_cast<qulonglong>(position));
     list_->addTopLevelItem(item);
-    if (marked == row.key) markedItem = item;
+    if (marked == rows_[position].key) markedItem = item;
   }
+  list_->setSortingEnabled(true);
   // When all are there: the view scrolls to it.
   if (markedItem != nullptr) list_->setCurrentItem(markedItem);
   showing_ = false;
@@ -71,15 +81,36 @@ void ExchangePanel::Show(std::vector<ExchangeRow> rows) {
   ShowProtocol();
 }
 
+// One that was stopped was not sent, and somebody has to do something about it.
+QTreeWidgetItem* ExchangePanel::MakeItem(const ExchangeRow& row) const {
+  auto* item = new QTreeWidgetItem({row.number, row.date, row.sender, row.company, row.contact, QString(),
+                                    PhaseName(row.phase, language_), row.status, FolderOf(row.directory)});
+  item->setData(kDocumentsColumn, Qt::DisplayRole, row.documents);
+  item->setIcon(0, catalogue_.IconOf(row.key.classId));
+  item->setToolTip(kDirectoryColumn, FolderOf(row.directory));
+  if (row.phase != kPhaseStopped) return item;
+  QFont font = list_->font();
+  font.setBold(true);
+  for (int column = 0; column < list_->columnCount(); ++column) {
+    item->setForeground(column, WarningColour());
+    item->setFont(column, font);
+  }
+  return item;
+}
+
 void ExchangePanel::FitColumns() {
   for (int column = 0; column < list_->columnCount() - 1; ++column)
     list_->resizeColumnToContents(column);
 }
 
-std::optional<ObjectKey> ExchangePanel::MarkedKey() const {
+const ExchangeRow* ExchangePanel::Marked() const {
   const QList<QTreeWidgetItem*> marked = list_->selectedItems();
-  if (marked.isEmpty()) return std::nullopt;
-  return rows_[static_cast<std::size_t>(list_->indexOfTopLevelItem(marked.front()))].key;
+  return marked.isEmpty() ? nullptr : &rows_[marked.front()->data(0, kPositionRole).toULongLong()];
+}
+
+std::optional<ObjectKey> ExchangePanel::MarkedKey() const {
+  const ExchangeRow* marked = Marked();
+  return marked == nullptr ? std::nullopt : std::optional(marked->key);
 }
 
 // A protocol that stays the same stays where it is scrolled to.

@@ -11,17 +11,32 @@
 
 class QPlainTextEdit;
 class QTreeWidget;
+class QTreeWidgetItem;
 
 namespace tessel::client {
 
 class ExchangePanel : public QSplitter {
  public:
+  enum Column {
+    kNumberColumn,
+    kDateColumn,
+    kSenderColumn,
+    kCompanyColumn,
+    kContactColumn,
+    kDocumentsColumn,
+    kPhaseColumn,
+    kStatusColumn,
+    kDirectoryColumn
+  };
+
   ExchangePanel(const Catalogue& catalogue, qt::Language language);
 
   // Keeps the mark where it is; no callback is called.
   void Show(std::vector<ExchangeRow> rows);
   void FitColumns();
   [[nodiscard]] std::optional<ObjectKey> MarkedKey() const;
+  // Null when none is marked; valid until the next Show.
+  [[nodiscard]] const ExchangeRow* Marked() const;
   [[nodiscard]] QTreeWidget* List() const { return list_; }
 
   // The user has marked another one.
@@ -29,6 +44,7 @@ class ExchangePanel : public QSplitter {
 
  private:
   void ShowProtocol();
+  [[nodiscard]] QTreeWidgetItem* MakeItem(const ExchangeRow& row) const;
 
   const Catalogue& catalogue_;
   qt::Language language_;

@@ -1,44 +1,59 @@
 #include "hook_caller.h"
 
 #include "host/services.h"
-#include "qt/text.h"
 
 namespace tessel::client {
-
-void HookCaller::Collect(const Keys& documents) {
+std::vector<RefusedDocument> HookCaller::Collect(const Keys& documents) {
+  const std::vector<CollectRefusal> refusals = CommonXFunctions::RefusalsOf(
+      hosted_.LoadedProgram().services, hosted_.Session(), hosted_.ObjectRows(documents));
+  Keys accepted;
+  std::vector<RefusedDocument> refused;
+  for (std::size_t row = 0; row < refusals.size(); ++row) {
+    if (refusals[row] == CollectRefusal::kNone) {
+      accepted.push_back(documents[row]);
+    } else {
+      refused.push_back({documents[row], refusals[row]});
+    }
+  }
   PcRecordListPtr none;
-  hosted_.Entry().CollectSelObjs(hosted_.Session(), "", hosted_.ObjectRows(documents), nullptr, none);
+  if (!accepted.empty())
+    hosted_.Entry().CollectSelObjs(hosted_.Session(), "", hosted_.ObjectRows(accepted), nullptr, none);
+  return refused;
 }
 
-std::optional<ExportFailure> HookCaller::Export(bool intoFolderStructure) {
+void HookCaller::KeepCollected(const Keys& documents) {
+  PcGlobalData& data = hosted_.Session()->GlobalData();
+  CommonXFunctions::RemoveSelection(data);
+  if (documents.empty()) return;
+  int number = 0;
+  for (const ObjectKey& key : documents)
+    data.Set(global_data::ObjectName(++number), Value(ObjectKeyText(key, ':')));
+  data.Set(global_data::kCount, Value(std::to_string(number)));
+}
+
+const ExportOutcome& HookCaller::Export(bool intoFolderStructure) {
   PcRecordListPtr none;
   hosted_.Entry().StartExport(hosted_.Session(), intoFolderStructure ? "StructureMode" : "", nullptr, nullptr,
                               none);
-  const WizardState& state = hosted_.LoadedProgram().wizard.state;
-  if (!state.DispatchFailed && state.unrecordedDirectories.empty()) return std::nullopt;
-  const auto listed = [](const std::vector<std::string>& directories) {
-    QStringList list;
-    for (const std::string& directory : directories)
-      list.append(qt::ToQt(directory));
-    return list;
-  };
-  return ExportFailure{qt::ToQt(hosted_.LastError()), listed(state.finishedDirectories),
-                       listed(state.unrecordedDirectories)};
+  return hosted_.LoadedProgram().exportOutcome;
 }
 
-void HookCaller::Lock(const Keys& documents) {
+const LockOutcome& HookCaller::Lock(const Keys& documents) {
   PcRecordListPtr none;
   hosted_.Entry().LockObject(hosted_.Session(), "", hosted_.ObjectRows(documents), nullptr, none);
+  return hosted_.LoadedProgram().lockOutcome;
 }
 
-void HookCaller::Unlock(const Keys& documents) {
+const LockOutcome& HookCaller::Unlock(const Keys& documents) {
   PcRecordListPtr none;
   hosted_.Entry().UnlockObject(hosted_.Session(), "", hosted_.ObjectRows(documents), nullptr, none);
+  return hosted_.LoadedProgram().lockOutcome;
 }
 
-void HookCaller::Continue(const ObjectKey& exchange) {
+const ContinueOutcome& HookCaller::Continue(const ObjectKey& exchange) {
   PcRecordListPtr none;
   hosted_.Entry().ContinueBatchMode(hosted_.Session(), "", hosted_.ObjectRows({exchange}), nullptr, none);
+  return hosted_.LoadedProgram().continueOutcome;
 }
 
 void HookCaller::ShowLatest(const ObjectKey& document) {

@@ -3,10 +3,12 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDesktopServices>
 #include <QHeaderView>
 #include <QLabel>
 #include <QScreen>
 #include <QStatusBar>
+#include <QToolButton>
 #include <QTreeView>
 
 #include "qt/logo.h"
@@ -18,26 +20,28 @@ namespace {
 
 constexpr QSize kFirstSize{1100, 720};
 constexpr int kMargin = 4;
-constexpr int kFrame = 40;        // room for the window's border and title bar
+constexpr int kFrame = 40;  // room for the window's border and title bar
+constexpr int kCopyShownMs = 1000;
 constexpr int kNamedObjects = 8;  // listed by number in the status bar
 
 constexpr const char* kGeometryKey = "window/geometry";
 constexpr const char* kUpperKey = "window/upper";
 constexpr const char* kWholeKey = "window/whole";
 constexpr const char* kColumnsKey = "window/columns";
-constexpr const char* kExchangeColumnsKey = "window/exchangeColumns";
+constexpr const char* kExchangeColumnsKey = "window/exchangeList";
 
 }  // namespace
 
 MainWindow::MainWindow(HostedProgram& hosted, qt::Language language, QSettings& settings,
                        const QString& databasePath, std::function<void()> reopen)
-    : hosted_(hosted),
+    : OpenUrl(QDesktopServices::openUrl),
+      hosted_(hosted),
       language_(language),
       settings_(settings),
       catalogue_(hosted.Session()),
-      hooks_(hosted) {
+      hooks_(hosted),
+      database_(databasePath) {
   setObjectName("client");
-  setAccessibleName("client");
   setWindowIcon(qt::LogoIcon());
   setWindowTitle(texts::kWindowTitle.In(language_).arg(qt::ToQt(hosted.Session()->DatabaseAlias())));
   BuildPanes();
@@ -52,6 +56,7 @@ MainWindow::MainWindow(HostedProgram& hosted, qt::Language language, QSettings& 
 
 // The views go before what they show.
 MainWindow::~MainWindow() {
+  hosted_.SetCopyWatch(nullptr);
   disconnect(qApp, nullptr, this, nullptr);
   for (QObject* part : findChildren<QObject*>())
     part->disconnect(this);
@@ -94,13 +99,23 @@ void MainWindow::Connect() {
 void MainWindow::BuildStatusBar(const QString& databasePath) {
   selection_ = new QLabel;
   selection_->setObjectName("selection");
-  selection_->setAccessibleName("selection");
+  selection_->setAccessibleName(texts::kSelectionTitle.In(language_));
   selection_->setTextFormat(Qt::PlainText);
   auto* login = new QLabel(texts::kLoggedIn.In(language_).arg(
       qt::ToQt(hosted_.Session()->CurrentUser()->LoginName()), databasePath));
   login->setTextFormat(Qt::PlainText);
+  auto* edit = new QToolButton;
+  edit->setDefaultAction(editSelection_);
+  edit->setAutoRaise(true);
+  statusBar()->addWidget(edit);
   statusBar()->addWidget(selection_, 1);
   statusBar()->addPermanentWidget(login);
+  hosted_.SetCopyWatch([this](const embedded::CopyStep& step) {
+    const auto percent = step.bytes == 0 ? 0 : 100 * step.bytesDone / step.bytes;
+    statusBar()->showMessage(texts::kCopying.In(language_).arg(qt::ToQt(step.fileName)).arg(percent),
+                             kCopyShownMs);
+    return true;
+  });
 }
 
 void MainWindow::RestorePlace() {
@@ -145,9 +160,22 @@ void MainWindow::Refresh() {
   refreshing_ = false;
   documents_->Show(catalogue_.Documents());
   ShowStructure();
-  exchanges_->Show(catalogue_.Exchanges());
+  exchanges_->Show(Exchanges());
   ShowSelection();
   EnableActions();
+}
+
+// The database learns the directory from the program that sends it; until then the client remembers it.
+std::vector<ExchangeRow> MainWindow::Exchanges() const {
+  std::vector<ExchangeRow> rows = catalogue_.Exchanges();
+  for (ExchangeRow& row : rows) {
+    if (row.directory.isEmpty()) SetDirectory(row, settings_.value(FolderKey(row.key)).toString());
+  }
+  return rows;
+}
+
+QString MainWindow::FolderKey(const ObjectKey& exchange) const {
+  return QStringLiteral("folders/%1/%2").arg(database_, qt::ToQt(ObjectKeyText(exchange, '-')));
 }
 
 std::array<QAbstractItemView*, 3> MainWindow::Views() const {
@@ -188,6 +216,7 @@ void MainWindow::ShowStructure() {
 
 void MainWindow::ShowSelection() {
   const Keys collected = catalogue_.Collected();
+  editSelection_->setEnabled(!collected.empty());
   if (collected.empty()) return selection_->setText(texts::kNothingSelected.In(language_));
   QStringList numbers;
   for (const ObjectKey& key : collected) {
@@ -195,12 +224,16 @@ void MainWindow::ShowSelection() {
       numbers.append(QStringLiteral("..."));
       break;
     }
-    const DocumentRow* row = documents_->Documents().Find(key);
-    numbers.append(row != nullptr ? row->number : catalogue_.NumberOf(key));
+    numbers.append(NumberOf(key));
   }
   selection_->setText(texts::kSelected.In(language_)
                           .arg(static_cast<qulonglong>(collected.size()))
                           .arg(numbers.join(QLatin1String(", "))));
+}
+
+QString MainWindow::NumberOf(const ObjectKey& key) const {
+  const DocumentRow* row = documents_->Documents().Find(key);
+  return row != nullptr ? row->number : catalogue_.NumberOf(key);
 }
 
 void MainWindow::ShowProperties() {
@@ -221,6 +254,7 @@ void MainWindow::EnableActions() {
     action->setEnabled(!marked.empty());
   latest_->setEnabled(marked.size() == 1);
   continue_->setEnabled(exchange);
+  openFolder_->setEnabled(exchange && !exchanges_->Marked()->directory.isEmpty());
   properties_->setEnabled(!marked.empty() || exchange);
 }
 

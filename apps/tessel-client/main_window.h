@@ -3,6 +3,7 @@
 
 #include <QMainWindow>
 #include <QSettings>
+#include <QUrl>
 #include <array>
 #include <functional>
 
@@ -37,6 +38,8 @@ class MainWindow : public QMainWindow {
   void Resume() { running_ = false; }
   // Writes place, size, panes and columns into the settings, for the next window.
   void SavePlace();
+  // Opens a file or folder with the program that the desktop has for it; false when it has none.
+  std::function<bool(const QUrl&)> OpenUrl;
   [[nodiscard]] const Catalogue& Contents() const { return catalogue_; }
 
  protected:
@@ -51,6 +54,7 @@ class MainWindow : public QMainWindow {
   QAction* AddAction(const char* name, const qt::BothTexts& text, const qt::BothTexts& tip,
                      const QKeySequence& key, Work work);
   void BuildMenus(const std::function<void()>& reopen);
+  void BuildHelpMenu();
   void BuildStatusBar(const QString& databasePath);
   void Connect();
   void RestorePlace();
@@ -60,7 +64,19 @@ class MainWindow : public QMainWindow {
   [[nodiscard]] bool StructureCounts() const;
   void ShowWhichMarksCount();
   [[nodiscard]] Keys MarkedDocuments() const;
+  void Collect();
   void Export(bool intoFolderStructure);
+  void EditSelection();
+  [[nodiscard]] QString NativePath(const QString& path) const;
+  [[nodiscard]] std::vector<ExchangeRow> Exchanges() const;
+  // Of the settings: where the directory of an exchange is remembered.
+  [[nodiscard]] QString FolderKey(const ObjectKey& exchange) const;
+  void OpenFolder(const QString& folder, QWidget* parent);
+  // What the hooks left undone without telling anybody.
+  void TellRefused(const std::vector<RefusedDocument>& refused, std::size_t asked);
+  void TellLocks(const LockOutcome& outcome, const qt::BothTexts& head);
+  void TellContinue(const ContinueOutcome& outcome);
+  [[nodiscard]] QString NumberOf(const ObjectKey& key) const;
   void ShowProperties();
   void ShowStructure();
   void ShowSelection();
@@ -81,9 +97,12 @@ class MainWindow : public QMainWindow {
   QSplitter* whole_ = nullptr;
   QLabel* selection_ = nullptr;
   QToolBar* toolBar_ = nullptr;
+  QString database_;
   std::vector<QAction*> onDocuments_;
   QAction* latest_ = nullptr;
   QAction* continue_ = nullptr;
+  QAction* openFolder_ = nullptr;
+  QAction* editSelection_ = nullptr;
   QAction* properties_ = nullptr;
   QWidget* lastView_ = nullptr;
   QWidget* documentView_ = nullptr;  // the list or the structure, whichever was used last

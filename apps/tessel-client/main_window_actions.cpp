@@ -1,6 +1,7 @@
 // The actions of the client's window.
 #include <QAction>
 #include <QApplication>
+#include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
@@ -9,23 +10,56 @@
 #include <QTreeWidget>
 #include <utility>
 
+#include "export_report.h"
+#include "help.h"
 #include "main_window.h"
+#include "qt/text.h"
+#include "selection_dialog.h"
 #include "tell.h"
 
 namespace tessel::client {
 
+void MainWindow::Collect() {
+  const Keys marked = MarkedDocuments();
+  TellRefused(hooks_.Collect(marked), marked.size());
+}
+
 void MainWindow::Export(bool intoFolderStructure) {
-  const std::optional<ExportFailure> failure = hooks_.Export(intoFolderStructure);
-  if (!failure) return;
-  QStringList paragraphs{texts::kExportFailed.In(language_), failure->reason};
-  for (const auto& [head, directories] : {std::pair(&texts::kAlreadyFinal, &failure->finished),
-                                          std::pair(&texts::kNotRecorded, &failure->unrecorded)}) {
-    if (!directories->isEmpty())
-      paragraphs.append(head->In(language_) + QLatin1Char('\n') + directories->join(QLatin1Char('\n')));
+  const ExportOutcome& outcome = hooks_.Export(intoFolderStructure);
+  for (const HandedOver& one : outcome.directories) {
+    const QString directory = qt::ToQt(one.directory);
+    if (const auto record = RecordOf(NativePath(directory)))
+      settings_.setValue(FolderKey(*record), directory);
   }
-  paragraphs.removeAll(QString());
-  const QString text = paragraphs.join(QLatin1String("\n\n"));
-  Tell(text, language_, this);
+  Refresh();
+  if (!WorthTelling(outcome)) return;
+  std::unique_ptr<qt::HostDialog> report;
+  report.reset(MakeExportReport(
+      outcome, Exchanges(), [this](const QString& path) { return NativePath(path); },
+      [this, &report](const QString& folder) { OpenFolder(folder, report.get()); }, language_, this));
+  static_cast<void>(report->Ask());
+}
+
+void MainWindow::EditSelection() {
+  std::vector<SelectedDocument> documents;
+  for (const ObjectKey& key : catalogue_.Collected()) {
+    const DocumentRow* row = documents_->Documents().Find(key);
+    documents.push_back({key, NumberOf(key), row == nullptr ? QString() : row->description});
+  }
+  const auto kept = client::EditSelection(
+      documents, [this](ClassId classId) { return catalogue_.IconOf(classId); }, language_, this);
+  if (kept) hooks_.KeepCollected(*kept);
+}
+
+QString MainWindow::NativePath(const QString& path) const {
+  return qt::ToQt(hosted_.LoadedProgram().platform.files.NativePath(qt::FromQt(path)));
+}
+
+void MainWindow::OpenFolder(const QString& folder, QWidget* parent) {
+  const QString path = NativePath(folder);
+  if (!QFileInfo(path).isDir()) return Tell(texts::kNoFolder.In(language_).arg(path), language_, parent);
+  if (!OpenUrl(QUrl::fromLocalFile(path)))
+    Tell(texts::kCannotOpen.In(language_).arg(path), language_, parent);
 }
 
 // The keys are none that edit text, so that they act wherever the focus is.
@@ -50,23 +84,40 @@ void MainWindow::BuildActions() {
     toolBar_->addAction(action);
     return action;
   };
-  onDocuments_.push_back(add("collect", texts::kCollect, texts::kCollectTip, "F7",
-                             [this] { hooks_.Collect(MarkedDocuments()); }));
+  onDocuments_.push_back(add("collect", texts::kCollect, texts::kCollectTip, "F7", [this] { Collect(); }));
   add("export", texts::kExport, texts::kExportTip, "F8", [this] { Export(false); });
   add("exportStructure", texts::kExportStructure, texts::kExportStructureTip, "Shift+F8",
       [this] { Export(true); });
+  editSelection_ = AddAction("editSelection", texts::kSelection, texts::kSelectionTip,
+                             QKeySequence(QStringLiteral("Ctrl+L")), [this] { EditSelection(); });
   toolBar_->addSeparator();
-  onDocuments_.push_back(
-      add("lock", texts::kLock, texts::kLockTip, "F9", [this] { hooks_.Lock(MarkedDocuments()); }));
+  onDocuments_.push_back(add("lock", texts::kLock, texts::kLockTip, "F9",
+                             [this] { TellLocks(hooks_.Lock(MarkedDocuments()), texts::kNotLocked); }));
   onDocuments_.push_back(add("unlock", texts::kUnlock, texts::kUnlockTip, "Shift+F9",
-                             [this] { hooks_.Unlock(MarkedDocuments()); }));
+                             [this] { TellLocks(hooks_.Unlock(MarkedDocuments()), texts::kNotUnlocked); }));
   toolBar_->addSeparator();
   continue_ = add("continue", texts::kContinue, texts::kContinueTip, "F6",
-                  [this] { hooks_.Continue(*exchanges_->MarkedKey()); });
+                  [this] { TellContinue(hooks_.Continue(*exchanges_->MarkedKey())); });
   latest_ = add("latest", texts::kLatest, texts::kLatestTip, "F4",
                 [this] { hooks_.ShowLatest(MarkedDocuments().front()); });
+  openFolder_ = AddAction("openFolder", texts::kOpenFolder, texts::kOpenFolderTip,
+                          QKeySequence(QStringLiteral("Ctrl+Return")), [this] {
+                            const QString folder = FolderOf(exchanges_->Marked()->directory);
+                            OpenFolder(folder, this);
+                          });
   properties_ = AddAction("properties", texts::kProperties, texts::kPropertiesTip,
                           QKeySequence(QStringLiteral("Alt+Return")), [this] { ShowProperties(); });
+}
+
+void MainWindow::BuildHelpMenu() {
+  QMenu* menu = menuBar()->addMenu(texts::kHelpMenu.In(language_));
+  QAction* help = menu->addAction(texts::kHelp.In(language_), this,
+                                  [this] { ShowHelp(findChildren<QAction*>(), OpenUrl, language_, this); });
+  help->setObjectName("help");
+  help->setShortcut(QKeySequence::HelpContents);
+  QAction* about = menu->addAction(texts::kAboutMenu.In(language_), this,
+                                   [this] { ShowAbout(database_, language_, this); });
+  about->setObjectName("about");
 }
 
 void MainWindow::BuildMenus(const std::function<void()>& reopen) {
@@ -87,15 +138,18 @@ void MainWindow::BuildMenus(const std::function<void()>& reopen) {
   for (QAction* action : toolBar_->actions())
     (action == continue_ || action->objectName().startsWith(QLatin1String("export")) ? exchange : objects)
         ->addAction(action);
+  objects->addAction(editSelection_);
   objects->addSeparator();
   objects->addAction(properties_);
+  exchange->addAction(openFolder_);
+  BuildHelpMenu();
 
   for (QWidget* view : {static_cast<QWidget*>(documents_->List()), static_cast<QWidget*>(structure_)}) {
     view->setContextMenuPolicy(Qt::ActionsContextMenu);
     view->addActions(objects->actions());
   }
   exchanges_->List()->setContextMenuPolicy(Qt::ActionsContextMenu);
-  exchanges_->List()->addActions({continue_, properties_});
+  exchanges_->List()->addActions({continue_, openFolder_, properties_});
 
   auto* find = new QShortcut(QKeySequence::Find, this);
   connect(find, &QShortcut::activated, this, [this] { documents_->GoToSearch(); });

@@ -18,4 +18,13 @@ void Tell(const QString& text, qt::Language language, QWidget* parent) {
   static_cast<void>(qt::ShowMessageBox(request, language, parent));
 }
 
+void TellAll(const QString& head, const QStringList& lines, qt::Language language, QWidget* parent) {
+  constexpr int kMost = 15;
+  if (lines.isEmpty()) return;
+  QString text = head + QLatin1String("\n\n") + lines.mid(0, kMost).join(QLatin1Char('\n'));
+  if (lines.size() > kMost) text += QLatin1Char('\n') + texts::kMore.In(language).arg(lines.size() - kMost);
+  MessageRequest request{qt::FromQt(text), qt::FromQt(texts::kError.In(language)), MessageIcon::kExclamation};
+  static_cast<void>(qt::ShowMessageBox(request, language, parent));
+}
+
 }  // namespace tessel::client

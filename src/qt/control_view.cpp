@@ -94,10 +94,8 @@ class ButtonView : public ControlView {
                      [&button, run] { run([&button] { button.UserClick(); }); });
   }
   QWidget& Widget() override { return *widget_; }
-  void Take(Change) override {
-    widget_->setText(Literal(button_.Caption()));
-    widget_->setDefault(button_.IsDefault);
-  }
+  void Take(Change) override { widget_->setDefault(button_.IsDefault); }
+  void ShowCaption(const QString& marked) override { widget_->setText(marked); }
 
  private:
   Button& button_;
@@ -115,10 +113,8 @@ class CheckBoxView : public ControlView {
     });
   }
   QWidget& Widget() override { return *widget_; }
-  void Take(Change) override {
-    widget_->setText(Literal(box_.Caption()));
-    widget_->setChecked(box_.Checked());
-  }
+  void Take(Change) override { widget_->setChecked(box_.Checked()); }
+  void ShowCaption(const QString& marked) override { widget_->setText(marked); }
   [[nodiscard]] int CaptionWidth() const override { return widget_->sizeHint().width(); }
 
  private:

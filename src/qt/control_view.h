@@ -20,6 +20,8 @@ class ControlView {
   [[nodiscard]] virtual QWidget& Widget() = 0;
   // Takes over what is peculiar to the kind of control: caption, value, nodes, selection, images.
   virtual void Take(Change change) = 0;
+  // Shows the caption of a button or check box, "&" before its Alt letter; the others take theirs themselves.
+  virtual void ShowCaption(const QString& /*marked*/) {}
   // Takes over what waits to be taken over, so that the widget can be looked at.
   virtual void Settle() {}
   // Width in pixels that the caption needs; 0 for a control whose caption keeps inside its bounds.

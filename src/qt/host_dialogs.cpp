@@ -138,6 +138,13 @@ embedded::LoginAnswer QtHostDialogs::Login() {
   form->addRow(kUser.In(language_), user);
   form->addRow(kPassword.In(language_), password);
   dialog.Rows().addLayout(form);
+  if (!loginHint_.isEmpty()) {
+    auto* hint = new QLabel(loginHint_);
+    hint->setObjectName("hint");
+    hint->setTextFormat(Qt::PlainText);
+    hint->setWordWrap(true);
+    dialog.Rows().addWidget(hint);
+  }
   dialog.setMinimumWidth(kLoginWidth);
   dialog.AddButtons(language_, true);
   if (!user_.isEmpty()) password->setFocus();

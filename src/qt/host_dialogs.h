@@ -6,7 +6,7 @@
 #include <functional>
 #include <vector>
 
-#include "embedded/host_dialogs.h"
+#include "embedded/dialogs/host_dialogs.h"
 #include "qt/language.h"
 #include "qt/qt_toolkit.h"
 
@@ -23,6 +23,9 @@ class QtHostDialogs : public embedded::HostDialogs {
   void SetLanguage(Language language) { language_ = language; }
   // The login name that the login dialog offers.
   void SetUser(const QString& loginName) { user_ = loginName; }
+
+  // A line below the login dialog's fields; empty for none.
+  void SetLoginHint(const QString& hint) { loginHint_ = hint; }
 
   // Called when objects are to be shown with their new state.
   std::function<void(const ObjectKey&)> OnRefresh;
@@ -44,6 +47,7 @@ class QtHostDialogs : public embedded::HostDialogs {
   const QtToolkit& toolkit_;
   Language language_ = Language::kEnglish;
   QString user_;
+  QString loginHint_;
   std::vector<QPointer<QDialog>> modeless_;
 };
 

@@ -1,7 +1,12 @@
 #include "qt/message_box.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLabel>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
+#include <QShortcut>
 
 #include "qt/text.h"
 
@@ -26,6 +31,24 @@ QMessageBox::Icon IconOf(MessageIcon icon) {
   return QMessageBox::NoIcon;
 }
 
+// With the mouse what is marked, by its key what is marked or else the whole text: people pass errors on.
+void LetCopy(QMessageBox& box) {
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+  const auto* copy = new QShortcut(QKeySequence::Copy, &box);
+  QObject::connect(copy, &QShortcut::activated, &box, [&box] {
+    const auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    const QString marked = label == nullptr ? QString() : label->selectedText();
+    QGuiApplication::clipboard()->setText(marked.isEmpty() ? box.text() : marked);
+  });
+}
+
+// Without a window manager's help the keys would go nowhere once the box is gone.
+void Run(QMessageBox& box, QWidget* parent) {
+  const QPointer<QWidget> before = parent == nullptr ? nullptr : parent->window();
+  box.exec();
+  if (before && before->isVisible()) before->activateWindow();
+}
+
 }  // namespace
 
 MessageAnswer ShowMessageBox(const MessageRequest& request, Language language, QWidget* parent) {
@@ -35,16 +58,17 @@ MessageAnswer ShowMessageBox(const MessageRequest& request, Language language, Q
   box.setTextFormat(Qt::PlainText);
   box.setText(ToQt(request.text));
   box.setIcon(IconOf(request.icon));
+  LetCopy(box);
   if (request.buttons == MessageButtons::kOk) {
     box.addButton(kOk.In(language), QMessageBox::AcceptRole);
-    box.exec();
+    Run(box, parent);
     return MessageAnswer::kOk;
   }
   QPushButton* yes = box.addButton(kYes.In(language), QMessageBox::YesRole);
   QPushButton* no = box.addButton(kNo.In(language), QMessageBox::NoRole);
   box.setDefaultButton(yes);
   box.setEscapeButton(no);
-  box.exec();
+  Run(box, parent);
   return box.clickedButton() == yes ? MessageAnswer::kYes : MessageAnswer::kNo;
 }
 

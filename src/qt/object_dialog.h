@@ -1,7 +1,7 @@
 // The object dialog: the attributes of an object, for reading.
 #pragma once
 
-#include "embedded/host_dialogs.h"
+#include "embedded/dialogs/host_dialogs.h"
 #include "qt/dialog_parts.h"
 
 namespace tessel::qt {

@@ -4,7 +4,7 @@
 #include <QTreeWidget>
 #include <functional>
 
-#include "embedded/host_dialogs.h"
+#include "embedded/dialogs/host_dialogs.h"
 #include "qt/language.h"
 
 namespace tessel::qt {

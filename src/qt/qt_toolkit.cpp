@@ -7,15 +7,12 @@
 #include <QMenu>
 #include <algorithm>
 
-#include "host/error.h"
 #include "qt/message_box.h"
 #include "qt/text.h"
 #include "qt/window_view.h"
 
 namespace tessel::qt {
 namespace {
-
-constexpr int kOutOfStackSpace = 28;
 
 // At the pointer, or at the current item when the keyboard asked for the menu.
 QPoint MenuPlace() {
@@ -24,106 +21,74 @@ QPoint MenuPlace() {
   return list->viewport()->mapToGlobal(list->visualRect(list->currentIndex()).center());
 }
 
+// After the last page the keys go to the program's own window again, whatever the page was closed by.
+void WakeProgramWindow() {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->windowType() == Qt::Window && window->isVisible()) return window->activateWindow();
+  }
+}
+
 }  // namespace
 
-// One pending show; when an exception ends it, the window is hidden on the way out.
-class QtToolkit::ShowScope {
+class QtToolkit::RunScope {
  public:
-  ShowScope(QtToolkit& toolkit, const std::shared_ptr<Window>& window)
-      : toolkit_(toolkit), show_(toolkit.shows_.insert(toolkit.shows_.end(), Show{window, &loop_, false})) {}
-  ~ShowScope() {
-    const std::shared_ptr<Window> window = show_->window;
-    if (!show_->ended) toolkit_.Hide(*window);
-    toolkit_.shows_.erase(show_);
-    if (window->Unloaded()) toolkit_.Retire(*window);
+  RunScope(QtToolkit& toolkit, const Window* window, QEventLoop* loop)
+      : toolkit_(toolkit), run_{window, loop, false, nullptr} {
+    toolkit_.runs_.push_back(&run_);
   }
-  ShowScope(const ShowScope&) = delete;
-  ShowScope& operator=(const ShowScope&) = delete;
-  [[nodiscard]] bool Ended() const { return show_->ended; }
-  [[nodiscard]] QEventLoop& Loop() { return loop_; }
-
- private:
-  QtToolkit& toolkit_;
-  QEventLoop loop_;
-  std::list<Show>::iterator show_;
-};
-
-class QtToolkit::WaitScope {
- public:
-  WaitScope(QtToolkit& toolkit, QEventLoop* loop) : toolkit_(toolkit), wait_{loop, nullptr} {
-    toolkit_.waits_.push_back(&wait_);
-  }
-  ~WaitScope() { toolkit_.waits_.pop_back(); }
-  WaitScope(const WaitScope&) = delete;
-  WaitScope& operator=(const WaitScope&) = delete;
+  ~RunScope() { toolkit_.runs_.pop_back(); }
+  RunScope(const RunScope&) = delete;
+  RunScope& operator=(const RunScope&) = delete;
+  [[nodiscard]] bool Woken() const { return run_.woken; }
   void Rethrow() {
-    if (wait_.error) std::rethrow_exception(wait_.error);
+    if (run_.error) std::rethrow_exception(run_.error);
   }
 
  private:
   QtToolkit& toolkit_;
-  Wait wait_;
+  EventRun run_;
 };
 
-QtToolkit::QtToolkit(Language language) : language_(language) {}
+QtToolkit::QtToolkit(Language language) : ModalToolkit(kDeepestNesting), language_(language) {}
 
 QtToolkit::~QtToolkit() {
   for (const QPointer<QWidget>& widget : retired_)
     delete widget.data();
 }
 
-void QtToolkit::ShowModal(const std::shared_ptr<Window>& window) {
-  if (window->Unloaded()) {
-    throw RuntimeError(error_number::kInvalidCall, window->Name() + " was unloaded and cannot be shown");
-  }
-  if (shows_.size() >= kDeepestNesting) {
-    throw RuntimeError(kOutOfStackSpace, "Out of stack space: too many windows shown one from another");
-  }
-  ShowScope scope(*this, window);
-  WindowView& view = ViewOf(window);
-  view.PlaceOnScreen();
-  // The widget appears when the activation has given it its place, not before.
-  window->SetVisible(true);
-  if (window->OnActivate) window->OnActivate();
-  if (!scope.Ended()) view.PutOnTop();
-  WaitScope wait(*this, &scope.Loop());
-  while (!scope.Ended()) {
-    scope.Loop().exec();
-    wait.Rethrow();
-    if (!scope.Ended() && !Unload(*window, CloseReason::kSystemShutdown)) Discard(*window);
+void QtToolkit::Prepare(const std::shared_ptr<Window>& window) {
+  ViewOf(window).PlaceOnScreen();
+}
+
+// The widget appears when the activation has given it its place, not before.
+void QtToolkit::Appear(Window& window) {
+  FindView(window)->PutOnTop();
+}
+
+void QtToolkit::Wait(Window& window) {
+  QEventLoop loop;
+  RunScope run(*this, &window, &loop);
+  loop.exec();
+  if (TopWindow() == nullptr) WakeProgramWindow();
+  run.Rethrow();
+  if (!run.Woken()) ModalToolkit::CloseForShutdown(window);
+}
+
+void QtToolkit::Wake(Window& window) {
+  for (EventRun* run : runs_) {
+    if (run->window != &window) continue;
+    run->woken = true;
+    run->loop->quit();
   }
 }
 
-void QtToolkit::Hide(Window& window) {
-  for (Show& show : shows_) {
-    if (show.window.get() != &window) continue;
-    show.ended = true;
-    show.loop->quit();
-  }
-  if (!window.Visible()) return;
-  window.SetVisible(false);
+void QtToolkit::Conceal(Window& window) {
   if (WindowView* view = FindView(window)) view->hide();
 }
 
-bool QtToolkit::Unload(Window& window, CloseReason reason) {
-  if (window.Unloaded()) return true;
-  if (window.OnQueryClose && !window.OnQueryClose(reason)) return false;
-  Discard(window);
-  return true;
-}
-
-// The question may have unloaded the window by itself; OnUnload is raised once.
-void QtToolkit::Discard(Window& window) {
-  if (window.Unloaded()) return;
-  window.SetUnloaded();
-  if (window.OnUnload) window.OnUnload();
-  Hide(window);
-  Retire(window);
-}
-
-void QtToolkit::Retire(const Window& window) {
+void QtToolkit::Release(Window& window) {
   const auto found = views_.find(&window);
-  if (found == views_.end() || Pending(window)) return;
+  if (found == views_.end()) return;
   QWidget* view = found->second.release();
   views_.erase(found);
   retired_.erase(std::remove(retired_.begin(), retired_.end(), nullptr), retired_.end());
@@ -151,18 +116,19 @@ MessageAnswer QtToolkit::ShowMessage(const MessageRequest& request) {
 }
 
 void QtToolkit::PumpEvents() {
-  WaitScope wait(*this, nullptr);
+  RunScope run(*this, nullptr, nullptr);
   QCoreApplication::processEvents();
-  wait.Rethrow();
+  run.Rethrow();
 }
 
 void QtToolkit::Redraw(Window& window) {
   if (WindowView* view = FindView(window)) view->Redraw();
 }
 
-std::shared_ptr<Window> QtToolkit::TopWindow() const {
-  const auto top = std::find_if(shows_.rbegin(), shows_.rend(), [](const Show& show) { return !show.ended; });
-  return top == shows_.rend() ? nullptr : top->window;
+void QtToolkit::Pause(std::chrono::milliseconds) {
+  for (const auto& [window, view] : views_)
+    view->Redraw();
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 QWidget* QtToolkit::WidgetOf(const Window& window) const {
@@ -200,18 +166,14 @@ WindowView* QtToolkit::FindView(const Window& window) const {
 
 // Qt lets no exception through, so it travels beside it to whoever runs the events.
 void QtToolkit::RunEvent(const Window& window, const std::function<void()>& event) {
-  if (waits_.empty() || TopWindow().get() != &window) return;
+  if (runs_.empty() || TopWindow().get() != &window) return;
   try {
     event();
   } catch (...) {
-    Wait& wait = *waits_.back();
-    if (!wait.error) wait.error = std::current_exception();
-    if (wait.loop != nullptr) wait.loop->quit();
+    EventRun& run = *runs_.back();
+    if (!run.error) run.error = std::current_exception();
+    if (run.loop != nullptr) run.loop->quit();
   }
-}
-
-bool QtToolkit::Pending(const Window& window) const {
-  return std::ranges::any_of(shows_, [&](const Show& show) { return show.window.get() == &window; });
 }
 
 }  // namespace tessel::qt

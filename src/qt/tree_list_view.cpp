@@ -1,7 +1,8 @@
 #include "qt/tree_list_view.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QStyle>
 #include <QStyleOptionViewItem>
@@ -98,6 +99,38 @@ NodeList::NodeList(TreeList& list, QWidget* parent, EventRunner run)
   setFocusPolicy(Qt::StrongFocus);
   setVerticalScrollMode(ScrollPerPixel);
   Reload();
+  ShowFocus(false);
+}
+
+void NodeList::ShowFocus(bool focused) {
+  QPalette colours = QApplication::palette(this);
+  if (!focused) {
+    colours.setColor(QPalette::Highlight, colours.color(QPalette::Midlight));
+    colours.setColor(QPalette::HighlightedText, colours.color(QPalette::Text));
+  }
+  setPalette(colours);
+  viewport()->update();
+}
+
+// A menu or a box over the list takes the keys for a moment only.
+void NodeList::focusInEvent(QFocusEvent* event) {
+  QListView::focusInEvent(event);
+  ShowFocus(true);
+}
+
+void NodeList::focusOutEvent(QFocusEvent* event) {
+  QListView::focusOutEvent(event);
+  const bool forAMoment =
+      event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason;
+  if (!forAMoment) ShowFocus(false);
+}
+
+void NodeList::paintEvent(QPaintEvent* event) {
+  QListView::paintEvent(event);
+  if (!hasFocus()) return;
+  QPainter painter(viewport());
+  painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+  painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
 }
 
 void NodeList::NodesChanged() {

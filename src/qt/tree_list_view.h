@@ -47,6 +47,9 @@ class NodeList : public QListView {
 
  protected:
   bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
@@ -65,6 +68,8 @@ class NodeList : public QListView {
   // The row that a key moves to; -1 when it moves nowhere.
   [[nodiscard]] int RowBehind(const QKeyEvent& key) const;
   [[nodiscard]] int RowsOnPage() const;
+  // The selection is pale and the list without a frame while the keys go elsewhere.
+  void ShowFocus(bool focused);
 
   TreeList& list_;
   EventRunner run_;

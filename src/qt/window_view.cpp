@@ -12,6 +12,7 @@
 
 #include "qt/logo.h"
 #include "qt/text.h"
+#include "toolkit/access.h"
 
 namespace tessel::qt {
 namespace {
@@ -27,6 +28,19 @@ QFont PageFont(const Units& units) {
   return font;
 }
 
+// Pixels an inch: those of the screen, fewer where the window would not fit on it.
+double Resolution(const Window& window, double dotsPerInch) {
+  const QWidget* active = QApplication::activeWindow();
+  const QScreen* screen = active != nullptr ? active->screen() : QGuiApplication::primaryScreen();
+  if (screen == nullptr) return dotsPerInch;
+  const Units units(dotsPerInch);
+  const QSize room = screen->availableSize();
+  const double fits = std::min(room.width() / std::max(window.Bounds().width * 1.0, 1.0),
+                               room.height() / std::max(window.Bounds().height * 1.0, 1.0)) *
+                      units.Twips(1);
+  return dotsPerInch * std::min(fits, 1.0);
+}
+
 bool SameRows(const Rect& first, const Rect& second) {
   return first.top < second.top + second.height && second.top < first.top + first.height;
 }
@@ -39,17 +53,17 @@ WindowView::WindowView(std::shared_ptr<Window> window, EventRunner run, std::fun
       window_(std::move(window)),
       run_(std::move(run)),
       close_(std::move(close)),
-      units_(logicalDpiX()) {
+      units_(Resolution(*window_, logicalDpiX())) {
   setWindowModality(Qt::ApplicationModal);
   setWindowTitle(ToQt(window_->Title()));
   setWindowIcon(LogoIcon());
-  setAccessibleName(ToQt(window_->Name()));
+  setAccessibleName(ToQt(window_->Title()));
   setObjectName(ToQt(window_->Name()));
   setFont(PageFont(units_));
   for (const auto& control : window_->Controls())
     ControlAdded(*control);
   GeometryChanged();
-  FitCaptions();
+  FitControls();
   window_->SetListener(this);
 }
 
@@ -67,12 +81,11 @@ void WindowView::ControlAdded(Control& control) {
   std::unique_ptr<ControlView> made = MakeControlView(control, *parent, units_, run_);
   ControlView& view = *views_.emplace(&control, std::move(made)).first->second;
   QWidget& widget = view.Widget();
-  widget.setAccessibleName(ToQt(control.Id()));
   widget.setObjectName(ToQt(control.Id()));
+  widget.setAccessibleDescription(ToQt(control.Id()));
   widget.setEnabled(control.Enabled());
   Place(control, view);
   view.Take(Change::kCaption);
-  widget.setAccessibleDescription(ToQt(control.Caption()));
   widget.setVisible(control.Visible());
   FitLater();
 }
@@ -88,9 +101,8 @@ void WindowView::ControlChanged(Control& control, Change change) {
       break;
     case Change::kEnabled:
       view.Widget().setEnabled(control.Enabled());
-      return;
+      break;
     case Change::kCaption:
-      view.Widget().setAccessibleDescription(ToQt(control.Caption()));
       view.Take(change);
       break;
     default:
@@ -113,8 +125,24 @@ void WindowView::FitLater() {
   QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
 }
 
-void WindowView::FitCaptions() {
+void WindowView::FitControls() {
   fitting_ = false;
+  NameControls();
+  FitCaptions();
+  MakeWayForCounters();
+  KeepFocus();
+}
+
+void WindowView::NameControls() {
+  const auto marked = CaptionsWithAltLetters(*window_);
+  for (const auto& [control, view] : views_) {
+    const auto found = marked.find(control);
+    view->ShowCaption(found == marked.end() ? Literal(control->Caption()) : ToQt(found->second));
+    view->Widget().setAccessibleName(ToQt(SpokenName(*control)));
+  }
+}
+
+void WindowView::FitCaptions() {
   for (const auto& [control, view] : views_) {
     const int wanted = view->CaptionWidth();
     if (wanted == 0) continue;
@@ -126,12 +154,28 @@ void WindowView::FitCaptions() {
   }
 }
 
+void WindowView::MakeWayForCounters() {
+  for (const auto& [bar, view] : views_) {
+    if (bar->Kind() != ControlKind::kProgressBar) continue;
+    QRect pixels = units_.Pixels(bar->Bounds());
+    for (const auto& [label, labelView] : views_) {
+      if (label->Kind() != ControlKind::kLabel || !label->Visible() || label->Parent() != bar->Parent() ||
+          label->Bounds().left >= bar->Bounds().left || !SameRows(label->Bounds(), bar->Bounds()))
+        continue;
+      const int end = labelView->Widget().geometry().right() + units_.Pixels(kCaptionGap);
+      pixels.setLeft(std::clamp(end, pixels.left(), pixels.right()));
+    }
+    view->Widget().setGeometry(pixels);
+  }
+}
+
 double WindowView::RoomToTheRight(const Control& control) const {
   const Rect& bounds = control.Bounds();
   double end = control.Parent() == nullptr ? window_->Bounds().width - Window::kBorderWidth
                                            : control.Parent()->Bounds().width - kCaptionGap;
   for (const auto& other : window_->Controls()) {
     if (other.get() == &control || other->Parent() != control.Parent() || !other->Visible()) continue;
+    if (other->Kind() == ControlKind::kProgressBar) continue;  // it makes way
     const Rect& taken = other->Bounds();
     if (taken.left >= bounds.left + bounds.width && SameRows(taken, bounds)) {
       end = std::min(end, taken.left - kCaptionGap);
@@ -234,11 +278,12 @@ void WindowView::Redraw() {
 void WindowView::Settle() {
   for (const auto& [control, view] : views_)
     view->Settle();
-  if (fitting_) FitCaptions();
+  if (fitting_) FitControls();
 }
 
 bool WindowView::event(QEvent* event) {
-  if (event->type() == QEvent::LayoutRequest && fitting_) FitCaptions();
+  if (event->type() == QEvent::LayoutRequest && fitting_) FitControls();
+  if (event->type() == QEvent::WindowActivate) KeepFocus();
   return QWidget::event(event);
 }
 
@@ -255,6 +300,12 @@ void WindowView::FocusFirst() {
     widget->setFocus(Qt::OtherFocusReason);
     return;
   }
+}
+
+void WindowView::KeepFocus() {
+  const QWidget* focused = focusWidget();
+  if (!isVisible() || (focused != nullptr && focused->isEnabled() && focused->isVisible())) return;
+  FocusFirst();
 }
 
 // The model decides whether the window closes.

@@ -51,12 +51,19 @@ class WindowView : public QWidget, public WindowListener {
   void FollowUser();
   void BelongToProgram();
   void Place(Control& control, ControlView& view);
+  // Takes over everything that depends on several controls: names, Alt letters, room, focus.
+  void FitControls();
+  void NameControls();
   // Gives captions room beyond their controls where nothing else stands.
   void FitCaptions();
+  // Progress bars begin behind the counter on their left, however long it is.
+  void MakeWayForCounters();
   [[nodiscard]] double RoomToTheRight(const Control& control) const;
   void FitLater();
   [[nodiscard]] Button* ButtonFor(bool Button::*role) const;
   void FocusFirst();
+  // The focus goes to the first control when that which had it cannot be used any more.
+  void KeepFocus();
 
   std::shared_ptr<Window> window_;
   EventRunner run_;

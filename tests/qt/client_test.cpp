@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QSettings>
 #include <QTest>
@@ -25,7 +26,14 @@ using qt::FromQt;
 
 class ClientTest : public ::testing::Test {
  protected:
-  explicit ClientTest(Walk walk = {}) : person_(std::move(walk)) { person_.SitDown(toolkit_); }
+  explicit ClientTest(Walk walk = {}) : person_(std::move(walk)) {
+    person_.SitDown(toolkit_);
+    person_.OnLook = [this](QWidget& shown) { Look(shown); };
+    window_.OpenUrl = [this](const QUrl& url) {
+      opened_ = FromQt(url.toLocalFile());
+      return true;
+    };
+  }
   ~ClientTest() override { person_.GetUp(); }
 
   template <class WidgetType>
@@ -73,11 +81,28 @@ class ClientTest : public ::testing::Test {
     EXPECT_EQ(shafts->childCount(), 3);
     return shafts;
   }
+  // Notes what a box or the report on an export says, and presses what is to be pressed in a dialog first.
+  void Look(QWidget& shown) {
+    if (const auto* box = qobject_cast<QMessageBox*>(&shown)) told_ = FromQt(box->text());
+    if (shown.objectName() == "exportReport") {
+      told_ = FromQt(shown.findChild<QLabel*>("head")->text());
+      for (const auto* problems : shown.findChildren<QPlainTextEdit*>())
+        told_ += "\n" + FromQt(problems->toPlainText());
+      for (const auto* table : shown.findChildren<QTreeWidget*>()) {
+        for (int column = 0; column < table->columnCount(); ++column)
+          told_ += "|" + FromQt(table->topLevelItem(0)->text(column));
+      }
+    }
+    if (auto* press = shown.findChild<QPushButton*>(press_)) press->click();
+  }
   std::string Selection() { return FromQt(Part<QLabel>("selection").text()); }
   std::string Cell(int row, int column) {
     return FromQt(Part<QTreeView>("documents").model()->index(row, column).data().toString());
   }
 
+  std::string told_;
+  std::string opened_;
+  QString press_ = QStringLiteral("openFolder");
   SampleCompany company_;
   Person person_;
   WatchedToolkit toolkit_{person_};
@@ -235,7 +260,7 @@ TEST_F(ClientTest, ShowsExchangesAndTheLatest) {
   EXPECT_FALSE(Enabled("continue")) << "the current exchange is not marked";
   exchanges.setCurrentItem(exchanges.topLevelItem(0));
   EXPECT_TRUE(Enabled("continue"));
-  EXPECT_EQ(exchanges.topLevelItem(0)->text(1), "Stopped");
+  EXPECT_EQ(exchanges.topLevelItem(0)->text(client::ExchangePanel::kPhaseColumn), "Stopped");
   EXPECT_TRUE(Part<QPlainTextEdit>("protocol").toPlainText().startsWith("Protokoll"));
   Search("P-1120");
   MarkAll();
@@ -247,23 +272,35 @@ TEST_F(ClientTest, ShowsExchangesAndTheLatest) {
   EXPECT_NE(person_.TakeTranscript().find("1202:4725"), std::string::npos);
 }
 
+class RefusingClientTest : public ClientTest {
+ protected:
+  RefusingClientTest() : ClientTest(Walk().Answer()) {}
+};
+
+TEST_F(RefusingClientTest, SumsUpWhatCannotBeCollectedAndLetsTakeBack) {
+  Search("A-");
+  MarkAll();
+  Trigger("collect");
+  EXPECT_EQ(told_,
+            "1 of 4 documents were not added to the selection:\n\n"
+            "A-9000 has to be checked in, released or obsolete");
+  press_ = "remove";  // the first one is marked
+  Trigger("editSelection");
+  EXPECT_EQ(Selection(), "Selection for export (2): A-1100, A-1200");
+  press_ = "empty";
+  Trigger("editSelection");
+  EXPECT_EQ(Selection(), "Selection for export: none");
+  EXPECT_FALSE(Enabled("editSelection"));
+  press_ = "documentation";
+  Trigger("help");
+  EXPECT_TRUE(opened_.ends_with("docs/desktop.md")) << opened_;
+}
+
 class FailingClientTest : public ClientTest {
  protected:
   FailingClientTest()
-      : ClientTest(Walk()
-                       .Enter()
-                       .Click("Check1(5)")
-                       .Click("Command1")
-                       .Click("Check1")
-                       .Enter()
-                       .Enter()
-                       .Answer()
-                       .Answer()) {
-    person_.OnLook = [this](QWidget& shown) {
-      if (const auto* box = qobject_cast<QMessageBox*>(&shown)) told_ = box->text();
-    };
-  }
-  QString told_;
+      : ClientTest(
+            Walk().Enter().Click("Check1(5)").Click("Command1").Click("Check1").Enter().Enter().Answer()) {}
 };
 
 // The pages are gone by then, and the hook returns as after a finished export.
@@ -274,38 +311,52 @@ TEST_F(FailingClientTest, TellsThatAnExportWasNotCompleted) {
   MarkAll();
   Trigger("collect");
   Trigger("export");
-  EXPECT_TRUE(told_.startsWith("The export was not completed.") && told_.contains("exists already"))
-      << FromQt(told_);
+  EXPECT_TRUE(told_.starts_with("The export was not completed.") &&
+              told_.find("exists already") != std::string::npos)
+      << told_;
   Trigger("export");
-  EXPECT_FALSE(told_.contains("completed"))
-      << "an export that did not start has not failed: " << FromQt(told_);
+  EXPECT_EQ(told_.find("completed"), std::string::npos)
+      << "an export that did not start has not failed: " << told_;
 }
 
 class ExportingClientTest : public ClientTest {
  protected:
   ExportingClientTest()
-      : ClientTest(Walk().Enter().Click("Check1(5)").Click("Command1").Click("Check1").Enter().Enter()) {}
+      : ClientTest(
+            Walk().Enter().Click("Check1(5)").Click("Command1").Click("Check1").Enter().Enter().Answer()) {}
 };
 
 TEST_F(ExportingClientTest, ShowsWhatWasExportedAndContinues) {
+  using Panel = client::ExchangePanel;
   Search("P-1120");
   MarkAll();
   Trigger("collect");
   EXPECT_EQ(Selection(), "Selection for export (1): P-1120");
   Trigger("export");
   EXPECT_EQ(Selection(), "Selection for export: none");
+  const std::string folder = company_.Services(company_.Processes())
+                                 .files.NativePath("C:\\temp\\Exchange\\Export_anna_20240131_154502_New");
+  EXPECT_EQ(told_, "The export was handed over.|||1|DX-000002|" + folder);
+  EXPECT_EQ(opened_, folder);
   auto& exchanges = Part<QTreeWidget>("exchanges");
   ASSERT_EQ(exchanges.topLevelItemCount(), 2);
   exchanges.setCurrentItem(exchanges.topLevelItem(0));
-  EXPECT_EQ(exchanges.topLevelItem(0)->text(1), "New") << "the newest first";
+  const auto cell = [&](int row, int column) { return FromQt(exchanges.topLevelItem(row)->text(column)); };
+  EXPECT_EQ(cell(0, Panel::kPhaseColumn), "New") << "the newest first";
+  EXPECT_EQ(cell(0, Panel::kDateColumn), "2024-01-31 15:45:02");
+  EXPECT_EQ(cell(0, Panel::kSenderColumn) + cell(0, Panel::kDocumentsColumn), "anna1");
   EXPECT_FALSE(company_.Exchanged().empty());
+  Trigger("continue");
+  EXPECT_EQ(told_, "The data exchange was not continued:\n\nIt is not stopped.");
 
   const std::string stopped = "C:\\temp\\Exchange\\Export_anna_20240305_101500_Break";
   std::filesystem::create_directories(company_.Services(company_.Processes()).files.NativePath(stopped));
-  exchanges.setCurrentItem(exchanges.topLevelItem(1));
+  exchanges.sortByColumn(Panel::kDateColumn, Qt::DescendingOrder);
+  EXPECT_EQ(cell(0, Panel::kNumberColumn), "DX-000001") << "sorted by the date";
+  exchanges.setCurrentItem(exchanges.topLevelItem(0));
   Trigger("continue");
-  EXPECT_EQ(exchanges.topLevelItem(1)->text(1), "Continued");
-  EXPECT_TRUE(exchanges.topLevelItem(1)->isSelected());
+  EXPECT_EQ(cell(0, Panel::kPhaseColumn), "Continued");
+  EXPECT_TRUE(exchanges.topLevelItem(0)->isSelected());
 }
 
 TEST_F(ClientTest, RemembersItsPlace) {

@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -16,7 +17,7 @@
 #include <deque>
 
 #include "database_choice.h"
-#include "embedded/database.h"
+#include "embedded/store/database.h"
 #include "qt/sample_company.h"
 #include "qt/text.h"
 
@@ -98,10 +99,10 @@ class DesktopTest : public ::testing::Test {
 };
 
 TEST_F(DesktopTest, OffersTheLastOneAnotherOneOrTheSample) {
-  PosixPlatform platform;
+  NativePlatform platform;
   FileSystem& files = platform.Services().files;
   const auto choose = [&](const std::string& last) {
-    return client::ChooseDatabase(qt::ToQt(last), files, qt::Language::kEnglish).toStdString();
+    return client::ChooseDatabase(qt::ToQt(last), files, qt::Language::kEnglish).path.toStdString();
   };
   const std::string made = folder_.Path("made.db");
   Expect({Press("Create"), Choose(made)});
@@ -113,6 +114,18 @@ TEST_F(DesktopTest, OffersTheLastOneAnotherOneOrTheSample) {
   Expect({Press("Cancel")});
   EXPECT_EQ(choose(""), "");
 
+  // The first start of all ends in a window without anything to be known before.
+  {
+    client::Desktop first;
+    const auto accept = [](QDialog& dialog) {
+      EXPECT_TRUE(dialog.findChild<QLabel*>("hint")->text().contains("anna"));
+      dialog.findChild<QPushButton*>("ok")->click();
+    };
+    Expect({Press("Create"), Choose(folder_.Path("first.db")), accept});
+    ASSERT_TRUE(first.Open({}));
+    EXPECT_EQ(DocumentsIn(first.Window()), 20);
+    QSettings().clear();
+  }
   client::Desktop desktop;
   Expect({Press("Open a database"), Choose(made), LogIn("nobody"), Press("OK"), LogIn("ben")});
   ASSERT_TRUE(desktop.Open({}));

@@ -150,6 +150,9 @@ for _ in $(seq 150); do
   sleep 0.1
 done
 [ -n "$exported" ] || fail "nothing was exported"
+report=$(wait_for '^Export - Pelicore$')
+[ -n "$managed" ] || xdotool windowfocus "$report"
+key Return
 for _ in $(seq 50); do
   [ -z "$(windows '^Kestrix$')" ] && break
   sleep 0.1

@@ -11,19 +11,27 @@
 #include "qt/text.h"
 #include "qt/tree_list_view.h"
 #include "qt/units.h"
+#include "toolkit/access.h"
 
 namespace tessel::test {
 namespace {
 
+// Without the marks of Alt letters.
+std::string Unmarked(QString caption) {
+  return qt::FromQt(caption.replace(QLatin1String("&&"), QLatin1String("\1"))
+                        .remove(QLatin1Char('&'))
+                        .replace(QLatin1Char('\1'), QLatin1Char('&')));
+}
+
 // What a person reads and sees marked on the widget.
 std::string ShownBy(const QWidget& widget) {
   if (const auto* label = dynamic_cast<const qt::CaptionLabel*>(&widget)) return qt::FromQt(label->Caption());
-  if (const auto* button = qobject_cast<const QPushButton*>(&widget)) return qt::FromQt(button->text());
+  if (const auto* button = qobject_cast<const QPushButton*>(&widget)) return Unmarked(button->text());
   if (const auto* frame = qobject_cast<const QGroupBox*>(&widget)) return qt::FromQt(frame->title());
   if (const auto* line = qobject_cast<const QLineEdit*>(&widget)) return qt::FromQt(line->text());
   if (const auto* text = qobject_cast<const QPlainTextEdit*>(&widget)) return qt::FromQt(text->toPlainText());
   if (const auto* box = qobject_cast<const QCheckBox*>(&widget)) {
-    return qt::FromQt(box->text()) + (box->isChecked() ? " x" : "");
+    return Unmarked(box->text()) + (box->isChecked() ? " x" : "");
   }
   if (const auto* bar = qobject_cast<const QProgressBar*>(&widget)) {
     return std::to_string(bar->value()) + "/" + std::to_string(bar->maximum());
@@ -46,7 +54,7 @@ std::string ExpectedOf(const Control& control) {
       return static_cast<const TextBox&>(control).Text();
     case ControlKind::kCheckBox: {
       const auto& box = static_cast<const CheckBox&>(control);
-      return qt::FromQt(qt::Literal(box.Caption())) + (box.Checked() ? " x" : "");
+      return box.Caption() + (box.Checked() ? " x" : "");
     }
     case ControlKind::kProgressBar: {
       const auto& bar = static_cast<const ProgressBar&>(control);
@@ -62,6 +70,7 @@ std::string ExpectedOf(const Control& control) {
       return rows;
     }
     case ControlKind::kLabel:
+    case ControlKind::kButton:
       return control.Caption();
     case ControlKind::kPicture:
     case ControlKind::kLine:
@@ -75,13 +84,15 @@ std::string Differences(const Control& control, const QWidget& widget, const QWi
   std::string found;
   if (widget.isVisibleTo(&window) != control.ShownOnWindow()) found += " visible";
   if (widget.isEnabled() != control.Enabled()) found += " enabled";
-  if (widget.accessibleName() != qt::ToQt(control.Id())) found += " name";
+  if (widget.objectName() != qt::ToQt(control.Id())) found += " name";
+  if (widget.accessibleName() != qt::ToQt(SpokenName(control))) found += " spoken name";
   if (ShownBy(widget) != ExpectedOf(control)) found += " shows " + ShownBy(widget);
   const QRect model = qt::Units(widget.logicalDpiX()).Pixels(control.Bounds());
   const QRect actual = widget.geometry();
-  // A caption may take room on its right.
-  if (actual.topLeft() != model.topLeft() || actual.height() != model.height() ||
-      actual.width() < model.width()) {
+  // A caption may take room on its right, and a progress bar makes way for it.
+  const bool begins = actual.topLeft() == model.topLeft() ||
+                      (control.Kind() == ControlKind::kProgressBar && actual.right() == model.right());
+  if (!begins || actual.height() != model.height() || actual.right() < model.right()) {
     found += " place";
   }
   return found.empty() ? found : control.Id() + ":" + found + "\n";

@@ -6,7 +6,7 @@
 #include <functional>
 #include <string>
 
-#include "embedded/host_dialogs.h"
+#include "embedded/dialogs/host_dialogs.h"
 #include "qt/host_dialogs.h"
 #include "qt/qt_toolkit.h"
 #include "qt/walk.h"

@@ -1,6 +1,6 @@
 #include "qt/sample_company.h"
 
-#include "embedded/model_file.h"
+#include "embedded/store/new_database.h"
 #include "host/error.h"
 
 namespace tessel::test {
@@ -9,8 +9,8 @@ namespace {
 constexpr const char* kExchangePath = "C:\\temp\\Exchange";
 constexpr const char* kVaultFile = "CAD_REF_FILE_NAME";
 
-PosixPlatformOptions OptionsOf(const TemporaryFolder& folder) {
-  PosixPlatformOptions options;
+NativePlatformOptions OptionsOf(const TemporaryFolder& folder) {
+  NativePlatformOptions options;
   options.drivesDirectory = folder.MakeFolder("drives");
   options.program = ProgramLocation{folder.MakeFolder("program"), "prjTessel"};
   options.pauses = false;

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "common/hosted_program.h"
-#include "platform/posix/posix_platform.h"
+#include "platform/native/native_platform.h"
 #include "support/temporary_folder.h"
 
 namespace tessel::test {
@@ -48,7 +48,7 @@ class SampleCompany {
   TemporaryFolder folder_;
   FixedClock clock_;
   FakeLauncher launcher_;
-  PosixPlatform posix_;
+  NativePlatform posix_;
   std::string database_;
 };
 
