@@ -31,9 +31,12 @@ class HostedProgram {
   [[nodiscard]] const PcSessionPtr& Session() const { return session_; }
   [[nodiscard]] Program& LoadedProgram() { return program_; }
   [[nodiscard]] StartApplication& Entry() { return entry_; }
-  // The newest error line of the trace with its description, for a person who cannot look there; empty when
-  // there was none.
-  [[nodiscard]] const std::string& LastError() const { return lastError_; }
+  // The file that the trace goes to; empty when it is not written.
+  [[nodiscard]] std::string TraceFileName() const { return traceFile_.FileName(); }
+
+  // Called several times a second while the host copies files: false cancels the copy, as the person's
+  // cancel on the page does. Between the calls window events run.
+  void SetCopyWatch(embedded::CopyWatch watch) { copyWatch_ = std::move(watch); }
 
   [[nodiscard]] PcRecordListPtr NewRecordList() { return host_.CreateRecordList(); }
   // The record list of some objects as the client passes it to a hook: one row an object with all its
@@ -41,17 +44,17 @@ class HostedProgram {
   [[nodiscard]] PcRecordListPtr ObjectRows(const std::vector<ObjectKey>& keys);
 
  private:
+  [[nodiscard]] bool CopyGoesOn(Toolkit& toolkit, const embedded::CopyStep& step);
+
   Platform platform_;
+  embedded::CopyWatch copyWatch_;
+  bool cancelledBefore_ = false;  // by an earlier export
   TraceFile traceFile_;
-  std::string lastError_;
   embedded::EmbeddedHost host_;
   Program program_;
   StartApplication entry_;
   PcSessionPtr session_;
 };
-
-// Sets a cell; a column that the list does not have yet is added with the shape that the client gives it.
-void SetCell(PcRecordList& list, int row, const std::string& column, const Value& value);
 
 // The same services with another pauser and launcher.
 [[nodiscard]] Platform WithServices(const Platform& platform, Pauser& pauser, ProcessLauncher& launcher);

@@ -11,12 +11,15 @@ namespace tessel::cli {
 inline constexpr int kDone = 0;
 inline constexpr int kRefused = 1;  // refused or failed; standard error says why
 inline constexpr int kBadUsage = 2;
+inline constexpr int kIncomplete = 3;  // handed over, but something is missing; standard error says what
+// Beside these, 128 and the number of the signal that ended an export.
 
 struct Login {
   std::string database;
   std::string user;
   std::string password;
-  std::string language;  // empty: the user's or the database's own
+  bool passwordFromInput = false;  // it is the first line of standard input
+  std::string language;            // empty: the user's or the database's own
 };
 
 struct HostCreate {
@@ -26,6 +29,12 @@ struct HostCreate {
 
 struct HostShow {
   std::string database;
+};
+
+struct Recover {
+  std::string database;
+  bool dryRun = false;
+  bool strays = false;
 };
 
 struct Drive {
@@ -44,10 +53,9 @@ struct Export {
   bool dryRun = false;
 };
 
-// One of the hooks that work on named objects.
+// A hook that works on named objects.
 struct NamedHookCall {
   Login login;
-  std::string hook;
   std::vector<std::string> objects;
 };
 

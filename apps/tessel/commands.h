@@ -8,8 +8,24 @@ namespace tessel::cli {
 
 int RunHostCreate(const HostCreate& command, Streams& streams);
 int RunHostShow(const HostShow& command, Streams& streams);
+int RunRecover(const Recover& command, Streams& streams);
 int RunDrive(const Drive& command, Streams& streams);
 int RunExport(const Export& command, Streams& streams);
-int RunHook(const NamedHookCall& command, Streams& streams);
+
+// A hook on named objects, after the login.
+class Workbench;
+class MessageDriver;
+struct HookDesk {
+  Workbench& workbench;
+  const MessageDriver& driver;
+  const std::vector<std::string>& objects;
+  Streams& streams;
+};
+using HookRun = int (*)(HookDesk& desk);
+int RunHook(const NamedHookCall& command, HookRun action, Streams& streams);
+int RunLock(HookDesk& desk);
+int RunUnlock(HookDesk& desk);
+int RunContinue(HookDesk& desk);
+int RunLatest(HookDesk& desk);
 
 }  // namespace tessel::cli

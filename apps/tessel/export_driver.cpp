@@ -1,8 +1,12 @@
 #include "tessel/export_driver.h"
 
 #include <algorithm>
+#include <chrono>
 #include <ostream>
 
+#include "host/error.h"
+#include "platform/caught_signals.h"
+#include "tessel/free_name.h"
 #include "toolkit/tree_list.h"
 #include "wizard/partner_lists.h"
 
@@ -36,53 +40,50 @@ std::vector<const Control*> FieldBoxes(const Window& window) {
 }  // namespace
 
 void ExportDriver::Act(HeadlessToolkit& toolkit) {
+  HeedSignals();
   const std::shared_ptr<Window> window = toolkit.TopWindow();
+  const std::optional<PageId> page = PageOfWindow(window->Name());
   if (leaving_) {
     Leave(toolkit);
-  } else if (window->Name() == "Tessel_0") {
-    OnStartPage(toolkit);
-  } else if (window->Name() == "Tessel_1") {
-    OnSendModePage(toolkit);
-  } else if (window->Name() == "Tessel_2") {
-    OnSendDataPage(toolkit, *window);
-  } else if (window->Name() == "Tessel_3") {
-    OnRecipientPage(toolkit, *window);
-  } else if (window->Name() == "Tessel_4") {
-    OnCustomInputPage(toolkit, *window);
-  } else if (window->Name() == "Tessel_4a") {
-    OnFolderStructurePage(toolkit, *window);
-  } else if (window->Name() == "Tessel_5") {
-    OnMailPage(toolkit, *window);
+  } else if (page) {
+    ActOn(*page, toolkit, *window);
   } else {
     GiveUp("unknown page " + window->Name());
   }
 }
 
-bool ExportDriver::IsMail() const {
-  return plan_.mode == SendMode::kMail || plan_.mode == SendMode::kMailStructure;
+void ExportDriver::ActOn(PageId page, HeadlessToolkit& toolkit, Window& window) {
+  switch (page) {
+    case PageId::kStart:
+      return OnStartPage(toolkit);
+    case PageId::kSendMode:
+      return OnSendModePage(toolkit);
+    case PageId::kSendData:
+      return OnSendDataPage(toolkit, window);
+    case PageId::kRecipient:
+      return OnRecipientPage(toolkit, window);
+    case PageId::kCustomInput:
+      return OnCustomInputPage(toolkit, window);
+    case PageId::kFolderStructure:
+      return OnFolderStructurePage(toolkit, window);
+    case PageId::kMailData:
+      return OnMailPage(toolkit, window);
+  }
 }
 
-bool ExportDriver::ShowsRecipients() const {
-  return IsMail() || plan_.mode == SendMode::kOdette ||
-         (plan_.mode == SendMode::kCustom && program_->services.Settings().b_UsePartnerList);
-}
-
-bool ExportDriver::ShowsFolderStructures() const {
-  return ShowsRecipients() && program_->wizard.state.UseFolderStructure;
-}
-
-bool ExportDriver::ShowsCustomForm() const {
-  return (plan_.mode == SendMode::kOdette || plan_.mode == SendMode::kCustom) &&
-         program_->services.Settings().b_UseCustomForm;
+FlowSettings ExportDriver::PathSettings() const {
+  return FlowSettingsOf(program_->services.Settings(), program_->wizard.state.UseFolderStructure);
 }
 
 std::string ExportDriver::FindObstacle() {
-  if (!plan_.folderStructure.empty() && !ShowsFolderStructures()) {
+  if (!plan_.folderStructure.empty() && !Passes(PageId::kFolderStructure)) {
     return "this send mode uses no folder structure";
   }
-  if (!plan_.fields.empty() && !ShowsCustomForm()) return "this send mode shows no custom form";
-  if (!IsMail() && !(plan_.subject + plan_.content).empty()) return "this send mode writes no mail";
-  if (!ShowsRecipients()) {
+  if (!plan_.fields.empty() && !Passes(PageId::kCustomInput)) return "this send mode shows no custom form";
+  if (!Passes(PageId::kMailData) && !(plan_.subject + plan_.content).empty())
+    return "this send mode writes no mail";
+  if (const std::string text = FindUntypeable(); !text.empty()) return text;
+  if (!Passes(PageId::kRecipient)) {
     return plan_.recipients.empty() ? "" : "this send mode asks for no recipient";
   }
   if (plan_.recipients.empty()) return "this send mode needs a recipient";
@@ -90,6 +91,21 @@ std::string ExportDriver::FindObstacle() {
     return "the configuration allows one recipient only";
   }
   return FindRecipients();
+}
+
+// Nobody could type these, and what a box makes of them is not what was asked for.
+std::string ExportDriver::FindUntypeable() const {
+  const auto hasControl = [](const std::string& text, std::string_view allowed) {
+    return std::any_of(text.begin(), text.end(), [allowed](char c) {
+      return (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) && allowed.find(c) == std::string_view::npos;
+    });
+  };
+  if (hasControl(plan_.subject, "\t")) return "the subject holds a line break or another control character";
+  if (hasControl(plan_.content, "\t\r\n")) return "the content holds a control character";
+  for (const auto& [number, text] : plan_.fields) {
+    if (hasControl(text, "\t\r\n")) return "field " + std::to_string(number) + " holds a control character";
+  }
+  return {};
 }
 
 // The lists of the recipient page, filled without the page. Texts may hold a colon themselves, so every place
@@ -153,19 +169,35 @@ void ExportDriver::OnSendDataPage(HeadlessToolkit& toolkit, Window& window) {
       documents_.push_back(list->NodeAt(node).text);
     if (list->NodeCount() != plan_.documents) {
       GiveUp("only " + std::to_string(list->NodeCount()) + " of " + std::to_string(plan_.documents) +
-             " documents could be listed; the trace says why");
+             " documents could be listed");
       return;
     }
-    if (Did(actions.Check("Check1", CheckWish::kChecked))) Did(actions.Click("Command1"));
+    if (Did(actions.Check("Check1", CheckWish::kChecked))) StartCopy(toolkit, *list);
     return;
   }
-  EndProgress();
   if (list->NodeCount() == 0 || list->CheckedCount() != list->NodeCount()) {
     GiveUp("only " + std::to_string(list->CheckedCount()) + " of " + std::to_string(list->NodeCount()) +
-           " documents could be copied; the trace says why");
+           " documents could be copied");
     return;
   }
-  GoForward(toolkit, window, !ShowsRecipients() && !ShowsCustomForm());
+  progress_.Complete();
+  GoForward(toolkit, PageId::kSendData);
+}
+
+// A name that somebody was faster with is tried again in the next second.
+void ExportDriver::StartCopy(HeadlessToolkit& toolkit, const TreeList& list) {
+  const auto deadline = std::chrono::steady_clock::now() + kLongestWait;
+  Problems& problems = program_->trace.problems;
+  const int recipients = std::max(1, static_cast<int>(recipients_.size()));
+  for (bool inTime = true; inTime;) {
+    inTime = AwaitFreeNames(program_->services, recipients, deadline);
+    const std::size_t before = problems.Kept().size();
+    if (!Did(UserActions(toolkit).Click("Command1"))) return;
+    const bool taken = program_->exchange.directoryName.empty() && problems.Kept().size() > before &&
+                       problems.Kept().back().number == error_number::kFileAlreadyExists;
+    if (!taken || list.CheckedCount() > 0) return;
+    if (inTime) problems.ForgetBehind(before);
+  }
 }
 
 void ExportDriver::OnRecipientPage(HeadlessToolkit& toolkit, Window& window) {
@@ -181,7 +213,7 @@ void ExportDriver::OnRecipientPage(HeadlessToolkit& toolkit, Window& window) {
     // Several recipients are collected; a single one is just chosen.
     if (window.Find("Command4")->Visible() && !Did(actions.Click("Command4"))) return;
   }
-  GoForward(toolkit, window, !ShowsFolderStructures() && !IsMail() && !ShowsCustomForm());
+  GoForward(toolkit, PageId::kRecipient);
 }
 
 void ExportDriver::OnCustomInputPage(HeadlessToolkit& toolkit, Window& window) {
@@ -191,9 +223,14 @@ void ExportDriver::OnCustomInputPage(HeadlessToolkit& toolkit, Window& window) {
       GiveUp("the custom form has no field " + std::to_string(number));
       return;
     }
-    if (!Did(UserActions(toolkit).Type(boxes[static_cast<std::size_t>(number - 1)]->Id(), text))) return;
+    const auto& box = dynamic_cast<const TextBox&>(*boxes[static_cast<std::size_t>(number - 1)]);
+    if (!box.MultiLine() && text.find_first_of("\r\n") != std::string::npos) {
+      GiveUp("field " + std::to_string(number) + " of the custom form has one line only");
+      return;
+    }
+    if (!Did(UserActions(toolkit).Type(box.Id(), text))) return;
   }
-  GoForward(toolkit, window, true);
+  GoForward(toolkit, PageId::kCustomInput);
 }
 
 void ExportDriver::OnFolderStructurePage(HeadlessToolkit& toolkit, Window& window) {
@@ -204,7 +241,7 @@ void ExportDriver::OnFolderStructurePage(HeadlessToolkit& toolkit, Window& windo
     return;
   }
   if (!Did(UserActions(toolkit).ClickNode("TreeView1", nodes.front()))) return;
-  GoForward(toolkit, window, !IsMail() && !ShowsCustomForm());
+  GoForward(toolkit, PageId::kFolderStructure);
 }
 
 void ExportDriver::OnMailPage(HeadlessToolkit& toolkit, Window& window) {
@@ -216,34 +253,56 @@ void ExportDriver::OnMailPage(HeadlessToolkit& toolkit, Window& window) {
   if (!Did(actions.Type("Text1(2)", plan_.subject)) || !Did(actions.Type("Text1(3)", plan_.content))) return;
   ++mailsWritten_;
   // The page's own count: the press behind the last mail is the one that sends.
-  GoForward(toolkit, window,
-            static_cast<int>(mailsWritten_) >= program_->wizard.state.recipients->RowCount());
+  if (static_cast<int>(mailsWritten_) >= program_->wizard.state.recipients->RowCount()) {
+    GoForward(toolkit, PageId::kMailData);
+  } else {
+    Press(toolkit);
+  }
 }
 
-void ExportDriver::GoForward(HeadlessToolkit& toolkit, Window& window, bool dispatches) {
-  if (dispatches && plan_.dryRun) {
-    ReportRehearsal(window);
+void ExportDriver::GoForward(HeadlessToolkit& toolkit, PageId page) {
+  if (NextPage(page, plan_.mode, PathSettings())) {
+    Press(toolkit);
+    return;
+  }
+  if (plan_.dryRun) {
+    if (!streams_.json) PrintRehearsal();
     rehearsalEnded_ = true;
     leaving_ = true;
     return;
   }
-  // A copy, since the click may unload the window.
-  const std::string page(window.Name());  // NOLINT(performance-unnecessary-copy-initialization)
-  if (!Did(UserActions(toolkit).Click("Command1")) || !dispatches) return;
+  if (!Press(toolkit)) return;
   const std::shared_ptr<Window> top = toolkit.TopWindow();
-  if (top && top->Name() == page) GiveUp("the export could not be dispatched; the trace says why");
+  if (top && top->Name() == PageName(page)) GiveUp("the export could not be dispatched");
 }
 
-void ExportDriver::ReportRehearsal(const Window& window) {
+bool ExportDriver::Press(HeadlessToolkit& toolkit) {
+  return Did(UserActions(toolkit).Click("Command1"));
+}
+
+void ExportDriver::PrintRehearsal() {
+  std::ostream& out = streams_.out;
   for (const std::string& document : documents_)
-    report_ << "document: " << document << "\n";
+    out << "document: " << document << "\n";
   for (const FoundRecipient& recipient : recipients_)
-    report_ << "recipient: " << recipient.text << "\n";
-  if (!plan_.folderStructure.empty()) report_ << "folder structure: " << plan_.folderStructure << "\n";
+    out << "recipient: " << recipient.text << "\n";
+  if (!plan_.folderStructure.empty()) out << "folder structure: " << plan_.folderStructure << "\n";
   for (const auto& [number, text] : plan_.fields)
-    report_ << "field " << number << ": " << text << "\n";
-  if (window.Name() == "Tessel_5") report_ << "subject: " << plan_.subject << "\n";
-  report_ << "nothing was sent: dry run\n";
+    out << "field " << number << ": " << text << "\n";
+  if (Passes(PageId::kMailData)) out << "subject: " << plan_.subject << "\n";
+  out << "nothing was sent: dry run\n";
+}
+
+Json ExportDriver::Rehearsal() const {
+  Json recipients = Json::array();
+  for (const FoundRecipient& recipient : recipients_)
+    recipients.push_back(recipient.text);
+  Json fields = Json::object();
+  for (const auto& [number, text] : plan_.fields)
+    fields[std::to_string(number)] = text;
+  return {{"dryRun", true},           {"documents", documents_},
+          {"recipients", recipients}, {"folderStructure", plan_.folderStructure},
+          {"fields", fields},         {"subject", plan_.subject}};
 }
 
 bool ExportDriver::Did(const Refusal& refusal) {
@@ -267,7 +326,7 @@ void ExportDriver::Leave(HeadlessToolkit& toolkit) {
 }
 
 MessageAnswer ExportDriver::Answer(const MessageRequest& request) {
-  EndProgress();
+  progress_.End();
   if (request.buttons == MessageButtons::kYesNo) {
     // The keep-selection question is answered No; that the export is to be cancelled, Yes when it is.
     const bool confirmsCancel = request.title == "Cancel";
@@ -277,29 +336,38 @@ MessageAnswer ExportDriver::Answer(const MessageRequest& request) {
   return MessageAnswer::kOk;
 }
 
+void ExportDriver::HeedSignals() {
+  const int signal = CaughtSignals::Caught();
+  if (signal != 0 && !leaving_)
+    GiveUp(std::string("the export was ended by ") + CaughtSignals::Name(signal) + "; nothing was exported");
+}
+
+// In the middle of a copy, where a person could press the page's cancel button.
+void ExportDriver::EventsPumped(HeadlessToolkit& toolkit) {
+  if (leaving_ || !toolkit.TopWindow()) return;
+  HeedSignals();
+  if (leaving_) Leave(toolkit);
+}
+
+bool ExportDriver::CopyRuns(const embedded::CopyStep& step) {
+  progress_.Step(step);
+  return CaughtSignals::Caught() == 0;
+}
+
 void ExportDriver::WindowRedrawn(const Window& window) {
-  if (progress_ == nullptr || window.Name() != "Tessel_2") return;
+  if (window.Name() != "Tessel_2") return;
   const auto* bar = dynamic_cast<const ProgressBar*>(window.Find("ProgressBar1"));
-  if (bar == nullptr || !bar->Visible() || bar->Maximum() < 1) return;
-  constexpr int kWidth = 40;
-  const int filled = kWidth * bar->Value() / bar->Maximum();
-  *progress_ << "\r[" << std::string(static_cast<std::size_t>(filled), '#')
-             << std::string(static_cast<std::size_t>(kWidth - filled), '.') << "] " << bar->Value() << " / "
-             << bar->Maximum() << std::flush;
-  progressDrawn_ = true;
+  if (bar != nullptr && bar->Visible() && bar->Maximum() > 0)
+    progress_.Documents(bar->Value(), bar->Maximum());
 }
 
 void ExportDriver::WindowHidden(const Window&) {
-  EndProgress();
-}
-
-void ExportDriver::EndProgress() {
-  if (progressDrawn_) *progress_ << "\n";
-  progressDrawn_ = false;
+  progress_.End();
 }
 
 void ExportDriver::ProcessStarted(const std::string& program, const std::vector<std::string>& arguments,
                                   std::int32_t processId) {
+  if (processId > 0 && streams_.quiet) return;
   std::string line = processId > 0 ? "started: " : "could not start: ";
   line += program;
   for (const std::string& argument : arguments)
@@ -313,8 +381,8 @@ void ExportDriver::ShowSystemMessage(const std::vector<std::string>& texts) {
 }
 
 void ExportDriver::Say(const std::string& text) {
-  EndProgress();
-  messages_ << text << "\n";
+  progress_.End();
+  streams_.err << text << "\n";
 }
 
 }  // namespace tessel::cli

@@ -7,9 +7,16 @@
 #include <vector>
 
 #include "dispatch/dispatch.h"
+#include "embedded/session/host_options.h"
 #include "entry/program.h"
 #include "headless/headless_toolkit.h"
 #include "headless/user_actions.h"
+#include "tessel/copy_progress.h"
+#include "tessel/json_result.h"
+
+namespace tessel {
+class TreeList;
+}
 
 namespace tessel::cli {
 
@@ -26,19 +33,29 @@ struct ExportPlan {
 
 class ExportDriver : public Driver {
  public:
-  // Messages go to `messages`, a progress bar to `progress` (null for none), the plan of a dry run to
-  // `report`.
-  ExportDriver(ExportPlan plan, std::ostream& messages, std::ostream* progress, std::ostream& report)
-      : plan_(std::move(plan)), messages_(messages), progress_(progress), report_(report) {}
+  // Messages go to the streams' error stream, a progress bar, too, when it is a terminal; what a dry run
+  // found to the output stream.
+  ExportDriver(ExportPlan plan, Streams& streams)
+      : plan_(std::move(plan)), streams_(streams), progress_(streams) {}
 
   // The program whose pages are walked; named before the walk begins.
-  void Walk(Program& program) { program_ = &program; }
+  void Walk(Program& program) {
+    program_ = &program;
+    program.wizard.tell = [this](const std::string& text) { Say(text); };
+  }
 
   // Whether the walk was given up, with the reason told; or ended as a dry run ends.
   [[nodiscard]] bool GaveUp() const { return gaveUp_; }
   [[nodiscard]] bool RehearsalEnded() const { return rehearsalEnded_; }
 
+  // What a dry run found.
+  [[nodiscard]] Json Rehearsal() const;
+
+  // A copy within the host: told to the progress bar. False when a signal asked the run to end.
+  [[nodiscard]] bool CopyRuns(const embedded::CopyStep& step);
+
   void Act(HeadlessToolkit& toolkit) override;
+  void EventsPumped(HeadlessToolkit& toolkit) override;
   [[nodiscard]] MessageAnswer Answer(const MessageRequest& request) override;
   void WindowRedrawn(const Window& window) override;
   void WindowHidden(const Window& window) override;
@@ -47,24 +64,25 @@ class ExportDriver : public Driver {
   void ShowSystemMessage(const std::vector<std::string>& texts) override;
 
  private:
+  void ActOn(PageId page, HeadlessToolkit& toolkit, Window& window);
   void OnStartPage(HeadlessToolkit& toolkit);
   void OnSendModePage(HeadlessToolkit& toolkit);
   void OnSendDataPage(HeadlessToolkit& toolkit, Window& window);
+  void StartCopy(HeadlessToolkit& toolkit, const TreeList& list);
   void OnRecipientPage(HeadlessToolkit& toolkit, Window& window);
   void OnCustomInputPage(HeadlessToolkit& toolkit, Window& window);
   void OnFolderStructurePage(HeadlessToolkit& toolkit, Window& window);
   void OnMailPage(HeadlessToolkit& toolkit, Window& window);
 
-  // Which pages the send mode and the configuration lead to.
-  [[nodiscard]] bool IsMail() const;
-  [[nodiscard]] bool ShowsRecipients() const;
-  [[nodiscard]] bool ShowsFolderStructures() const;
-  [[nodiscard]] bool ShowsCustomForm() const;
+  [[nodiscard]] FlowSettings PathSettings() const;
+  // Whether the send mode and the configuration lead through a page.
+  [[nodiscard]] bool Passes(PageId page) const { return LeadsThrough(page, plan_.mode, PathSettings()); }
 
   // Why the plan cannot be walked; empty when it can. Finds the recipients, so that nothing is copied for a
   // plan that names unknown ones.
   [[nodiscard]] std::string FindObstacle();
   [[nodiscard]] std::string FindRecipients();
+  [[nodiscard]] std::string FindUntypeable() const;
 
   struct FoundRecipient {
     std::string customerTag;
@@ -77,21 +95,21 @@ class ExportDriver : public Driver {
   void Leave(HeadlessToolkit& toolkit);
   // An action that has to be possible; gives up, and returns false, when it was refused.
   bool Did(const Refusal& refusal);
-  // Presses Command1. When that starts the dispatch, a dry run stops here.
-  void GoForward(HeadlessToolkit& toolkit, Window& window, bool dispatches);
-  void ReportRehearsal(const Window& window);
-  void EndProgress();
+  // Presses Command1 of a page. When that starts the dispatch, a dry run stops here.
+  void GoForward(HeadlessToolkit& toolkit, PageId page);
+  bool Press(HeadlessToolkit& toolkit);
+  void PrintRehearsal();
+  // Gives up when a signal asked for that.
+  void HeedSignals();
 
   Program* program_ = nullptr;
   ExportPlan plan_;
-  std::ostream& messages_;
-  std::ostream* progress_;
-  std::ostream& report_;
+  Streams& streams_;
+  CopyProgress progress_;
   bool copyStarted_ = false;
   bool leaving_ = false;
   bool gaveUp_ = false;
   bool rehearsalEnded_ = false;
-  bool progressDrawn_ = false;
   std::size_t mailsWritten_ = 0;
   std::vector<std::string> documents_;  // texts of the send-data page
   std::vector<FoundRecipient> recipients_;

@@ -1,90 +1,93 @@
+#include <algorithm>
 #include <ostream>
 
-#include "dispatch/exchange_object.h"
 #include "tessel/commands.h"
+#include "tessel/json_result.h"
 #include "tessel/message_driver.h"
+#include "tessel/outcome_report.h"
+#include "tessel/readiness.h"
 #include "tessel/workbench.h"
 
 namespace tessel::cli {
 namespace {
 
-// Values of "VRKX_DX_PROCESS_PHASE".
-constexpr std::int32_t kContinued = 2;
+using LockHook = std::int16_t (StartApplication::*)(const PcSessionPtr&, const std::string&,
+                                                    const PcRecordListPtr&, const PcRecordListPtr&,
+                                                    PcRecordListPtr&);
 
-bool Locked(const PcObject& object) {
-  constexpr const char* kLockState = "VRKX_DX_LOCK_STATE";
-  return object.HasAttribute(kLockState) && !object.GetValue(kLockState).IsNull() &&
-         object.GetValue(kLockState).AsBoolean();
-}
-
-bool Continued(const PcObject& object) {
-  const char* phase = exchange_attribute::kProcessPhase;
-  return object.HasAttribute(phase) && !object.GetValue(phase).IsNull() &&
-         object.GetValue(phase).AsInt32() == kContinued;
-}
-
-// The hooks report nothing to their caller, and skip a document silently in some cases: what the database
-// says afterwards decides.
-bool AllAsWished(const std::string& hook, PcSession& session, const PcRecordList& objects,
-                 std::ostream& err) {
-  bool all = true;
-  for (int row = 0; row < objects.RowCount(); ++row) {
-    const PcObjectPtr object = session.ObjectStore()->Object(objects.KeyOfRow(row));
-    if (!object) continue;
-    object->ReadData();
-    const bool wished = hook == "LockObject"     ? Locked(*object)
-                        : hook == "UnlockObject" ? !Locked(*object)
-                                                 : Continued(*object);
-    if (!wished) {
-      const char* outcome = hook == "LockObject"     ? "was not locked"
-                            : hook == "UnlockObject" ? "was not unlocked"
-                                                     : "was not continued";
-      err << "object " << ObjectKeyText(object->Key(), ':') << " " << outcome << "\n";
-    }
-    all = all && wished;
-  }
-  return all;
-}
-
-void CallHook(const std::string& hook, Workbench& workbench, const PcRecordListPtr& objects) {
+int RunLocks(HookDesk& desk, LockHook hook, const char* command, const char* done) {
   PcRecordListPtr none;
-  StartApplication& entry = workbench.Entry();
-  if (hook == "LockObject") {
-    entry.LockObject(workbench.Session(), "", objects, nullptr, none);
-  } else if (hook == "UnlockObject") {
-    entry.UnlockObject(workbench.Session(), "", objects, nullptr, none);
-  } else if (hook == "ContinueBatchMode") {
-    entry.ContinueBatchMode(workbench.Session(), "", objects, nullptr, none);
-  } else {
-    entry.GetLatestDataExObj(workbench.Session(), "", objects);
-  }
+  Workbench& workbench = desk.workbench;
+  (workbench.Entry().*hook)(workbench.Session(), "", workbench.ObjectRows(desk.objects), nullptr, none);
+  const LockOutcome& outcome = workbench.LoadedProgram().lockOutcome;
+  const int status = ReportLocks(outcome, done, desk.streams);
+  return desk.streams.json ? WriteResult(desk.streams, command, status, JsonOf(outcome)) : status;
 }
 
 }  // namespace
 
-int RunHook(const NamedHookCall& command, Streams& streams) {
-  MessageDriver driver(streams.err, streams.out);
+int RunLock(HookDesk& desk) {
+  return RunLocks(desk, &StartApplication::LockObject, "lock", "locked");
+}
+
+int RunUnlock(HookDesk& desk) {
+  return RunLocks(desk, &StartApplication::UnlockObject, "unlock", "unlocked");
+}
+
+// Continuing and looking up take one object a call.
+int RunContinue(HookDesk& desk) {
+  int worst = kDone;
+  Json exchanges = Json::array();
+  for (const std::string& object : desk.objects) {
+    PcRecordListPtr none;
+    Workbench& workbench = desk.workbench;
+    const PcRecordListPtr rows = workbench.ObjectRows({object});
+    workbench.Entry().ContinueBatchMode(workbench.Session(), "", rows, nullptr, none);
+    const ContinueOutcome& outcome = workbench.LoadedProgram().continueOutcome;
+    worst = std::max(worst, ReportContinue(outcome, rows->KeyOfRow(0), desk.streams));
+    exchanges.push_back(JsonOf(outcome, rows->KeyOfRow(0)));
+  }
+  return desk.streams.json ? WriteResult(desk.streams, "continue", worst, {{"exchanges", exchanges}}) : worst;
+}
+
+int RunLatest(HookDesk& desk) {
+  const MessageDriver& driver = desk.driver;
+  Json problems = Json::array();
+  for (const std::string& object : desk.objects) {
+    const std::size_t shown = driver.Objects().size();
+    const std::size_t told = driver.Messages().size();
+    Workbench& workbench = desk.workbench;
+    workbench.Entry().GetLatestDataExObj(workbench.Session(), "", workbench.ObjectRows({object}));
+    const std::vector<Problem>& kept = workbench.LoadedProgram().trace.problems.Kept();
+    ReportProblems(kept, desk.streams);
+    const Json more = JsonOf(kept);
+    problems.insert(problems.end(), more.begin(), more.end());
+    if (driver.Objects().size() == shown && driver.Messages().size() == told)
+      desk.streams.err << "no exchange object could be shown\n";
+  }
+  const bool whole = driver.Objects().size() == desk.objects.size() && driver.Messages().empty();
+  const int status = whole ? kDone : kRefused;
+  if (desk.streams.json) {
+    return WriteResult(
+        desk.streams, "latest", status,
+        {{"exchanges", JsonOf(driver.Objects())}, {"messages", driver.Messages()}, {"problems", problems}});
+  }
+  for (const embedded::ObjectDialogRequest& exchange : driver.Objects()) {
+    desk.streams.out << exchange.title << "\n";
+    for (const auto& [name, value] : exchange.attributes)
+      desk.streams.out << name << ": " << value << "\n";
+  }
+  return status;
+}
+
+int RunHook(const NamedHookCall& command, HookRun action, Streams& streams) {
+  MessageDriver driver(streams.err);
   Workbench workbench(command.login, driver);
-  const PcRecordListPtr objects = workbench.ObjectRows(command.objects);
-  // Continuing and looking up take one object a call.
-  const bool oneByOne = command.hook == "ContinueBatchMode" || command.hook == "GetLatestDataExObj";
-  if (oneByOne) {
-    for (const std::string& object : command.objects) {
-      CallHook(command.hook, workbench, workbench.ObjectRows({object}));
-    }
-  } else {
-    CallHook(command.hook, workbench, objects);
-  }
-  if (command.hook == "GetLatestDataExObj") {
-    const bool shown = driver.Dialogs() == objects->RowCount();
-    if (!shown && driver.Messages() == 0) {
-      if (!workbench.LastError().empty()) streams.err << workbench.LastError() << "\n";
-      streams.err << "no exchange object could be shown\n";
-    }
-    return shown && driver.Messages() == 0 ? kDone : kRefused;
-  }
-  const bool wished = AllAsWished(command.hook, *workbench.Session(), *objects, streams.err);
-  return wished && driver.Messages() == 0 ? kDone : kRefused;
+  RequireReady(workbench, command.login, streams);
+  HookDesk desk{workbench, driver, command.objects, streams};
+  const int status = action(desk);
+  if (status != kDone) TellTraceFile(workbench, streams);
+  return status;
 }
 
 }  // namespace tessel::cli

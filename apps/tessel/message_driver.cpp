@@ -11,16 +11,13 @@ void MessageDriver::Act(HeadlessToolkit& toolkit) {
 }
 
 MessageAnswer MessageDriver::Answer(const MessageRequest& request) {
-  ++messageCount_;
+  texts_.push_back(request.text);
   messages_ << (request.title.empty() ? kDefaultMessageTitle : request.title) << ": " << request.text << "\n";
   return SafeAnswer(request);
 }
 
 int MessageDriver::ShowObject(const embedded::ObjectDialogRequest& request) {
-  ++dialogCount_;
-  content_ << request.title << "\n";
-  for (const auto& [name, value] : request.attributes)
-    content_ << name << ": " << value << "\n";
+  objects_.push_back(request);
   return 1;
 }
 

@@ -1,4 +1,4 @@
-// Sits in front of a hook that shows no pages: prints what the user would have been told.
+// Sits in front of a hook that shows no pages: keeps and prints what the user would have been told.
 #pragma once
 
 #include <iosfwd>
@@ -11,13 +11,13 @@ namespace tessel::cli {
 
 class MessageDriver : public Driver {
  public:
-  // Messages go to `messages`, the content of object dialogs to `content`.
-  MessageDriver(std::ostream& messages, std::ostream& content) : messages_(messages), content_(content) {}
+  // Messages go to `messages` at once.
+  explicit MessageDriver(std::ostream& messages) : messages_(messages) {}
 
-  // Message boxes shown so far; every one of these hooks is silent when all went well.
-  [[nodiscard]] int Messages() const { return messageCount_; }
-  // Object dialogs shown so far.
-  [[nodiscard]] int Dialogs() const { return dialogCount_; }
+  // Texts of the message boxes so far; every one of these hooks is silent when all went well.
+  [[nodiscard]] const std::vector<std::string>& Messages() const { return texts_; }
+  // Object dialogs so far.
+  [[nodiscard]] const std::vector<embedded::ObjectDialogRequest>& Objects() const { return objects_; }
 
   void Act(HeadlessToolkit& toolkit) override;
   [[nodiscard]] MessageAnswer Answer(const MessageRequest& request) override;
@@ -26,9 +26,8 @@ class MessageDriver : public Driver {
 
  private:
   std::ostream& messages_;
-  std::ostream& content_;
-  int messageCount_ = 0;
-  int dialogCount_ = 0;
+  std::vector<std::string> texts_;
+  std::vector<embedded::ObjectDialogRequest> objects_;
 };
 
 }  // namespace tessel::cli

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "embedded/client/object_rows.h"
 #include "host/error.h"
 
 namespace tessel::cli {
@@ -31,8 +32,8 @@ ClassId ParseClass(const PcMetaData& metaData, const std::string& text) {
   return byName != 0 ? byName : ParseInt16(text);
 }
 
-PosixPlatformOptions WithoutPauses() {
-  PosixPlatformOptions options;
+NativePlatformOptions WithoutPauses() {
+  NativePlatformOptions options;
   options.pauses = false;
   return options;
 }
@@ -89,7 +90,7 @@ PcRecordListPtr Workbench::ToRecordList(const std::optional<PlainRecords>& recor
   int row = 0;
   for (const PlainRow& cells : *records) {
     for (const auto& [name, value] : cells)
-      SetCell(*list, row, name, value);
+      embedded::SetCell(*list, row, name, value);
     ++row;
   }
   return list;

@@ -10,12 +10,12 @@
 #include "headless/drive_protocol.h"
 #include "headless/headless_toolkit.h"
 #include "headless/reporting_launcher.h"
-#include "platform/posix/posix_platform.h"
+#include "platform/native/native_platform.h"
 #include "tessel/command.h"
 
 namespace tessel::cli {
 
-class Workbench : public HookCaller {
+class Workbench : public DrivenHooks {
  public:
   // Opens the database and logs in. The driver outlives the workbench. Errors: HostError.
   Workbench(const Login& login, Driver& driver);
@@ -24,9 +24,11 @@ class Workbench : public HookCaller {
   [[nodiscard]] Program& LoadedProgram() { return hosted_.LoadedProgram(); }
   [[nodiscard]] HeadlessToolkit& Windows() { return toolkit_; }
   [[nodiscard]] StartApplication& Entry() { return hosted_.Entry(); }
-  [[nodiscard]] const std::string& LastError() const { return hosted_.LastError(); }
+  [[nodiscard]] std::string TraceFileName() const { return hosted_.TraceFileName(); }
 
-  // HookCaller
+  void SetCopyWatch(embedded::CopyWatch watch) { hosted_.SetCopyWatch(std::move(watch)); }
+
+  // DrivenHooks
   [[nodiscard]] std::vector<std::string> HookNames() const override;
   [[nodiscard]] int Call(const HookCall& call) override;
   [[nodiscard]] Value GlobalValue(const std::string& name) const override;
@@ -38,7 +40,7 @@ class Workbench : public HookCaller {
  private:
   [[nodiscard]] PcRecordListPtr ToRecordList(const std::optional<PlainRecords>& records);
 
-  PosixPlatform system_;
+  NativePlatform system_;
   HeadlessToolkit toolkit_;
   ReportingLauncher launcher_;
   HostedProgram hosted_;

@@ -1,12 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <set>
+#include <utility>
 
 #include "cli/cli_world.h"
-#include "embedded/database.h"
+#include "embedded/store/database.h"
 
 namespace tessel::test {
 namespace {
@@ -109,13 +111,53 @@ TEST_F(CliWorld, AFailedCopySaysWhy) {
 }
 
 // The files are final then, but nobody will find out by the database to whom they went.
+// Asks the program to end as soon as it draws how far the copy is.
+class EndingTerminal : public std::stringbuf {
+ public:
+  explicit EndingTerminal(int signal) : signal_(signal) {}
+
+ protected:
+  int sync() override {
+    if (signal_ != 0) std::raise(std::exchange(signal_, 0));
+    return 0;
+  }
+
+ private:
+  int signal_;
+};
+
+TEST_F(CliWorld, ASignalEndsAnExportAsACancelDoes) {
+  EndingTerminal terminal(SIGTERM);
+  std::ostream errors(&terminal);
+  std::istringstream in;
+  std::ostringstream output;
+  EXPECT_EQ(cli::Run({"export", Database(), "--user", "anna", "--select", "1201:4712,1201:4713", "--no-send"},
+                     {in, output, errors, true}),
+            143);
+  const std::string told = terminal.str();
+  EXPECT_EQ(told.substr(told.find("\n") + 1), "the export was ended by TERM; nothing was exported\n");
+  EXPECT_EQ(output.str(), "");
+  EXPECT_EQ(Exchanges(), 0U);
+  EXPECT_EQ(RunAs("anna", "export", {"--select", "1201:4712", "--no-send"}), 0) << "nothing is left of it";
+}
+
 TEST_F(CliWorld, ALostRecordIsNoSuccess) {
   embedded::Database(Database())
       .ExecuteOnce(
           "create trigger FULL before insert on GENERAL_LINK begin select raise(abort, 'disk is full'); end");
-  EXPECT_EQ(RunAs("anna", "export", {"--select", "1202:4721", "--no-send"}), 1);
-  EXPECT_NE(err.find("already final: "), std::string::npos) << err;
+  EXPECT_EQ(RunAs("anna", "export", {"--select", "1202:4721", "--no-send"}), 3);
+  EXPECT_EQ(FilesIn(LastLine()).count("Kestrix_Data.xml"), 1U);
   EXPECT_NE(err.find("not recorded completely in the database: "), std::string::npos) << err;
+}
+
+// The icon is the first thing that goes wrong, and of no importance.
+TEST_F(CliWorld, TheReasonIsNotTheNewestProblem) {
+  EXPECT_EQ(RunAs("anna", "export",
+                  {"--select", "1201:4711", "--mode", "mail", "--recipient", "901_301:902_401",
+                   "--folder-structure", "nothing_here"}),
+            1);
+  EXPECT_EQ(err.find("problem: "), std::string::npos) << err;
+  EXPECT_NE(err.find("unknown folder structure \"nothing_here\""), std::string::npos) << err;
 }
 
 TEST_F(CliWorld, MailToTwoRecipients) {
@@ -173,7 +215,7 @@ TEST_F(CliWorld, LockAndUnlock) {
   EXPECT_EQ(RunAs("ben", "unlock", {"1202:4721"}), 0) << err;
   // Obsolete documents are passed over without a message; the status tells.
   EXPECT_EQ(RunAs("ben", "lock", {"1202:4731"}), 1);
-  EXPECT_NE(err.find("1202:4731 was not locked"), std::string::npos) << err;
+  EXPECT_NE(err.find("1202:4731 was not locked: it is in state "), std::string::npos) << err;
 }
 
 TEST_F(CliWorld, ContinueAndLatest) {

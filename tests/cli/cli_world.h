@@ -3,12 +3,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "support/native_adapters.h"
 #include "support/temporary_folder.h"
+#include "support/valid_files.h"
 #include "tessel/cli.h"
 
 namespace tessel::test {
@@ -16,10 +17,11 @@ namespace tessel::test {
 class CliWorld : public testing::Test {
  protected:
   CliWorld() {
-    setenv("TESSEL_DRIVES", folder.Path("drives").c_str(), 1);
+    SetVariable("TESSEL_DRIVES", folder.Path("drives"));
     Run({"host", "create", Database(), std::string(TESSEL_EXAMPLES) + "/company.json"});
     EXPECT_EQ(err, "");
   }
+  ~CliWorld() override { ExpectValidExchangeFiles(folder); }
 
   [[nodiscard]] std::string Database() const { return folder.Path("company.db"); }
 
