@@ -1,0 +1,43 @@
+// The data file of an exchange directory (docs/data-file.md), as the sender reads it. Nothing in it is
+// trusted.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/object_key.h"
+
+namespace tessel::sender {
+
+enum class SendMode { kMail = 1, kMailStructure = 2, kOdette = 3, kCommand = 4, kNoSend = 5 };
+
+struct DataFile {
+  std::string stamp;  // text of the root: time, "_" and the login name
+  std::string protocol;
+  SendMode mode = SendMode::kNoSend;
+  ObjectKey company;
+  ObjectKey contact;
+  std::string mailSender;
+  std::string mailContent;
+  std::string mailRecipient;
+  std::string mailServer;
+  std::string mailSubject;
+  ObjectKey exchange;
+  std::string statusAttribute;
+  std::string typeAttribute;
+  std::string protocolAttribute;
+  std::string urlAttribute;
+  std::string phaseAttribute;
+  std::string structureFileName;
+  std::string subdirectory;  // may be empty
+  std::string databaseAlias;
+  std::string zipFileName;
+  std::vector<std::string> customTexts;
+};
+
+// Parses the bytes. Error 5 saying what is wrong: no XML, another root, an element that is missing or twice,
+// a number that is none, a name that would leave the directory.
+[[nodiscard]] DataFile ParseDataFile(std::string_view bytes);
+
+}  // namespace tessel::sender

@@ -1,0 +1,186 @@
+// The sender dies, at every step of its own and at any moment: nothing is lost, and nothing is sent twice
+// without a person having said so. Several senders share a queue.
+#include <poll.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <random>
+#include <sstream>
+
+#include "platform/posix/posix_file_system.h"
+#include "sender/command_line.h"
+#include "sender/sender_world.h"
+
+namespace tessel::test {
+namespace {
+
+constexpr int kDied = 9;
+
+// Ends the process before or after its n-th change.
+class DyingFiles : public posix::PosixFileSystem {
+ public:
+  DyingFiles(const std::string& drives, int changes) : PosixFileSystem(drives), left_(changes) {}
+  void CreateFolder(const std::string& path) override {
+    Around([&] { PosixFileSystem::CreateFolder(path); });
+  }
+  void Move(const std::string& from, const std::string& to) override {
+    Around([&] { PosixFileSystem::Move(from, to); });
+  }
+  void WriteBytes(const std::string& path, std::string_view bytes) override {
+    Around([&] { PosixFileSystem::WriteBytes(path, bytes); });
+  }
+  void AppendBytes(const std::string& path, std::string_view bytes) override {
+    Around([&] { PosixFileSystem::AppendBytes(path, bytes); });
+  }
+
+ private:
+  template <class Change>
+  void Around(Change change) {
+    Count();
+    change();
+    Count();
+  }
+  void Count() {
+    if (--left_ == 0) ::_exit(kDied);
+  }
+  std::atomic<int> left_;
+};
+
+class CrashTest : public SenderWorld {
+ protected:
+  // Everything as it is now, and back to it.
+  void Keep() { Copy(folder.Path(), folder.Path("../" + Kept())); }
+  void Restore() {
+    std::filesystem::remove_all(folder.Path("drives"));
+    Copy(folder.Path("../" + Kept()), folder.Path());
+    for (const char* end : {"-wal", "-shm"})
+      std::filesystem::remove(Database() + end);
+  }
+  ~CrashTest() override { std::filesystem::remove_all(folder.Path("../" + Kept())); }
+
+  // Runs the sender in a process of its own until its n-th change. False when it came to its end before.
+  bool DiesAt(int changes) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+      DyingFiles files(folder.Path("drives"), changes);
+      Platform& whole = machine.Services();
+      const Platform dying{files,          whole.encodings, whole.clock,   whole.pauser,      whole.processes,
+                           whole.profiles, whole.system,    whole.program, whole.ansiCodePage};
+      ::_exit(Sender({"--once"}, &dying) == 0 ? 0 : 1);
+    }
+    return WEXITSTATUS(Collect(child)) == kDied;
+  }
+  static int Collect(pid_t child) {
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return status;
+  }
+  pid_t Start() const {
+    std::vector<std::string> texts{TESSEL_SENDER, "--once", "--settings", folder.Path("sender.ini")};
+    std::vector<char*> arguments;
+    for (std::string& text : texts)
+      arguments.push_back(text.data());
+    arguments.push_back(nullptr);
+    pid_t child = 0;
+    EXPECT_EQ(::posix_spawn(&child, TESSEL_SENDER, nullptr, nullptr, arguments.data(), environ), 0);
+    return child;
+  }
+
+  // Sent with one mail, or stopped for a person to decide.
+  void ExpectWhole(const std::vector<std::string>& bases, std::size_t mails) {
+    std::size_t sent = 0;
+    std::size_t asked = 0;
+    for (std::size_t i = 0; i < bases.size(); ++i) {
+      const int number = static_cast<int>(i) + 2;
+      const std::string phase = Record("VRKX_DX_PROCESS_PHASE", number);
+      const std::string status = Record("VRKX_DX_STATUS_INFO", number);
+      const bool isSent = EndOf(bases[i]) == "Sent" && phase == "4";
+      const bool isAsked =
+          EndOf(bases[i]) == "Break" && phase == "3" && status.find("not known") != std::string::npos;
+      EXPECT_TRUE(isSent || isAsked) << EndOf(bases[i]) << " " << phase << " " << status << "\n" << err;
+      sent += isSent;
+      asked += isAsked;
+    }
+    EXPECT_GE(mails, sent) << "lost";
+    EXPECT_LE(mails, sent + asked) << "doubled";
+  }
+
+ private:
+  [[nodiscard]] std::string Kept() const {
+    return std::filesystem::path(folder.Path()).filename().string() + "-kept";
+  }
+  static void Copy(const std::string& from, const std::string& to) {
+    std::filesystem::create_directories(to);
+    for (const char* name : {"company.db", "drives"}) {
+      std::filesystem::copy(
+          from + "/" + name, to + "/" + name,
+          std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);
+    }
+  }
+};
+
+TEST_F(CrashTest, AtEveryChangeLosesNothingAndDoublesNothing) {
+  const std::vector<std::string> bases{ExportOne("mail")};
+  static_cast<void>(OutputOf("sqlite3 " + Database() + " 'pragma wal_checkpoint(truncate)'"));
+  Keep();
+  int changes = 1;
+  int asked = 0;
+  for (;; ++changes) {
+    SCOPED_TRACE(changes);
+    const std::size_t before = Mails();
+    if (!DiesAt(changes)) break;
+    static_cast<void>(Once());
+    ExpectWhole(bases, Mails() - before);
+    if (EndOf(bases[0]) == "Break") {
+      ++asked;
+      EXPECT_EQ(Tessel({"continue", Database(), "--user", "anna", RecordKey()}), 0) << err;
+      EXPECT_EQ(Once(), 0) << err;
+      EXPECT_EQ(EndOf(bases[0]), "Sent");
+    }
+    Restore();
+  }
+  EXPECT_GT(changes, 15);
+  EXPECT_GT(asked, 0) << "between mark and acceptance a person is asked";
+  EXPECT_LT(asked, changes / 2) << "and only there";
+}
+
+TEST_F(CrashTest, AtAnyMomentLosesNothingAndDoublesNothing) {
+  const char* wanted = std::getenv("TESSEL_SENDER_KILLS");
+  const int kills = wanted == nullptr ? 12 : std::atoi(wanted);
+  const auto bases = Export("mail-structure", {"901_301:902_401", "901_302:902_404"});
+  static_cast<void>(OutputOf("sqlite3 " + Database() + " 'pragma wal_checkpoint(truncate)'"));
+  Keep();
+  std::mt19937 random(4711);
+  for (int kill = 0; kill < kills; ++kill) {
+    SCOPED_TRACE(kill);
+    const std::size_t before = Mails();
+    const pid_t child = Start();
+    ::poll(nullptr, 0, static_cast<int>(random() % 160));
+    ::kill(child, SIGKILL);
+    static_cast<void>(Collect(child));
+    static_cast<void>(Once());
+    ExpectWhole(bases, Mails() - before);
+    Restore();
+  }
+}
+
+TEST_F(CrashTest, SeveralSendersShareAQueue) {
+  const auto bases = Export("mail", {"901_301:902_401", "901_302:902_404", "901_302:902_405"});
+  std::vector<pid_t> senders;
+  for (int i = 0; i < 4; ++i)
+    senders.push_back(Start());
+  for (const pid_t sender : senders)
+    EXPECT_EQ(WEXITSTATUS(Collect(sender)), 0);
+  EXPECT_EQ(Mails(), 3U);
+  EXPECT_EQ(Once(), 0) << err;
+  EXPECT_EQ(Mails(), 3U);
+  for (const std::string& base : bases)
+    EXPECT_EQ(EndOf(base), "Sent");
+}
+
+}  // namespace
+}  // namespace tessel::test
