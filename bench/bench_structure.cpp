@@ -19,9 +19,9 @@
 #include <string>
 #include <vector>
 
-#include "structure/dx_xml.h"
 #include "structure/structure_world.h"
-#include "structure/xml.h"
+#include "structure/xml/dx_xml.h"
+#include "structure/xml/xml.h"
 
 namespace tessel {
 namespace {
@@ -278,7 +278,7 @@ int main(int argc, char** argv) {
     const tessel::Result result = tessel::Measure(size, folder.string());
     std::printf("%10d %10.2f %10.2f %8.2f %10.2f %10.2f %14.0f\n", size, result.bare, result.work,
                 result.work / result.bare, result.build, result.host, result.bytesPerNode);
-    good = good && result.work <= 2 * result.bare && result.bytesPerNode < 4096;
+    good = good && result.work <= 1.5 * result.bare && result.bytesPerNode < 4096;
     results.push_back(result);
   }
   const double growth = results.back().work / results.front().work;

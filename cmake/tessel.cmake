@@ -11,6 +11,13 @@ target_compile_options(tessel_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow 
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   target_compile_options(tessel_flags INTERFACE -Wno-restrict -Wno-maybe-uninitialized)
 endif()
+# Windows headers: wide characters, Windows 7 and later, and no macros named min, max or like a method.
+set(TESSEL_WINDOWS_DEFINITIONS UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601)
+if(TESSEL_WITH_FUZZ)
+  target_compile_options(tessel_flags INTERFACE -fsanitize=fuzzer-no-link,address,undefined
+                         -fno-sanitize-recover=all -fno-omit-frame-pointer -O1 -g1)
+  target_link_options(tessel_flags INTERFACE -fsanitize=address,undefined)
+endif()
 if(TESSEL_SANITIZE)
   target_compile_options(tessel_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                          -fno-omit-frame-pointer -O1)
@@ -31,5 +38,10 @@ function(tessel_test name)
   add_executable(${name} ${ARG_SOURCES})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE tessel_flags ${ARG_DEPENDS} GTest::gtest GTest::gtest_main)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60)
+  # Cross-built, the programs can be run by CTest alone.
+  set(discovery POST_BUILD)
+  if(CMAKE_CROSSCOMPILING)
+    set(discovery PRE_TEST)
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 DISCOVERY_MODE ${discovery})
 endfunction()

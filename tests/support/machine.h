@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/file_system.h"
-#include "platform/posix/posix_platform.h"
+#include "platform/native/native_platform.h"
 #include "platform/text_encoding.h"
 #include "support/temporary_folder.h"
 
@@ -44,17 +44,17 @@ class Machine {
   FixedClock clock;
   RecordingPauser pauser;
   RecordingLauncher launcher;
-  PosixPlatform posix{{.drivesDirectory = folder.MakeFolder("drives"),
-                       .program = ProgramLocation{folder.MakeFolder("program"), "prjTessel"}}};
-  Platform platform{posix.Services().files,
-                    posix.Services().encodings,
+  NativePlatform native{{.drivesDirectory = folder.MakeFolder("drives"),
+                         .program = ProgramLocation{folder.MakeFolder("program"), "prjTessel"}}};
+  Platform platform{native.Services().files,
+                    native.Services().encodings,
                     clock,
                     pauser,
                     launcher,
-                    posix.Services().profiles,
-                    posix.Services().system,
-                    posix.Services().program,
-                    posix.Services().ansiCodePage};
+                    native.Services().profiles,
+                    native.Services().system,
+                    native.Services().program,
+                    native.Services().ansiCodePage};
   std::shared_ptr<const TextEncoding> ansi = platform.encodings.Open(platform.ansiCodePage);
 };
 

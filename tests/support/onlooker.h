@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "embedded/host_dialogs.h"
+#include "embedded/dialogs/host_dialogs.h"
 #include "toolkit/toolkit.h"
 
 namespace tessel::test {
@@ -13,6 +13,7 @@ namespace tessel::test {
 class Onlooker : public Toolkit, public embedded::HostDialogs {
  public:
   void ShowModal(const std::shared_ptr<Window>&) override {}
+  bool CanShowMore() const override { return true; }
   void Hide(Window&) override {}
   bool Unload(Window&, CloseReason) override { return true; }
   void BringToTop(Window&) override { ++broughtToTop; }
@@ -24,6 +25,7 @@ class Onlooker : public Toolkit, public embedded::HostDialogs {
   }
   void PumpEvents() override {}
   void Redraw(Window&) override {}
+  void Pause(std::chrono::milliseconds) override {}
 
   int ConfirmLifeCycle(const embedded::LifeCycleRequest& request) override {
     lifeCycle = request;

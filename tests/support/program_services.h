@@ -19,7 +19,7 @@ class ProgramServices {
       : trace{std::move(writer)},
         declarations(trace.trace, toolkit, machine.platform.program.directory,
                      [this] { return std::make_shared<AdminConfigurationReader>(trace.trace); }),
-        errors(machine.platform.files, *machine.ansi, declarations),
+        errors(machine.platform.files, *machine.ansi, declarations, trace.trace.problems),
         services{trace.trace, errors, toolkit, declarations, machine.platform, host} {}
 
   [[nodiscard]] bool Traced(std::string_view text) const { return trace.writer->Has(text); }

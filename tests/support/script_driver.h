@@ -70,12 +70,18 @@ class ScriptDriver : public Driver {
   // What was seen since the last call.
   [[nodiscard]] std::string TakeTranscript();
 
+  // The pauses that the pages made, in milliseconds.
+  std::vector<int> pauses;
+
   void Act(HeadlessToolkit& toolkit) override;
   [[nodiscard]] MessageAnswer Answer(const MessageRequest& request) override;
   [[nodiscard]] int ChooseMenuItem(const Window& window, const PopupMenu& menu) override;
   void WindowShown(const Window& window) override;
   void WindowHidden(const Window& window) override;
   void EventsPumped(HeadlessToolkit& toolkit) override;
+  void Paused(std::chrono::milliseconds atMost) override {
+    pauses.push_back(static_cast<int>(atMost.count()));
+  }
   void ProcessStarted(const std::string& program, const std::vector<std::string>& arguments,
                       std::int32_t processId) override;
   int ConfirmLifeCycle(const embedded::LifeCycleRequest& request) override;

@@ -18,8 +18,8 @@ class TemporaryFolder {
   TemporaryFolder() {
     std::random_device random;
     do {
-      folder_ = std::filesystem::temp_directory_path() / ("tessel-test-" + std::to_string(random()));
-    } while (!std::filesystem::create_directory(folder_));
+      folder_ = Root() / ("tessel-test-" + std::to_string(random()));
+    } while (!std::filesystem::create_directories(folder_));
   }
   ~TemporaryFolder() {
     std::error_code ignored;
@@ -28,9 +28,11 @@ class TemporaryFolder {
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-  [[nodiscard]] std::string Path() const { return folder_.string(); }
+  [[nodiscard]] std::string Path() const { return folder_.generic_string(); }
   // The path of something in the folder, which need not exist.
-  [[nodiscard]] std::string Path(std::string_view relative) const { return (folder_ / relative).string(); }
+  [[nodiscard]] std::string Path(std::string_view relative) const {
+    return (folder_ / relative).generic_string();
+  }
 
   // Makes a folder and its parents.
   std::string MakeFolder(std::string_view relative) const {
@@ -67,6 +69,15 @@ class TemporaryFolder {
   }
 
  private:
+  // On Windows a path without a drive, as drive paths lead below the tests' own drives.
+  static std::filesystem::path Root() {
+#ifdef _WIN32
+    return "/tmp";
+#else
+    return std::filesystem::temp_directory_path();
+#endif
+  }
+
   std::filesystem::path folder_;
 };
 

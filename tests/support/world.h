@@ -12,6 +12,7 @@
 #include "support/company.h"
 #include "support/recording_trace.h"
 #include "support/script_driver.h"
+#include "support/valid_files.h"
 
 namespace tessel::test {
 
@@ -23,6 +24,8 @@ class World : public Scripted, public Company {
  public:
   // Settings "Initialization"; without folder structures the database lacks their class mechanism.
   explicit World(const SettingLines& settings = {}, bool folderStructures = true);
+  // Whatever a test exported is valid by the schemas.
+  ~World() { ExpectValidExchangeFiles(folder); }
 
   // Selects released objects through the hook.
   void Select(const std::vector<ObjectKey>& keys);
