@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "embedded/sql/refusal.h"
 #include "embedded/store/new_database.h"
-#include "embedded/store/refusal.h"
 #include "support/export_world.h"
 #include "support/failing_files.h"
 

@@ -2,8 +2,8 @@
 // and what is told is what stands.
 #include <gtest/gtest.h>
 
+#include "embedded/sql/refusal.h"
 #include "embedded/store/new_database.h"
-#include "embedded/store/refusal.h"
 #include "locking/locking_world.h"
 #include "locking/object_locking.h"
 

@@ -53,8 +53,12 @@ class Query final : public PcQuery {
     const Value bound = value.IsNull()          ? Value(false)
                         : sqlOperator == "LIKE" ? Value(value.AsText())
                                                 : ConvertedTo(definition.type, value);
-    conditions_ += (conditions_.empty() ? " WHERE " : " AND ") + operand + " " + sqlOperator + " :v" +
-                   std::to_string(values_.size());
+    const SqlDialect& dialect = session_->Sql().Dialect();
+    const std::string placeholder = ":v" + std::to_string(values_.size());
+    conditions_ += (conditions_.empty() ? " WHERE " : " AND ");
+    conditions_ += sqlOperator == "LIKE"
+                       ? dialect.likeBefore + operand + dialect.likeBetween + placeholder + dialect.likeAfter
+                       : operand + " " + sqlOperator + " " + placeholder;
     values_.push_back(bound);
   }
 

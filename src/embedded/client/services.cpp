@@ -187,10 +187,10 @@ class Message final : public PcMessage {
     const auto& account = session_->UserAccount();
     WriteTransaction transaction(sql);
     sql.Execute(
-        "INSERT INTO MESSAGE_STORE (ID, RECIPIENT, SENDER, SUBJECT, BODY, SEND_OPTION, SUBMITTED_BY, "
-        "SUBMITTED_AT) "
-        "VALUES (:id, :recipient, :sender, :subject, :body, :option, :user, CAST(CURRENT_TIMESTAMP AS "
-        "VARCHAR(40)))",
+        std::string(
+            "INSERT INTO MESSAGE_STORE (ID, RECIPIENT, SENDER, SUBJECT, BODY, SEND_OPTION, SUBMITTED_BY, "
+            "SUBMITTED_AT) VALUES (:id, :recipient, :sender, :subject, :body, :option, :user, ") +
+            sql.Dialect().timestamp + ")",
         {Value(DrawNumber(sql, kMessageNumber)), Value(recipient_), Value(sender_), Value(subject_),
          Value(text_), Value(sendOption), account ? Value(account->loginName) : Value()});
     transaction.Commit();

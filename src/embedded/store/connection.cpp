@@ -1,7 +1,5 @@
 #include "embedded/store/connection.h"
 
-#include "embedded/store/sqlite_handle.h"
-
 namespace tessel::embedded {
 namespace {
 
@@ -13,63 +11,49 @@ std::string SavePoint(std::size_t depth) {
 
 }  // namespace
 
-std::string DatabaseErrorText(int code) {
-  const std::string text = sqlite_api::sqlite3_errstr(code & 0xff);
-  return code <= 0 || text == "unknown error" ? std::string() : text;
-}
-
-Connection::Connection(const std::string& path, StatementWatch statementWatch)
-    : session(soci::sqlite3, "dbname=\"" + path + "\""), watch(std::move(statementWatch)) {}
-
-int Connection::ErrorCode() const {
-  const int code = sqlite_api::sqlite3_extended_errcode(Handle(session));
-  return code > 0 && code < SQLITE_ROW ? code : (code > SQLITE_DONE ? code : SQLITE_ERROR);
-}
-
-bool Connection::AutoCommits() const {
-  return sqlite_api::sqlite3_get_autocommit(Handle(session)) != 0;
-}
+Connection::Connection(std::unique_ptr<SqlConnection> connection, StatementWatch statementWatch)
+    : sql(std::move(connection)), watch(std::move(statementWatch)) {}
 
 std::uint64_t Connection::StateNumber() const {
-  return moments + static_cast<std::uint64_t>(sqlite_api::sqlite3_total_changes64(Handle(session)));
+  return moments + sql->Changes();
 }
 
-void Connection::Steer(const std::string& sql) {
-  if (watch) watch(sql);
-  WithStatement(sql, [](PreparedStatement& statement) { statement.Run({}); });
+void Connection::Steer(const std::string& text) {
+  if (watch) watch(text);
+  Guarded([&] { sql->Steer(text); });
 }
 
-void Connection::Prepare(const std::string& sql, bool changes) {
+void Connection::Prepare(const std::string& text, bool changes) {
   if (changes) ++moments;
   if (!writes.empty()) {
     CheckTransaction();
   } else if (changes) {
     EndMoment();
-  } else if (snapshots > 0 && !(momentOpen && !AutoCommits())) {
-    Steer("BEGIN");
+  } else if (snapshots > 0 && !(momentOpen && sql->InTransaction())) {
+    Steer(sql->Dialect().beginReading);
     momentOpen = true;
     ++moments;
   }
-  if (watch) watch(sql);
+  if (watch) watch(text);
 }
 
-PreparedStatement& Connection::Prepared(const std::string& sql) {
-  if (const auto known = statements.find(sql); known != statements.end()) return *known->second;
+SqlStatement& Connection::Prepared(const std::string& text) {
+  if (const auto known = statements.find(text); known != statements.end()) return *known->second;
   if (statements.size() >= kMostPreparedStatements) statements.clear();
-  return *statements.emplace(sql, std::make_unique<PreparedStatement>(session, sql)).first->second;
+  return *statements.emplace(text, sql->Prepare(text)).first->second;
 }
 
 // The database does so after a full disk. A statement would then stand alone, and for good.
 void Connection::CheckTransaction() const {
-  if (AutoCommits())
-    throw DatabaseError("The database has undone the transaction: " + lastRefusal, SQLITE_ABORT);
+  if (!sql->InTransaction())
+    throw DatabaseError("The database has undone the transaction: " + lastRefusal, kCodeUndone);
 }
 
 void Connection::BeginWrite() {
   EndMoment();
   writes.reserve(writes.size() + 1);
   ++moments;
-  Steer(writes.empty() ? "BEGIN IMMEDIATE" : "SAVEPOINT " + SavePoint(writes.size()));
+  Steer(writes.empty() ? sql->Dialect().beginWriting : "SAVEPOINT " + SavePoint(writes.size()));
   writes.push_back({++lastNumber, undoSteps.size()});
 }
 
@@ -85,10 +69,10 @@ void Connection::UndoWrite() noexcept {
   const std::size_t depth = writes.size() - 1;
   try {
     if (depth == 0) {
-      Guarded([&] { session << "ROLLBACK"; });
+      sql->Steer("ROLLBACK");
     } else {
-      Guarded([&] { session << "ROLLBACK TO " + SavePoint(depth); });
-      Guarded([&] { session << "RELEASE " + SavePoint(depth); });
+      sql->Steer("ROLLBACK TO " + SavePoint(depth));
+      sql->Steer("RELEASE " + SavePoint(depth));
     }
   } catch (const std::exception&) {
     // The database has undone the transaction itself, as it does after a full disk.
@@ -102,7 +86,7 @@ void Connection::EndMoment() noexcept {
   if (!momentOpen) return;
   momentOpen = false;
   try {
-    Guarded([&] { session << "COMMIT"; });
+    sql->Steer("COMMIT");
   } catch (const std::exception&) {
     // After a read error the transaction is gone.
   }

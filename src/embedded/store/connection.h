@@ -1,4 +1,4 @@
-// The connection behind a Database: its library session, prepared statements and open transactions.
+// The connection behind a Database: its prepared statements and open transactions.
 #pragma once
 
 #include <functional>
@@ -7,49 +7,42 @@
 #include <unordered_map>
 #include <vector>
 
-#include "embedded/store/prepared_statement.h"
-#include "embedded/store/refusal.h"
+#include "embedded/sql/sql_connection.h"
 
 namespace tessel::embedded {
 
 struct Connection {
-  Connection(const std::string& path, StatementWatch statementWatch);
-
-  // The code of the last error with its extension, which tells a unique key from a missing parent.
-  [[nodiscard]] int ErrorCode() const;
-  // Whether no transaction is open, be it since the database has undone it by itself.
-  [[nodiscard]] bool AutoCommits() const;
+  Connection(std::unique_ptr<SqlConnection> connection, StatementWatch statementWatch);
 
   template <class Action>
   auto Guarded(Action action) {
     try {
       return action();
-    } catch (const soci::soci_error& error) {
+    } catch (const DatabaseError& error) {
       lastRefusal = error.what();
-      throw DatabaseError(lastRefusal, ErrorCode());
+      throw;
     }
   }
 
   // Takes part in the open transaction, or begins the moment of an open snapshot, or ends it.
-  void Prepare(const std::string& sql, bool writes);
+  void Prepare(const std::string& text, bool writes);
   // Runs a prepared statement. A statement that failed is forgotten: left as it is, it would still count as
   // running, and keep later writes from being committed.
   template <class Action>
-  auto WithStatement(const std::string& sql, Action action) {
+  auto WithStatement(const std::string& text, Action action) {
     try {
-      return action(Prepared(sql));
-    } catch (const soci::soci_error& error) {
+      return action(Prepared(text));
+    } catch (const DatabaseError& error) {
       lastRefusal = error.what();
-      const int code = ErrorCode();
-      statements.erase(sql);
-      throw DatabaseError(lastRefusal, code);
+      statements.erase(text);
+      throw;
     }
   }
-  PreparedStatement& Prepared(const std::string& sql);
+  SqlStatement& Prepared(const std::string& text);
   // Another one whenever a read could come back otherwise than before.
   [[nodiscard]] std::uint64_t StateNumber() const;
   // A statement that steers transactions.
-  void Steer(const std::string& sql);
+  void Steer(const std::string& text);
 
   // Error: DatabaseError when the database has undone the open transaction by itself.
   void CheckTransaction() const;
@@ -58,9 +51,9 @@ struct Connection {
   void UndoWrite() noexcept;
   void EndMoment() noexcept;
 
-  mutable soci::session session;
+  std::unique_ptr<SqlConnection> sql;
   StatementWatch watch;
-  std::unordered_map<std::string, std::unique_ptr<PreparedStatement>> statements;
+  std::unordered_map<std::string, SqlStatementPtr> statements;
   std::string lastRefusal;
 
   struct OpenWrite {

@@ -9,21 +9,13 @@
 #include <string_view>
 #include <vector>
 
-#include "embedded/store/query_result.h"
-#include "embedded/store/refusal.h"
+#include "embedded/sql/sql_connection.h"
+#include "embedded/sql/sqlite/sqlite_connection.h"
 #include "host/value.h"
 
 namespace tessel::embedded {
 
 struct Connection;
-
-inline constexpr const char* kInMemory = ":memory:";
-
-inline constexpr int kCodeReadOnly = 8;
-inline constexpr int kCodeNotAllowed = 23;
-
-// Whether a table or view of that name, in any letter case, may be read.
-using TableCheck = std::function<bool(std::string_view table)>;
 
 struct DatabaseOptions {
   // How long a statement, and the beginning of a write transaction, waits for another connection's to end.
@@ -48,13 +40,15 @@ class Database {
   // Query, in a WriteTransaction.
   long long Execute(const std::string& sql, const std::vector<Value>& values = {});
 
-  // As Query and Execute without values, for texts that do not come again.
-  [[nodiscard]] QueryResult QueryOnce(const std::string& sql);
+  // As Execute without values, for texts that do not come again.
   void ExecuteOnce(const std::string& sql);
 
-  // As QueryOnce, for a text of unknown origin. The database itself says which tables it reads: error
+  // A text of unknown origin. The database itself says which tables it reads: error
   // kCodeNotAllowed when `readable` refuses one of them, or when the text does anything but read.
   [[nodiscard]] QueryResult QueryTables(const std::string& sql, const TableCheck& readable);
+
+  [[nodiscard]] bool HasTable(const std::string& upperCaseName);
+  [[nodiscard]] const SqlDialect& Dialect() const;
 
   // Brings all that was committed into the database file itself, so that this file alone can be moved. The
   // end of a connection does so too, but says nothing when the disk is full. Error: DatabaseError.

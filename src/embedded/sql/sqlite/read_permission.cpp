@@ -1,6 +1,4 @@
-#include "embedded/store/read_permission.h"
-
-#include "embedded/store/sqlite_handle.h"
+#include "embedded/sql/sqlite/read_permission.h"
 
 namespace tessel::embedded {
 namespace {
@@ -13,7 +11,7 @@ int Answer(void* check, int action, const char* table, const char*, const char*,
     case SQLITE_RECURSIVE:
       return SQLITE_OK;
     case SQLITE_READ:
-      return table && (*static_cast<const ReadPermission::Check*>(check))(table) ? SQLITE_OK : SQLITE_DENY;
+      return table && (*static_cast<const TableCheck*>(check))(table) ? SQLITE_OK : SQLITE_DENY;
     default:
       return SQLITE_DENY;
   }
@@ -21,13 +19,13 @@ int Answer(void* check, int action, const char* table, const char*, const char*,
 
 }  // namespace
 
-ReadPermission::ReadPermission(soci::session& session, const Check& readable) : session_(session) {
+ReadPermission::ReadPermission(sqlite3* database, const TableCheck& readable) : database_(database) {
   // The library takes the check as it is and hands it back to Answer.
-  sqlite_api::sqlite3_set_authorizer(Handle(session_), Answer, const_cast<Check*>(&readable));
+  sqlite3_set_authorizer(database_, Answer, const_cast<TableCheck*>(&readable));
 }
 
 ReadPermission::~ReadPermission() {
-  sqlite_api::sqlite3_set_authorizer(Handle(session_), nullptr, nullptr);
+  sqlite3_set_authorizer(database_, nullptr, nullptr);
 }
 
 }  // namespace tessel::embedded

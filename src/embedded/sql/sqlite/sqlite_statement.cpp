@@ -1,4 +1,4 @@
-#include "embedded/store/prepared_statement.h"
+#include "embedded/sql/sqlite/sqlite_statement.h"
 
 #include <cstdint>
 #include <limits>
@@ -9,22 +9,15 @@
 namespace tessel::embedded {
 namespace {
 
-using sqlite_api::sqlite3_stmt;
-
-[[noreturn]] void ThrowLastError(sqlite_api::sqlite3* database) {
-  throw soci::soci_error(sqlite_api::sqlite3_errmsg(database));
-}
-
 // `text` holds the value's text as long as it is bound.
 int Bind(sqlite3_stmt* statement, int position, const Value& value, std::string& text) {
-  if (value.IsNull()) return sqlite_api::sqlite3_bind_null(statement, position);
+  if (value.IsNull()) return sqlite3_bind_null(statement, position);
   if (value.IsText()) {
     text = value.AsText();
-    return sqlite_api::sqlite3_bind_text64(statement, position, text.data(), text.size(), nullptr,
-                                           SQLITE_UTF8);
+    return sqlite3_bind_text64(statement, position, text.data(), text.size(), nullptr, SQLITE_UTF8);
   }
-  if (value.IsDouble()) return sqlite_api::sqlite3_bind_double(statement, position, value.AsDouble());
-  return sqlite_api::sqlite3_bind_int(statement, position, value.AsInt32());
+  if (value.IsDouble()) return sqlite3_bind_double(statement, position, value.AsDouble());
+  return sqlite3_bind_int(statement, position, value.AsInt32());
 }
 
 CellType TypeOf(int cellType) {
@@ -47,81 +40,87 @@ Value IntegerValue(long long value) {
 
 }  // namespace
 
+void ThrowLastError(sqlite3* database) {
+  const int code = sqlite3_extended_errcode(database);
+  const bool refusal = code > SQLITE_OK && code != SQLITE_ROW && code != SQLITE_DONE;
+  throw DatabaseError(sqlite3_errmsg(database), refusal ? code : kCodeError);
+}
+
 // One run of the statement, which leaves it ready for the next one, and no values behind.
-class PreparedStatement::Execution {
+class SqliteStatement::Execution {
  public:
-  Execution(PreparedStatement& statement, const std::vector<Value>& values)
+  Execution(SqliteStatement& statement, const std::vector<Value>& values)
       : database_(statement.database_), statement_(statement.statement_.get()) {
     std::vector<std::string>& texts = statement.texts_;
-    if (texts.size() != values.size()) throw soci::soci_error("The statement takes another number of values");
+    if (texts.size() != values.size())
+      throw DatabaseError("The statement takes another number of values", kCodeError);
     for (std::size_t i = 0; i < texts.size(); ++i) {
       if (Bind(statement_, static_cast<int>(i) + 1, values[i], texts[i]) != SQLITE_OK)
         ThrowLastError(database_);
     }
   }
   ~Execution() {
-    sqlite_api::sqlite3_reset(statement_);
-    sqlite_api::sqlite3_clear_bindings(statement_);
+    sqlite3_reset(statement_);
+    sqlite3_clear_bindings(statement_);
   }
   Execution(const Execution&) = delete;
   Execution& operator=(const Execution&) = delete;
 
   // Whether there is another row.
   bool Step() {
-    const int code = sqlite_api::sqlite3_step(statement_);
+    const int code = sqlite3_step(statement_);
     if (code != SQLITE_ROW && code != SQLITE_DONE) ThrowLastError(database_);
     return code == SQLITE_ROW;
   }
 
  private:
-  sqlite_api::sqlite3* database_;
+  sqlite3* database_;
   sqlite3_stmt* statement_;
 };
 
-PreparedStatement::PreparedStatement(soci::session& session, const std::string& sql)
-    : database_(Handle(session)) {
+SqliteStatement::SqliteStatement(sqlite3* database, const std::string& sql) : database_(database) {
   sqlite3_stmt* prepared = nullptr;
   const int code =
-      sqlite_api::sqlite3_prepare_v2(database_, sql.data(), static_cast<int>(sql.size()), &prepared, nullptr);
+      sqlite3_prepare_v2(database_, sql.data(), static_cast<int>(sql.size()), &prepared, nullptr);
   statement_.reset(prepared);
   if (code != SQLITE_OK) ThrowLastError(database_);
-  if (!prepared) throw soci::soci_error("The statement is empty");
-  texts_.resize(static_cast<std::size_t>(sqlite_api::sqlite3_bind_parameter_count(prepared)));
+  if (!prepared) throw DatabaseError("The statement is empty", kCodeError);
+  texts_.resize(static_cast<std::size_t>(sqlite3_bind_parameter_count(prepared)));
 }
 
-Value PreparedStatement::Cell(int column) const {
+Value SqliteStatement::Cell(int column) const {
   sqlite3_stmt* statement = statement_.get();
-  switch (sqlite_api::sqlite3_column_type(statement, column)) {
+  switch (sqlite3_column_type(statement, column)) {
     case SQLITE_NULL:
       return {};
     case SQLITE_INTEGER:
-      return IntegerValue(sqlite_api::sqlite3_column_int64(statement, column));
+      return IntegerValue(sqlite3_column_int64(statement, column));
     case SQLITE_FLOAT:
-      return Value(sqlite_api::sqlite3_column_double(statement, column));
+      return Value(sqlite3_column_double(statement, column));
     default: {
-      const auto* text = static_cast<const char*>(sqlite_api::sqlite3_column_blob(statement, column));
-      const auto size = static_cast<std::size_t>(sqlite_api::sqlite3_column_bytes(statement, column));
+      const auto* text = static_cast<const char*>(sqlite3_column_blob(statement, column));
+      const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement, column));
       return text ? Value(std::string_view(text, size)) : Value(std::string_view());
     }
   }
 }
 
 // A column that is computed has the type of its value in the first row.
-std::shared_ptr<const std::vector<ResultColumn>> PreparedStatement::Columns(bool hasRow) const {
+std::shared_ptr<const std::vector<ResultColumn>> SqliteStatement::Columns(bool hasRow) const {
   auto columns = std::make_shared<std::vector<ResultColumn>>();
   sqlite3_stmt* statement = statement_.get();
-  const int count = sqlite_api::sqlite3_column_count(statement);
+  const int count = sqlite3_column_count(statement);
   for (int i = 0; i < count; ++i) {
-    const char* name = sqlite_api::sqlite3_column_name(statement, i);
-    const char* declared = sqlite_api::sqlite3_column_decltype(statement, i);
-    const int cellType = hasRow ? sqlite_api::sqlite3_column_type(statement, i) : SQLITE_NULL;
+    const char* name = sqlite3_column_name(statement, i);
+    const char* declared = sqlite3_column_decltype(statement, i);
+    const int cellType = hasRow ? sqlite3_column_type(statement, i) : SQLITE_NULL;
     columns->push_back(
         {UpperCase(name ? name : ""), declared ? DeclaredType(UpperCase(declared)) : TypeOf(cellType)});
   }
   return columns;
 }
 
-QueryResult PreparedStatement::Rows(const std::vector<Value>& values) {
+QueryResult SqliteStatement::Rows(const std::vector<Value>& values) {
   QueryResult result;
   Execution execution(*this, values);
   bool hasRow = execution.Step();
@@ -137,11 +136,11 @@ QueryResult PreparedStatement::Rows(const std::vector<Value>& values) {
   return result;
 }
 
-long long PreparedStatement::Run(const std::vector<Value>& values) {
+long long SqliteStatement::Run(const std::vector<Value>& values) {
   Execution execution(*this, values);
   while (execution.Step()) {
   }
-  return sqlite_api::sqlite3_changes(database_);
+  return sqlite3_changes(database_);
 }
 
 }  // namespace tessel::embedded

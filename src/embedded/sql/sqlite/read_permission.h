@@ -2,25 +2,23 @@
 // else.
 #pragma once
 
-#include <soci/soci.h>
+#include <sqlite3.h>
 
-#include <functional>
-#include <string_view>
+#include "embedded/sql/sql_connection.h"
 
 namespace tessel::embedded {
 
 // All prepared statements of the connection are prepared anew afterwards.
 class ReadPermission {
  public:
-  using Check = std::function<bool(std::string_view table)>;
   // The check outlives the permission.
-  ReadPermission(soci::session& session, const Check& readable);
+  ReadPermission(sqlite3* database, const TableCheck& readable);
   ~ReadPermission();
   ReadPermission(const ReadPermission&) = delete;
   ReadPermission& operator=(const ReadPermission&) = delete;
 
  private:
-  soci::session& session_;
+  sqlite3* database_;
 };
 
 }  // namespace tessel::embedded
