@@ -1,8 +1,8 @@
 // The commands behind the command line. Each returns the exit status; errors go to the caller.
 #pragma once
 
-#include "tessel/cli.h"
 #include "tessel/command.h"
+#include "tessel/streams.h"
 
 namespace tessel::cli {
 

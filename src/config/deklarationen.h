@@ -7,29 +7,13 @@
 
 #include "config/configuration.h"
 #include "config/configuration_reader.h"
-#include "host/object.h"
+#include "config/startup_values.h"
 #include "host/session.h"
 #include "messages/error_handling.h"
 #include "messages/trace.h"
 #include "toolkit/toolkit.h"
 
 namespace tessel {
-
-// Values of the last start-up. Every Init replaces them.
-struct StartupValues {
-  PcSessionPtr session;  // the stored session
-  PcBehaviorPtr DefaultBehavior;
-  std::string IconDirectory;
-  std::string TracePath;
-  bool TraceOn = false;
-  std::string databaseAlias;
-  // Set by the export hook: the export was started with the operation "StructureMode".
-  bool FolderStructureMode = false;
-  ClassId TransmittalClassID = 0;
-  ClassId CompanyClassID = 0;
-  ClassId ContactPersonClassID = 0;
-  ClassId FolderStructureClassID = 0;
-};
 
 class Deklarationen : public CatalogueLocation {
  public:

@@ -1,7 +1,7 @@
 // The host classes that an exchange works with, fixed from the class mechanisms that they support.
 #pragma once
 
-#include "config/deklarationen.h"
+#include "config/startup_values.h"
 #include "host/metadata.h"
 #include "messages/trace.h"
 

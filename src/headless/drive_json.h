@@ -5,7 +5,7 @@
 
 #include "embedded/dialogs/host_dialogs.h"
 #include "headless/drive_lines.h"
-#include "headless/drive_protocol.h"
+#include "headless/driven_hooks.h"
 #include "toolkit/toolkit.h"
 #include "toolkit/window.h"
 

@@ -3,9 +3,7 @@
 
 #include <QWidget>
 #include <functional>
-#include <memory>
 
-#include "qt/units.h"
 #include "toolkit/control.h"
 
 namespace tessel::qt {
@@ -29,9 +27,5 @@ class ControlView {
   // The widget was given another size.
   virtual void Resized() {}
 };
-
-// Draws the control on the parent widget.
-[[nodiscard]] std::unique_ptr<ControlView> MakeControlView(Control& control, QWidget& parent,
-                                                           const Units& units, const EventRunner& run);
 
 }  // namespace tessel::qt

@@ -159,7 +159,7 @@ WindowView& QtToolkit::ViewOf(const std::shared_ptr<Window>& window) {
   return *view;
 }
 
-WindowView* QtToolkit::FindView(const Window& window) const {
+WindowView* QtToolkit::FindView(const ControlOwner& window) const {
   const auto found = views_.find(&window);
   return found == views_.end() ? nullptr : found->second.get();
 }

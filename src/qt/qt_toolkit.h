@@ -63,12 +63,12 @@ class QtToolkit : public ModalToolkit {
   class RunScope;
 
   [[nodiscard]] WindowView& ViewOf(const std::shared_ptr<Window>& window);
-  [[nodiscard]] WindowView* FindView(const Window& window) const;
+  [[nodiscard]] WindowView* FindView(const ControlOwner& window) const;
   void RunEvent(const Window& window, const std::function<void()>& event);
 
   Language language_;
   std::vector<EventRun*> runs_;  // outermost first
-  std::unordered_map<const Window*, std::unique_ptr<WindowView>> views_;
+  std::unordered_map<const ControlOwner*, std::unique_ptr<WindowView>> views_;
   std::vector<QPointer<QWidget>> retired_;
 };
 

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <utility>
 
+#include "qt/control_views.h"
 #include "qt/logo.h"
 #include "qt/text.h"
 #include "toolkit/access.h"

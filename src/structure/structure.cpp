@@ -1,6 +1,5 @@
 #include "structure/structure.h"
 
-#include "host/ascii.h"
 #include "messages/guard.h"
 #include "structure/structure_builder.h"
 #include "structure/xml/dx_xml.h"
@@ -162,19 +161,6 @@ bool BuildDependencyList(Services& services, const ExchangeState& exchange, Stru
     StructureBuilder builder(services, exchange, state);
     return BuildDependencies(services, builder, list);
   });
-}
-
-std::int16_t GetIsDraxaObj(const PcObject& object) {
-  const auto session = Required(object.Session(), "session of the object");
-  const PcMetaDataPtr metaData = Required(session->MetaData(), "metadata");
-  const PcClassPtr objectClass = Required(object.Class(), "class of the object");
-  const int count = metaData->ClassMechanismCount();
-  for (int index = 0; index < count; ++index) {
-    const std::string name = Required(metaData->ClassMechanismAt(index), "class mechanism")->Name();
-    if (UpperCase(name).find("_DRAXA_") == std::string::npos || !objectClass->HasMechanism(name)) continue;
-    if (name != "VRK_DRAXA_DESIGN_TABLE" && name != "VRK_DRAXA_DOCUMENT") return 1;
-  }
-  return 0;
 }
 
 }  // namespace tessel::CommonXFunctions

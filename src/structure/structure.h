@@ -5,21 +5,9 @@
 
 #include "config/services.h"
 #include "exchange/exchange.h"
-#include "structure/xml/xml_document.h"
+#include "structure/structure_state.h"
 
 namespace tessel {
-
-// Module state while one export runs.
-struct StructureState {
-  XmlDocumentPtr document;
-  XmlNode root;
-  XmlNode contentList;
-  XmlNode hierarchicalStructure;  // empty without "GenerateStructureFile"
-  XmlNode dependencyList;         // likewise
-  XmlNode currentRootNode;        // the "_STOBJECT_" that CreateStructure found last
-  ClassId defaultHierarchicalLinkClassId = 0;
-  std::string defaultHierarchicalLinkClassName;
-};
 
 namespace CommonXFunctions {
 
@@ -42,8 +30,6 @@ bool BuildHierarchicalStructure(Services& services, const ExchangeState& exchang
                                 XmlNode element, std::int16_t level);
 bool BuildDependencyList(Services& services, const ExchangeState& exchange, StructureState& state,
                          XmlNode list);
-// 1 when a class mechanism makes the object's class one of another Draxa kind, else 0.
-[[nodiscard]] std::int16_t GetIsDraxaObj(const PcObject& object);
 
 }  // namespace CommonXFunctions
 }  // namespace tessel

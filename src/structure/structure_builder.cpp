@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "structure/draxa_objects.h"
 #include "structure/xml/dx_xml.h"
 #include "structure/xml/xml.h"
 

@@ -8,7 +8,7 @@
 
 #include "config/services.h"
 #include "exchange/exchange.h"
-#include "structure/structure.h"
+#include "structure/structure_state.h"
 
 namespace tessel {
 

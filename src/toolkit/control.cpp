@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "toolkit/window.h"
-
 namespace tessel {
 
 namespace {
@@ -16,9 +14,9 @@ bool IsTypeable(char character) {
 
 }  // namespace
 
-Control::Control(Window& window, ControlKind kind, std::string name, int index, Frame* parent,
+Control::Control(ControlOwner& owner, ControlKind kind, std::string name, int index, Frame* parent,
                  const Rect& rect)
-    : window_(window), kind_(kind), name_(std::move(name)), index_(index), parent_(parent), rect_(rect) {}
+    : owner_(owner), kind_(kind), name_(std::move(name)), index_(index), parent_(parent), rect_(rect) {}
 
 std::string Control::Id() const {
   return index_ < 0 ? name_ : name_ + "(" + std::to_string(index_) + ")";
@@ -71,7 +69,7 @@ void Control::SetCaption(const std::string& caption) {
 }
 
 void Control::Changed(Change change) {
-  window_.ControlChanged(*this, change);
+  owner_.ControlChanged(*this, change);
 }
 
 void Picture::SetFile(const std::string& file) {

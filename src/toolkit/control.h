@@ -3,14 +3,16 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "toolkit/geometry.h"
 
 namespace tessel {
 
-class Window;
+class Control;
 class Frame;
 
 enum class ControlKind {
@@ -28,9 +30,20 @@ enum class ControlKind {
 // What changed about a control, for the toolkit that draws it.
 enum class Change { kGeometry, kVisible, kEnabled, kCaption, kValue, kNodes, kSelection, kImages };
 
+// What controls stand on: the window.
+class ControlOwner {
+ public:
+  virtual ~ControlOwner() = default;
+  // In the order in which they were added, which is the tab order.
+  [[nodiscard]] virtual const std::vector<std::unique_ptr<Control>>& Controls() const = 0;
+  // A control of it changed.
+  virtual void ControlChanged(Control& control, Change change) = 0;
+};
+
 class Control {
  public:
-  Control(Window& window, ControlKind kind, std::string name, int index, Frame* parent, const Rect& rect);
+  Control(ControlOwner& owner, ControlKind kind, std::string name, int index, Frame* parent,
+          const Rect& rect);
   virtual ~Control() = default;
   Control(const Control&) = delete;
   Control& operator=(const Control&) = delete;
@@ -39,11 +52,12 @@ class Control {
   [[nodiscard]] const std::string& Name() const { return name_; }
   // Element of a control array, -1 for a single control.
   [[nodiscard]] int Index() const { return index_; }
-  // "Command1", or "Check1(2)" for an element of a control array. Also the accessible name.
+  // "Command1", or "Check1(2)" for an element of a control array. Also the object name that tests and scripts
+  // go by.
   [[nodiscard]] std::string Id() const;
   // The frame that holds it, or null; coordinates are relative to it.
   [[nodiscard]] Frame* Parent() const { return parent_; }
-  [[nodiscard]] Window& Owner() const { return window_; }
+  [[nodiscard]] ControlOwner& Owner() const { return owner_; }
 
   [[nodiscard]] const Rect& Bounds() const { return rect_; }
   void SetLeft(double left);
@@ -67,7 +81,7 @@ class Control {
   void Changed(Change change);
 
  private:
-  Window& window_;
+  ControlOwner& owner_;
   ControlKind kind_;
   std::string name_;
   int index_;
@@ -80,27 +94,27 @@ class Control {
 
 class Label : public Control {
  public:
-  Label(Window& window, std::string name, int index, Frame* parent, const Rect& rect)
-      : Control(window, ControlKind::kLabel, std::move(name), index, parent, rect) {}
+  Label(ControlOwner& owner, std::string name, int index, Frame* parent, const Rect& rect)
+      : Control(owner, ControlKind::kLabel, std::move(name), index, parent, rect) {}
 };
 
 class Frame : public Control {
  public:
-  Frame(Window& window, std::string name, int index, Frame* parent, const Rect& rect)
-      : Control(window, ControlKind::kFrame, std::move(name), index, parent, rect) {}
+  Frame(ControlOwner& owner, std::string name, int index, Frame* parent, const Rect& rect)
+      : Control(owner, ControlKind::kFrame, std::move(name), index, parent, rect) {}
 };
 
 class Line : public Control {
  public:
-  Line(Window& window, std::string name, int index, Frame* parent, const Rect& rect)
-      : Control(window, ControlKind::kLine, std::move(name), index, parent, rect) {}
+  Line(ControlOwner& owner, std::string name, int index, Frame* parent, const Rect& rect)
+      : Control(owner, ControlKind::kLine, std::move(name), index, parent, rect) {}
 };
 
 // Shows the picture of a file, or the product logo when the file is empty.
 class Picture : public Control {
  public:
-  Picture(Window& window, std::string name, int index, Frame* parent, const Rect& rect)
-      : Control(window, ControlKind::kPicture, std::move(name), index, parent, rect) {}
+  Picture(ControlOwner& owner, std::string name, int index, Frame* parent, const Rect& rect)
+      : Control(owner, ControlKind::kPicture, std::move(name), index, parent, rect) {}
   [[nodiscard]] const std::string& File() const { return file_; }
   void SetFile(const std::string& file);
 
@@ -110,8 +124,8 @@ class Picture : public Control {
 
 class Button : public Control {
  public:
-  Button(Window& window, std::string name, int index, Frame* parent, const Rect& rect)
-      : Control(window, ControlKind::kButton, std::move(name), index, parent, rect) {}
+  Button(ControlOwner& owner, std::string name, int index, Frame* parent, const Rect& rect)
+      : Control(owner, ControlKind::kButton, std::move(name), index, parent, rect) {}
   std::function<void()> OnClick;
   // A press by the user; nothing happens while the button is disabled.
   void UserClick();
@@ -122,8 +136,8 @@ class Button : public Control {
 
 class CheckBox : public Control {
  public:
-  CheckBox(Window& window, std::string name, int index, Frame* parent, const Rect& rect)
-      : Control(window, ControlKind::kCheckBox, std::move(name), index, parent, rect) {}
+  CheckBox(ControlOwner& owner, std::string name, int index, Frame* parent, const Rect& rect)
+      : Control(owner, ControlKind::kCheckBox, std::move(name), index, parent, rect) {}
   // Raised by every change of the value, the program's own included.
   std::function<void()> OnClick;
   [[nodiscard]] bool Checked() const { return checked_; }
@@ -136,8 +150,8 @@ class CheckBox : public Control {
 
 class TextBox : public Control {
  public:
-  TextBox(Window& window, std::string name, int index, Frame* parent, const Rect& rect, bool multiLine)
-      : Control(window, ControlKind::kTextBox, std::move(name), index, parent, rect), multiLine_(multiLine) {}
+  TextBox(ControlOwner& owner, std::string name, int index, Frame* parent, const Rect& rect, bool multiLine)
+      : Control(owner, ControlKind::kTextBox, std::move(name), index, parent, rect), multiLine_(multiLine) {}
   [[nodiscard]] bool MultiLine() const { return multiLine_; }
   [[nodiscard]] const std::string& Text() const { return text_; }
   void SetText(const std::string& text);
@@ -152,8 +166,8 @@ class TextBox : public Control {
 
 class ProgressBar : public Control {
  public:
-  ProgressBar(Window& window, std::string name, int index, Frame* parent, const Rect& rect)
-      : Control(window, ControlKind::kProgressBar, std::move(name), index, parent, rect) {}
+  ProgressBar(ControlOwner& owner, std::string name, int index, Frame* parent, const Rect& rect)
+      : Control(owner, ControlKind::kProgressBar, std::move(name), index, parent, rect) {}
   [[nodiscard]] int Maximum() const { return maximum_; }
   [[nodiscard]] int Value() const { return value_; }
   void SetMaximum(int maximum);

@@ -43,8 +43,8 @@ class TreeList : public Control {
     bool checked = false;
   };
 
-  TreeList(Window& window, std::string name, int index, Frame* parent, const Rect& rect, bool checkBoxes)
-      : Control(window, ControlKind::kTreeList, std::move(name), index, parent, rect),
+  TreeList(ControlOwner& owner, std::string name, int index, Frame* parent, const Rect& rect, bool checkBoxes)
+      : Control(owner, ControlKind::kTreeList, std::move(name), index, parent, rect),
         checkBoxes_(checkBoxes) {}
 
   [[nodiscard]] bool HasCheckBoxes() const { return checkBoxes_; }

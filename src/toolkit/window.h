@@ -41,7 +41,7 @@ class WindowListener {
   virtual void GeometryChanged() = 0;
 };
 
-class Window {
+class Window : public ControlOwner {
  public:
   // Outer size is the client area plus border and title bar.
   static constexpr double kBorderWidth = 120;
@@ -62,8 +62,7 @@ class Window {
     Adopt(std::move(control));
     return added;
   }
-  // In the order in which they were added, which is the tab order.
-  [[nodiscard]] const std::vector<std::unique_ptr<Control>>& Controls() const { return controls_; }
+  [[nodiscard]] const std::vector<std::unique_ptr<Control>>& Controls() const override { return controls_; }
   // Null when there is none. Index -1 stands for a single control.
   [[nodiscard]] Control* Find(std::string_view name, int index = -1) const;
   // By Control::Id.
@@ -98,9 +97,8 @@ class Window {
   std::function<void()> OnUnload;
 
  private:
-  friend class Control;
   void Adopt(std::unique_ptr<Control> control);
-  void ControlChanged(Control& control, Change change);
+  void ControlChanged(Control& control, Change change) override;
   void ApplyBounds(const Rect& rect, bool tellListener);
 
   std::string name_;

@@ -74,6 +74,4 @@ class ControlView {
   HWND handle_;
 };
 
-[[nodiscard]] std::unique_ptr<ControlView> MakeControlView(Control& control, const Ground& ground);
-
 }  // namespace tessel::win32

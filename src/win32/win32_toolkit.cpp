@@ -250,7 +250,7 @@ void Win32Toolkit::Pause(std::chrono::milliseconds) {
     view->Redraw();
 }
 
-WindowView* Win32Toolkit::FindView(const Window& window) const {
+WindowView* Win32Toolkit::FindView(const ControlOwner& window) const {
   const auto found = views_.find(&window);
   return found == views_.end() ? nullptr : found->second.get();
 }

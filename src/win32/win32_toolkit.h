@@ -58,7 +58,7 @@ class Win32Toolkit : public ModalToolkit {
   class GestureScope;
 
   [[nodiscard]] std::unique_ptr<WindowView> MakeView(const std::shared_ptr<Window>& window);
-  [[nodiscard]] WindowView* FindView(const Window& window) const;
+  [[nodiscard]] WindowView* FindView(const ControlOwner& window) const;
   void Dispatch(MSG& message);
   // Runs the gesture that has waited longest, if its window is still the one on top; throws what an event
   // threw.
@@ -71,7 +71,7 @@ class Win32Toolkit : public ModalToolkit {
 
   ControlStyle style_;
   PictureDrawing pictures_;
-  std::unordered_map<const Window*, std::unique_ptr<WindowView>> views_;
+  std::unordered_map<const ControlOwner*, std::unique_ptr<WindowView>> views_;
   std::vector<std::unique_ptr<WindowView>> retired_;  // an event of theirs may still run
   std::deque<Gesture> gestures_;
   int running_ = 0;

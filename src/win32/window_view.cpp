@@ -5,6 +5,7 @@
 
 #include "toolkit/access.h"
 #include "win32/accessibility.h"
+#include "win32/control_views.h"
 #include "win32/module.h"
 #include "win32/picture.h"
 #include "win32/screen.h"

@@ -1,4 +1,4 @@
-#include "qt/control_view.h"
+#include "qt/control_views.h"
 
 #include <QCheckBox>
 #include <QFrame>
