@@ -8,7 +8,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string text(reinterpret_cast<const char*>(data), size);
   try {
     const embedded::Model model = embedded::ReadModel({text, "model", "/models"}, false);
-    fuzz::Require(model.catalog != nullptr, "a model without metadata");
+    fuzz::Require(model.metadata != nullptr, "a model without metadata");
     for (const embedded::ModelObject& object : model.objects) {
       fuzz::Require(object.definition != nullptr, "an object without a class");
       fuzz::Require(object.values.size() == object.definition->Attributes().size(),

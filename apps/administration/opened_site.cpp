@@ -1,6 +1,6 @@
 #include "administration/opened_site.h"
 
-#include "embedded/model/catalog.h"
+#include "embedded/model/metadata.h"
 #include "embedded/store/accounts.h"
 
 namespace tessel::administration {
@@ -29,9 +29,9 @@ OpenedSite::OpenedSite(const std::string& database, Platform& platform)
   for (const embedded::Account& account : embedded::ReadAccounts(sql)) {
     if (!account.language.empty()) site_.languages[account.loginName] = account.language;
   }
-  if (const auto* catalog = dynamic_cast<const embedded::Catalog*>(host_.MetaData().get())) {
-    site_.defaultLanguage = catalog->language;
-    for (const auto& definition : catalog->Classes())
+  if (const auto* metadata = dynamic_cast<const embedded::Metadata*>(host_.MetaData().get())) {
+    site_.defaultLanguage = metadata->language;
+    for (const auto& definition : metadata->Classes())
       site_.uniqueSets[definition->id] = definition->uniqueSets;
   }
 }

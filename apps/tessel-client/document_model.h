@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "catalogue.h"
+#include "database_contents.h"
 #include "qt/language.h"
 
 namespace tessel::client {

@@ -21,9 +21,9 @@ QString PhaseName(int phase, qt::Language language) {
 
 }  // namespace
 
-ExchangePanel::ExchangePanel(const Catalogue& catalogue, qt::Language language)
+ExchangePanel::ExchangePanel(const DatabaseContents& contents, qt::Language language)
     : QSplitter(Qt::Horizontal),
-      catalogue_(catalogue),
+      contents_(contents),
       language_(language),
       list_(new QTreeWidget),
       protocol_(new QPlainTextEdit) {
@@ -86,7 +86,7 @@ QTreeWidgetItem* ExchangePanel::MakeItem(const ExchangeRow& row) const {
   auto* item = new QTreeWidgetItem({row.number, row.date, row.sender, row.company, row.contact, QString(),
                                     PhaseName(row.phase, language_), row.status, FolderOf(row.directory)});
   item->setData(kDocumentsColumn, Qt::DisplayRole, row.documents);
-  item->setIcon(0, catalogue_.IconOf(row.key.classId));
+  item->setIcon(0, contents_.IconOf(row.key.classId));
   item->setToolTip(kDirectoryColumn, FolderOf(row.directory));
   if (row.phase != kPhaseStopped) return item;
   QFont font = list_->font();
@@ -116,7 +116,7 @@ std::optional<ObjectKey> ExchangePanel::MarkedKey() const {
 // A protocol that stays the same stays where it is scrolled to.
 void ExchangePanel::ShowProtocol() {
   const std::optional<ObjectKey> marked = MarkedKey();
-  const QString protocol = marked ? catalogue_.ProtocolOf(*marked) : QString();
+  const QString protocol = marked ? contents_.ProtocolOf(*marked) : QString();
   if (protocol == shownProtocol_) return;
   shownProtocol_ = protocol;
   protocol_->setPlainText(protocol);

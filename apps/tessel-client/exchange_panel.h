@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "catalogue.h"
+#include "database_contents.h"
 #include "qt/language.h"
 
 class QPlainTextEdit;
@@ -29,7 +29,7 @@ class ExchangePanel : public QSplitter {
     kDirectoryColumn
   };
 
-  ExchangePanel(const Catalogue& catalogue, qt::Language language);
+  ExchangePanel(const DatabaseContents& contents, qt::Language language);
 
   // Keeps the mark where it is; no callback is called.
   void Show(std::vector<ExchangeRow> rows);
@@ -46,7 +46,7 @@ class ExchangePanel : public QSplitter {
   void ShowProtocol();
   [[nodiscard]] QTreeWidgetItem* MakeItem(const ExchangeRow& row) const;
 
-  const Catalogue& catalogue_;
+  const DatabaseContents& contents_;
   qt::Language language_;
   std::vector<ExchangeRow> rows_;
   QString shownProtocol_;

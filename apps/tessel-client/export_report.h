@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "catalogue.h"
+#include "database_contents.h"
 #include "dispatch/export_outcome.h"
 #include "qt/dialog_parts.h"
 

@@ -38,7 +38,7 @@ MainWindow::MainWindow(HostedProgram& hosted, qt::Language language, QSettings& 
       hosted_(hosted),
       language_(language),
       settings_(settings),
-      catalogue_(hosted.Session()),
+      contents_(hosted.Session()),
       hooks_(hosted),
       database_(databasePath) {
   setObjectName("client");
@@ -64,9 +64,9 @@ MainWindow::~MainWindow() {
 }
 
 void MainWindow::BuildPanes() {
-  documents_ = new DocumentPane([this](ClassId classId) { return catalogue_.IconOf(classId); }, language_);
-  structure_ = new StructureTree(catalogue_, documents_->Documents(), language_);
-  exchanges_ = new ExchangePanel(catalogue_, language_);
+  documents_ = new DocumentPane([this](ClassId classId) { return contents_.IconOf(classId); }, language_);
+  structure_ = new StructureTree(contents_, documents_->Documents(), language_);
+  exchanges_ = new ExchangePanel(contents_, language_);
   upper_ = new QSplitter(Qt::Horizontal);
   upper_->addWidget(documents_);
   upper_->addWidget(structure_);
@@ -158,7 +158,7 @@ bool MainWindow::event(QEvent* event) {
 
 void MainWindow::Refresh() {
   refreshing_ = false;
-  documents_->Show(catalogue_.Documents());
+  documents_->Show(contents_.Documents());
   ShowStructure();
   exchanges_->Show(Exchanges());
   ShowSelection();
@@ -167,7 +167,7 @@ void MainWindow::Refresh() {
 
 // The database learns the directory from the program that sends it; until then the client remembers it.
 std::vector<ExchangeRow> MainWindow::Exchanges() const {
-  std::vector<ExchangeRow> rows = catalogue_.Exchanges();
+  std::vector<ExchangeRow> rows = contents_.Exchanges();
   for (ExchangeRow& row : rows) {
     if (row.directory.isEmpty()) SetDirectory(row, settings_.value(FolderKey(row.key)).toString());
   }
@@ -215,7 +215,7 @@ void MainWindow::ShowStructure() {
 }
 
 void MainWindow::ShowSelection() {
-  const Keys collected = catalogue_.Collected();
+  const Keys collected = contents_.Collected();
   editSelection_->setEnabled(!collected.empty());
   if (collected.empty()) return selection_->setText(texts::kNothingSelected.In(language_));
   QStringList numbers;
@@ -233,7 +233,7 @@ void MainWindow::ShowSelection() {
 
 QString MainWindow::NumberOf(const ObjectKey& key) const {
   const DocumentRow* row = documents_->Documents().Find(key);
-  return row != nullptr ? row->number : catalogue_.NumberOf(key);
+  return row != nullptr ? row->number : contents_.NumberOf(key);
 }
 
 void MainWindow::ShowProperties() {

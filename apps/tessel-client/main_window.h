@@ -7,7 +7,7 @@
 #include <array>
 #include <functional>
 
-#include "catalogue.h"
+#include "database_contents.h"
 #include "document_pane.h"
 #include "exchange_panel.h"
 #include "hook_caller.h"
@@ -40,7 +40,7 @@ class MainWindow : public QMainWindow {
   void SavePlace();
   // Opens a file or folder with the program that the desktop has for it; false when it has none.
   std::function<bool(const QUrl&)> OpenUrl;
-  [[nodiscard]] const Catalogue& Contents() const { return catalogue_; }
+  [[nodiscard]] const DatabaseContents& Contents() const { return contents_; }
 
  protected:
   bool event(QEvent* event) override;
@@ -87,7 +87,7 @@ class MainWindow : public QMainWindow {
   HostedProgram& hosted_;
   qt::Language language_;
   QSettings& settings_;
-  Catalogue catalogue_;
+  DatabaseContents contents_;
   HookCaller hooks_;
 
   DocumentPane* documents_ = nullptr;

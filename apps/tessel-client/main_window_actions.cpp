@@ -42,12 +42,12 @@ void MainWindow::Export(bool intoFolderStructure) {
 
 void MainWindow::EditSelection() {
   std::vector<SelectedDocument> documents;
-  for (const ObjectKey& key : catalogue_.Collected()) {
+  for (const ObjectKey& key : contents_.Collected()) {
     const DocumentRow* row = documents_->Documents().Find(key);
     documents.push_back({key, NumberOf(key), row == nullptr ? QString() : row->description});
   }
   const auto kept = client::EditSelection(
-      documents, [this](ClassId classId) { return catalogue_.IconOf(classId); }, language_, this);
+      documents, [this](ClassId classId) { return contents_.IconOf(classId); }, language_, this);
   if (kept) hooks_.KeepCollected(*kept);
 }
 

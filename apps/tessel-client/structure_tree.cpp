@@ -20,9 +20,9 @@ ObjectKey KeyOf(const QTreeWidgetItem& item) {
 
 }  // namespace
 
-StructureTree::StructureTree(const Catalogue& catalogue, const DocumentModel& documents,
+StructureTree::StructureTree(const DatabaseContents& contents, const DocumentModel& documents,
                              qt::Language language)
-    : catalogue_(catalogue), documents_(documents) {
+    : contents_(contents), documents_(documents) {
   setObjectName("structure");
   setAccessibleName("structure");
   setHeaderLabels({texts::kNumber.In(language), texts::kDescription.In(language)});
@@ -37,7 +37,7 @@ QTreeWidgetItem* StructureTree::MakeItem(const ObjectKey& key) const {
   auto* item = new QTreeWidgetItem;
   item->setData(0, kClassRole, key.classId);
   item->setData(0, kObjectRole, key.objectId);
-  item->setIcon(0, catalogue_.IconOf(key.classId));
+  item->setIcon(0, contents_.IconOf(key.classId));
   Describe(*item);
   return item;
 }
@@ -45,10 +45,10 @@ QTreeWidgetItem* StructureTree::MakeItem(const ObjectKey& key) const {
 void StructureTree::Describe(QTreeWidgetItem& item) const {
   const ObjectKey key = KeyOf(item);
   const DocumentRow* row = documents_.Find(key);
-  item.setText(0, row != nullptr ? row->number : catalogue_.NumberOf(key));
+  item.setText(0, row != nullptr ? row->number : contents_.NumberOf(key));
   item.setText(1, row != nullptr ? row->description : QString());
-  item.setChildIndicatorPolicy(catalogue_.Below(key).empty() ? QTreeWidgetItem::DontShowIndicator
-                                                             : QTreeWidgetItem::ShowIndicator);
+  item.setChildIndicatorPolicy(contents_.Below(key).empty() ? QTreeWidgetItem::DontShowIndicator
+                                                            : QTreeWidgetItem::ShowIndicator);
 }
 
 void StructureTree::ShowBelow(const ObjectKey& key) {
@@ -63,7 +63,7 @@ void StructureTree::ShowBelow(const ObjectKey& key) {
 
 void StructureTree::Open(QTreeWidgetItem* item) {
   if (item->data(0, kReadRole).toBool()) return;
-  for (const ObjectKey& key : catalogue_.Below(KeyOf(*item)))
+  for (const ObjectKey& key : contents_.Below(KeyOf(*item)))
     item->addChild(MakeItem(key));
   item->setData(0, kReadRole, true);
 }
@@ -71,7 +71,7 @@ void StructureTree::Open(QTreeWidgetItem* item) {
 void StructureTree::Update(QTreeWidgetItem& item) {
   Describe(item);
   if (!item.data(0, kReadRole).toBool()) return;
-  const std::vector<ObjectKey> below = catalogue_.Below(KeyOf(item));
+  const std::vector<ObjectKey> below = contents_.Below(KeyOf(item));
   std::unordered_multiset<ObjectKey> staying(below.begin(), below.end());
   for (int position = item.childCount() - 1; position >= 0; --position) {
     const auto found = staying.find(KeyOf(*item.child(position)));

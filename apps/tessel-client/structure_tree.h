@@ -4,14 +4,14 @@
 #include <QTreeWidget>
 #include <vector>
 
-#include "catalogue.h"
+#include "database_contents.h"
 #include "document_model.h"
 
 namespace tessel::client {
 
 class StructureTree : public QTreeWidget {
  public:
-  StructureTree(const Catalogue& catalogue, const DocumentModel& documents, qt::Language language);
+  StructureTree(const DatabaseContents& contents, const DocumentModel& documents, qt::Language language);
 
   // Shows a document and what hangs below it. When it is shown already, it is read anew: what still hangs
   // there stays open and marked as it was.
@@ -25,7 +25,7 @@ class StructureTree : public QTreeWidget {
   void Open(QTreeWidgetItem* item);
   void Update(QTreeWidgetItem& item);
 
-  const Catalogue& catalogue_;
+  const DatabaseContents& contents_;
   const DocumentModel& documents_;
 };
 

@@ -48,7 +48,7 @@ EmbeddedHost::EmbeddedHost(const std::string& databasePath, HostOptions options)
   if (!core_->Files().FileExists(databasePath)) {
     throw HostError("There is no database " + databasePath, error_number::kFileNotFound);
   }
-  core_->catalog = LoadCatalog(*core_->Connect());
+  core_->metadata = LoadMetadata(*core_->Connect());
   Start();
 }
 
@@ -60,7 +60,7 @@ EmbeddedHost::EmbeddedHost(const std::string& modelText, const std::string& mode
   core_->vaultPath = core_->options.vaultPath;
   core_->memory = std::make_shared<Database>(
       kInMemory, DatabaseOptions{core_->options.busyTimeout, core_->options.statementWatch});
-  core_->catalog =
+  core_->metadata =
       FillDatabase(*core_->memory, {modelText, "model", modelDirectory}, core_->Files(), core_->vaultPath);
   Start();
 }
@@ -75,7 +75,7 @@ void EmbeddedHost::Start() {
 
 PcSessionPtr EmbeddedHost::OpenSession(const std::string& loginName, const std::string& password,
                                        const std::string& language) {
-  const auto session = std::static_pointer_cast<EmbeddedSession>(engine_->NewSession(core_->catalog->alias));
+  const auto session = std::static_pointer_cast<EmbeddedSession>(engine_->NewSession(core_->metadata->alias));
   try {
     session->Connect();
     if (session->Login(loginName, password, language)) return session;
@@ -104,11 +104,11 @@ void EmbeddedHost::ClearFailures() {
 }
 
 std::string EmbeddedHost::Alias() const {
-  return core_->catalog->alias;
+  return core_->metadata->alias;
 }
 
 PcMetaDataPtr EmbeddedHost::MetaData() const {
-  return core_->catalog;
+  return core_->metadata;
 }
 
 PcApplicationPtr EmbeddedHost::RunningApplication() {

@@ -101,8 +101,8 @@ void TakeAll(const QDir& directory, const std::string& language, const Walk& tou
   toolkit.SetLanguage(qt::LanguageOf(language));
   dialogs.SetLanguage(qt::LanguageOf(language));
   HostedProgram hosted(company.Login(language), company.Services(company.Processes()), toolkit, dialogs);
-  const client::Catalogue catalogue(hosted.Session());
-  dialogs.IconOf = [&](ClassId classId) { return catalogue.IconOf(classId); };
+  const client::DatabaseContents contents(hosted.Session());
+  dialogs.IconOf = [&](ClassId classId) { return contents.IconOf(classId); };
   person.SitDown(toolkit);
 
   client::HookCaller hooks(hosted);
@@ -124,7 +124,7 @@ void TakeAll(const QDir& directory, const std::string& language, const Walk& tou
   photographer.Take(window, QStringLiteral("client"));
   for (const char* dialog : {"editSelection", "help", "about"})
     window.findChild<QAction*>(QLatin1String(dialog))->trigger();
-  std::vector<client::ExchangeRow> rows = catalogue.Exchanges();
+  std::vector<client::ExchangeRow> rows = contents.Exchanges();
   const FileSystem& files = hosted.LoadedProgram().platform.files;
   for (const HandedOver& one : outcome.directories) {
     const auto record = client::RecordOf(QString::fromStdString(files.NativePath(one.directory)));

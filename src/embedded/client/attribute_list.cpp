@@ -5,7 +5,7 @@
 namespace tessel::embedded {
 
 void AttributeList::Add(ClassId classId, const std::string& attribute, const std::string& code) {
-  const ClassDefinition& definition = catalog_->Required(classId);
+  const ClassDefinition& definition = metadata_->Required(classId);
   if (code != "S" && code != "L" && code != "F")
     throw HostError("Unknown attribute list code \"" + code + "\"");
   if (code == "L" && !definition.linkClass) throw HostError("\"" + definition.name + "\" is no link class");

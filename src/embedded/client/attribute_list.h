@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "embedded/model/catalog.h"
+#include "embedded/model/metadata.h"
 #include "host/object.h"
 
 namespace tessel::embedded {
@@ -17,13 +17,13 @@ struct AttributeListEntry {
 
 class AttributeList final : public PcAttributeList {
  public:
-  explicit AttributeList(CatalogPtr catalog) : catalog_(std::move(catalog)) {}
+  explicit AttributeList(MetadataPtr metadata) : metadata_(std::move(metadata)) {}
   // Error: HostError for an unknown class, attribute or code.
   void Add(ClassId classId, const std::string& attribute, const std::string& code) override;
   [[nodiscard]] const std::vector<AttributeListEntry>& Entries() const { return entries_; }
 
  private:
-  CatalogPtr catalog_;
+  MetadataPtr metadata_;
   std::vector<AttributeListEntry> entries_;
 };
 

@@ -19,14 +19,14 @@ std::vector<DialogObject> Described(const EmbeddedSession& session, const std::v
   std::vector<DialogObject> described;
   for (const PcObjectPtr& object : objects) {
     described.push_back(
-        {object->Key(), DescriptionOf(*object, session.Core().catalog->Required(object->GetClassId()))});
+        {object->Key(), DescriptionOf(*object, session.Core().metadata->Required(object->GetClassId()))});
   }
   return described;
 }
 
 const OperationDefinition& OperationOf(const EmbeddedSession& session, const PcObject& object,
                                        const std::string& name) {
-  const ClassDefinition& definition = session.Core().catalog->Required(object.GetClassId());
+  const ClassDefinition& definition = session.Core().metadata->Required(object.GetClassId());
   const PcLifeCycleOperationPtr operation = definition.operations->Item(name);
   return static_cast<const OperationDefinition&>(*operation);
 }
@@ -64,7 +64,7 @@ void WriteState(EmbeddedSession& session, const PcObject& object, std::int16_t s
   if (const int code = session.Core().failures.Code(HostCall::kUpdate, object.GetClassId())) {
     throw HostError("The database refuses the new state", code);
   }
-  const ClassDefinition& definition = session.Core().catalog->Required(object.GetClassId());
+  const ClassDefinition& definition = session.Core().metadata->Required(object.GetClassId());
   std::string assignments = "STATE = :state";
   std::vector<Value> values = {Value(state)};
   if (!comment.empty() && definition.Has("VRK_COMMENT")) {

@@ -62,7 +62,7 @@ bool EmbeddedObject::Load(ObjectId id) {
 
 std::shared_ptr<EmbeddedObject> FindObject(const EmbeddedSessionPtr& session, const ObjectKey& key) {
   session->Core().failures.Check(HostCall::kRead, key.classId);
-  ClassDefinitionPtr definition = session->Core().catalog->Find(key.classId);
+  ClassDefinitionPtr definition = session->Core().metadata->Find(key.classId);
   if (!definition) return nullptr;
   auto object = std::make_shared<EmbeddedObject>(session, std::move(definition));
   return object->Load(key.objectId) ? object : nullptr;
@@ -205,7 +205,7 @@ int EmbeddedObject::Delete(const PcBehavior&) {
     const long long rows =
         sql.Execute("DELETE FROM " + definition_->table + " WHERE OBJECT_ID = :key", {Value(state_->id)});
     if (rows == 0) return kCodeObjectGone;
-    for (const auto& link : session_->Core().catalog->Classes()) {
+    for (const auto& link : session_->Core().metadata->Classes()) {
       if (!link->linkClass) continue;
       for (const char* end : {"1", "2"}) {
         sql.Execute("DELETE FROM " + link->table + " WHERE OBJECT_ID" + end + " = :object AND CLASS_ID" +
@@ -221,7 +221,7 @@ int EmbeddedObject::Delete(const PcBehavior&) {
 Value EmbeddedObject::NextSequenceValue(std::string_view attribute) {
   const std::string& name = definition_->Attributes()[RequiredPosition(attribute)]->sequence;
   if (name.empty()) throw HostError("The attribute \"" + std::string(attribute) + "\" has no sequence");
-  const SequenceDefinition& sequence = session_->Core().catalog->sequences.at(name);
+  const SequenceDefinition& sequence = session_->Core().metadata->sequences.at(name);
   return Value(sequence.Format(DrawNumber(session_->Sql(), SequenceNumberName(name))));
 }
 
@@ -229,7 +229,7 @@ Value EmbeddedObject::NextSequenceValue(std::string_view attribute) {
 bool EmbeddedObject::Exists(const PcObject& object) const {
   const auto* own = dynamic_cast<const EmbeddedObject*>(&object);
   if (own && own->session_ == session_ && own->ShowsDatabase()) return true;
-  const ClassDefinition& definition = session_->Core().catalog->Required(object.GetClassId());
+  const ClassDefinition& definition = session_->Core().metadata->Required(object.GetClassId());
   return !session_->Sql()
               .Query("SELECT OBJECT_ID FROM " + definition.table + " WHERE OBJECT_ID = :key",
                      {Value(object.GetObjectId())})
@@ -241,7 +241,7 @@ bool EmbeddedObject::ShowsDatabase() const {
 }
 
 PcObjectPtr EmbeddedObject::AddLink(PcObject& second, ClassId linkClass, const PcBehavior&) {
-  const ClassDefinitionPtr definition = session_->Core().catalog->Find(linkClass);
+  const ClassDefinitionPtr definition = session_->Core().metadata->Find(linkClass);
   if (!definition || !definition->linkClass) {
     throw HostError("There is no link class " + std::to_string(linkClass));
   }

@@ -28,13 +28,13 @@ class ObjectStore final : public PcObjectStore {
   explicit ObjectStore(EmbeddedSessionPtr session) : session_(std::move(session)) {}
   [[nodiscard]] PcObjectPtr Object(const ObjectKey& key) override { return FindObject(session_, key); }
   [[nodiscard]] PcObjectPtr NewObject(ClassId classId) override {
-    ClassDefinitionPtr definition = session_->Core().catalog->Find(classId);
+    ClassDefinitionPtr definition = session_->Core().metadata->Find(classId);
     if (!definition) throw HostError("The database has no class " + std::to_string(classId));
     return std::make_shared<EmbeddedObject>(session_, std::move(definition));
   }
   [[nodiscard]] PcObjectListPtr NewObjectList() override { return std::make_shared<ObjectList>(); }
   [[nodiscard]] PcAttributeListPtr NewAttributeList() override {
-    return std::make_shared<AttributeList>(session_->Core().catalog);
+    return std::make_shared<AttributeList>(session_->Core().metadata);
   }
   [[nodiscard]] PcQueryPtr NewQuery() override { return embedded::NewQuery(session_); }
 

@@ -50,10 +50,10 @@ class StructureReader {
   }
 
   void ReadClass(ClassId classId, const std::vector<ObjectId>& ids) {
-    const ClassDefinitionPtr definition = session_.Core().catalog->Find(classId);
+    const ClassDefinitionPtr definition = session_.Core().metadata->Find(classId);
     if (!definition) return;
     ReadObjects(*definition, ids);
-    const ClassDefinitionPtr link = session_.Core().catalog->Find(definition->hierarchicalLink);
+    const ClassDefinitionPtr link = session_.Core().metadata->Find(definition->hierarchicalLink);
     if (!link) return;
     ReadKeyedRows(
         session_.Sql(),
@@ -97,7 +97,7 @@ std::vector<StructureObject> ReadStructure(EmbeddedSession& session, const std::
     const ObjectKey key = open.back();
     open.pop_back();
     if (!seen.insert(key).second) continue;
-    static_cast<void>(session.Core().catalog->Required(key.classId));
+    static_cast<void>(session.Core().metadata->Required(key.classId));
     Node& node = nodes[key];
     if (!node.object) throw HostError("The database has no object " + ObjectKeyText(key, '_'));
     objects.push_back(std::move(*node.object));

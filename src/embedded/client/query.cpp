@@ -22,7 +22,7 @@ class Query final : public PcQuery {
   }
 
   void SetClass(ClassId classId) override {
-    definition_ = session_->Core().catalog->Find(classId);
+    definition_ = session_->Core().metadata->Find(classId);
     if (!definition_) throw HostError("The database has no class " + std::to_string(classId));
     select_.clear();
     conditions_.clear();
@@ -114,7 +114,7 @@ class Query final : public PcQuery {
 
   [[nodiscard]] bool IsReadable(std::string_view table) const {
     const std::string upper = UpperCase(table);
-    return upper == "MESSAGE_STORE" || session_->Core().catalog->HasTable(upper);
+    return upper == "MESSAGE_STORE" || session_->Core().metadata->HasTable(upper);
   }
 
   [[nodiscard]] QueryResult FreeResult() const {

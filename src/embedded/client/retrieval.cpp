@@ -51,7 +51,7 @@ class Retrieval {
   PcRecordListPtr Run(LinkSide side) {
     std::vector<Wanted> links = links_;
     if (links.empty()) {
-      for (const auto& definition : session_.Core().catalog->Classes()) {
+      for (const auto& definition : session_.Core().metadata->Classes()) {
         if (definition->linkClass) links.push_back({definition.get(), {}, {}});
       }
     }
@@ -72,7 +72,7 @@ class Retrieval {
     auto found = std::find_if(wanted.begin(), wanted.end(),
                               [&](const Wanted& each) { return each.definition->id == entry.classId; });
     if (found == wanted.end()) {
-      found = wanted.insert(found, {&session_.Core().catalog->Required(entry.classId), {}, {}});
+      found = wanted.insert(found, {&session_.Core().metadata->Required(entry.classId), {}, {}});
     }
     for (const auto& attribute : found->definition->Attributes()) {
       const bool asked = entry.attribute == "*" || entry.attribute == attribute->name;

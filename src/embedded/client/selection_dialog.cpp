@@ -31,7 +31,7 @@ std::vector<DialogObject> Picked(EmbeddedSession& session, SelectionDialogReques
 
 PcRecordListPtr PickObjects(EmbeddedSession& session, const SelectionRequest& request) {
   SelectionDialogRequest dialog{request.title, request.multiple, {}};
-  AddObjectsOf(session, session.Core().catalog->Required(request.classId), dialog.candidates);
+  AddObjectsOf(session, session.Core().metadata->Required(request.classId), dialog.candidates);
   if (request.composite) {
     std::vector<ObjectKey> roots;
     for (const DialogObject& object : dialog.candidates)
@@ -53,7 +53,7 @@ PcRecordListPtr PickObjects(EmbeddedSession& session, const SelectionRequest& re
 
 PcObjectPtr PickFromAll(const EmbeddedSessionPtr& session) {
   SelectionDialogRequest dialog;
-  for (const auto& definition : session->Core().catalog->Classes()) {
+  for (const auto& definition : session->Core().metadata->Classes()) {
     if (!definition->linkClass) AddObjectsOf(*session, *definition, dialog.candidates);
   }
   const std::vector<DialogObject> picked = Picked(*session, std::move(dialog));

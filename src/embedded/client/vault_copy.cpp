@@ -176,7 +176,7 @@ void VaultCopy::AppendLinks(MemoryRecordList& rows, const std::unordered_map<Obj
   std::sort(ids.begin(), ids.end());
   ids.erase(std::unique(ids.begin(), ids.end()), ids.end());  // objects of two classes may share one
   std::vector<std::vector<std::vector<Value>>> found(end - begin);
-  for (const auto& link : session_.Core().catalog->Classes()) {
+  for (const auto& link : session_.Core().metadata->Classes()) {
     if (!link->linkClass) continue;
     ReadKeyedRows(
         session_.Sql(),

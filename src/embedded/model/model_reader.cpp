@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <unordered_set>
 
-#include "embedded/model/catalog_json.h"
+#include "embedded/model/metadata_json.h"
 #include "host/error.h"
 #include "platform/json_nesting.h"
 #include "platform/paths.h"
@@ -49,7 +49,7 @@ class ModelReader {
   Model Read(bool hasVault) {
     top_.CheckKeys({"alias", "language", "databaseMechanisms", "classMechanisms", "sequences",
                     "attributeSets", "classes", "linkClasses", "users", "configuration", "objects", "links"});
-    model_.catalog = ReadCatalog(top_);
+    model_.metadata = ReadMetadata(top_);
     // Objects are read against the metadata; with wrong metadata every object would be a problem.
     problems_.ThrowIfFound();
     StoreMetadata();
@@ -64,15 +64,15 @@ class ModelReader {
 
  private:
   void StoreMetadata() {
-    json metadata = json::object();
+    json stored = json::object();
     for (const char* key : kMetadataKeys) {
-      if (const json* value = top_.Find(key)) metadata[key] = *value;
+      if (const json* value = top_.Find(key)) stored[key] = *value;
     }
-    model_.metadata = metadata.dump();
+    model_.metadataText = stored.dump();
   }
 
   void AddLookupValues() {
-    for (const auto& definition : model_.catalog->Classes()) {
+    for (const auto& definition : model_.metadata->Classes()) {
       std::int32_t order = 1;
       for (const LookupValue& value : definition->lookupValues) {
         ModelObject object =
@@ -111,7 +111,7 @@ class ModelReader {
   ClassDefinitionPtr ClassOf(const JsonObject& object, bool linkClass) {
     const std::string name = object.RequiredText("class");
     if (name.empty()) return nullptr;
-    ClassDefinitionPtr definition = model_.catalog->FindByName(name);
+    ClassDefinitionPtr definition = model_.metadata->FindByName(name);
     if (!definition || definition->linkClass != linkClass) {
       object.Report(std::string("unknown ") + (linkClass ? "link " : "") + "class \"" + name + "\"");
       return nullptr;
@@ -246,7 +246,7 @@ class ModelReader {
   }
 
   Value LookupId(const AttributeDefinition& attribute, const std::string& text, const std::string& where) {
-    const ClassDefinitionPtr target = model_.catalog->Find(attribute.target);
+    const ClassDefinitionPtr target = model_.metadata->Find(attribute.target);
     for (const LookupValue& value : target->lookupValues) {
       if (value.description == text) return Value(value.id);
     }

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "embedded/model/catalog.h"
+#include "embedded/model/metadata.h"
 
 namespace tessel::embedded {
 
@@ -35,8 +35,8 @@ struct ModelUser {
 };
 
 struct Model {
-  CatalogPtr catalog;
-  std::string metadata;              // JSON text of the metadata
+  MetadataPtr metadata;
+  std::string metadataText;          // JSON text of the metadata
   std::vector<ModelObject> objects;  // lookup values first, then objects, then links
   std::vector<ModelUser> users;
   std::map<std::string, std::string> configuration;

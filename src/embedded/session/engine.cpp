@@ -16,7 +16,7 @@ EmbeddedSession& OwnSession(PcSession& session) {
 }  // namespace
 
 DatabaseEntry EmbeddedEngine::Database(const std::string& name) const {
-  if (name != core_->catalog->alias) throw HostError("The engine knows no database \"" + name + "\"");
+  if (name != core_->metadata->alias) throw HostError("The engine knows no database \"" + name + "\"");
   return {name, core_->databasePath, ""};
 }
 

@@ -15,7 +15,7 @@ class EmbeddedEngine final : public SessionEngine, public std::enable_shared_fro
   // The sessions are configured through HostOptions; the file is not read.
   void Initialize(const std::string& iniFileName) override { iniFileName_ = iniFileName; }
   void SetOption(int value) override { option_ = value; }
-  [[nodiscard]] std::string DefaultDatabaseName() const override { return core_->catalog->alias; }
+  [[nodiscard]] std::string DefaultDatabaseName() const override { return core_->metadata->alias; }
   // The connection text is the path of the database.
   [[nodiscard]] DatabaseEntry Database(const std::string& name) const override;
   [[nodiscard]] PcSessionPtr NewSession(const std::string& databaseName) override;

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "embedded/model/catalog.h"
+#include "embedded/model/metadata.h"
 #include "embedded/session/failures.h"
 #include "embedded/session/host_options.h"
 #include "embedded/store/database.h"
@@ -18,7 +18,7 @@ struct HostCore {
   HostOptions options;
   std::string databasePath;  // kInMemory for a database in memory
   std::string vaultPath;     // empty: no vault
-  CatalogPtr catalog;
+  MetadataPtr metadata;
   std::shared_ptr<const ClientWork> client;
   std::shared_ptr<Database> memory;  // the one connection of a database in memory
   FailurePlan failures;

@@ -68,7 +68,7 @@ std::string SessionNumber(Database& database) {
 }  // namespace
 
 EmbeddedSession::EmbeddedSession(std::shared_ptr<HostCore> core, std::weak_ptr<SessionEngine> engine)
-    : core_(std::move(core)), engine_(std::move(engine)), language_(core_->catalog->language) {}
+    : core_(std::move(core)), engine_(std::move(engine)), language_(core_->metadata->language) {}
 
 void EmbeddedSession::Connect() {
   if (database_) return;

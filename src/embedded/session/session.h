@@ -46,7 +46,7 @@ class EmbeddedSession final : public PcSession {
 
   [[nodiscard]] PcUserPtr CurrentUser() const override;
   [[nodiscard]] std::vector<PcUserPtr> Users() const override;
-  [[nodiscard]] std::string DatabaseAlias() const override { return core_->catalog->alias; }
+  [[nodiscard]] std::string DatabaseAlias() const override { return core_->metadata->alias; }
   [[nodiscard]] std::string Identifier() const override { return identifier_; }
   [[nodiscard]] std::string Language() const override { return language_; }
   [[nodiscard]] std::string ConfigurationValue(const std::string& key) const override;
@@ -54,7 +54,7 @@ class EmbeddedSession final : public PcSession {
   void SetConfigurationValue(const std::string& key, const std::string& value) override;
   [[nodiscard]] PcBehaviorPtr NewBehavior() override;
   [[nodiscard]] PcGlobalData& GlobalData() override { return globalData_; }
-  [[nodiscard]] PcMetaDataPtr MetaData() const override { return core_->catalog; }
+  [[nodiscard]] PcMetaDataPtr MetaData() const override { return core_->metadata; }
   [[nodiscard]] PcObjectStorePtr ObjectStore() override;
   [[nodiscard]] PcSequencePtr RelatedObject(const PcAttribute& attribute) const override;
   [[nodiscard]] std::shared_ptr<PcService> CreateService(std::string_view progId) override;

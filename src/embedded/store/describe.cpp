@@ -69,15 +69,15 @@ DatabaseDescription DescribeDatabase(FileSystem& files, const std::string& datab
     throw HostError("There is no database " + databasePath, error_number::kFileNotFound);
   }
   Database database(files.NativePath(databasePath));
-  const CatalogPtr catalog = LoadCatalog(database);
+  const MetadataPtr metadata = LoadMetadata(database);
   const std::string vault = VaultPath(databasePath);
-  DatabaseDescription description{catalog->alias,
-                                  catalog->language,
+  DatabaseDescription description{metadata->alias,
+                                  metadata->language,
                                   vault,
                                   files.FolderExists(vault) ? files.ListFiles(vault).size() : 0,
                                   ReadAccounts(database),
                                   {}};
-  for (const auto& definition : catalog->Classes())
+  for (const auto& definition : metadata->Classes())
     description.classes.push_back(Describe(database, *definition));
   return description;
 }

@@ -55,7 +55,7 @@ void StoreAccounts(Database& database, const Model& model) {
 
 void StoreModel(Database& database, const Model& model, const std::string& source) {
   WriteTransaction transaction(database);
-  CreateSchema(database, *model.catalog, model.metadata, source);
+  CreateSchema(database, *model.metadata, model.metadataText, source);
   StoreObjects(database, model, source);
   StoreAccounts(database, model);
   transaction.Commit();
@@ -164,12 +164,12 @@ std::string VaultPath(const std::string& databasePath) {
   return databasePath + ".vault";
 }
 
-CatalogPtr FillDatabase(Database& database, const ModelSource& source, FileSystem& files,
-                        const std::string& vaultPath) {
+MetadataPtr FillDatabase(Database& database, const ModelSource& source, FileSystem& files,
+                         const std::string& vaultPath) {
   const Model model = ReadModel(source, !vaultPath.empty());
   StoreModel(database, model, source.name);
   if (!vaultPath.empty()) FillVault(model, files, vaultPath, source.name);
-  return model.catalog;
+  return model.metadata;
 }
 
 bool RemoveUnfinishedDatabase(FileSystem& files, const std::string& databasePath) {

@@ -26,7 +26,7 @@ void CreateDatabase(FileSystem& files, const std::string& databasePath, const st
 bool RemoveUnfinishedDatabase(FileSystem& files, const std::string& databasePath);
 
 // Fills an empty database and a vault directory from a model. An empty vault path leaves the files out.
-CatalogPtr FillDatabase(Database& database, const ModelSource& source, FileSystem& files,
-                        const std::string& vaultPath);
+MetadataPtr FillDatabase(Database& database, const ModelSource& source, FileSystem& files,
+                         const std::string& vaultPath);
 
 }  // namespace tessel::embedded

@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include "embedded/model/catalog_json.h"
+#include "embedded/model/metadata_json.h"
 #include "embedded/model/problems.h"
 #include "embedded/store/commit_marks.h"
 #include "embedded/store/exchange_sums.h"
@@ -90,11 +90,11 @@ void AddNumber(Database& database, const std::string& name, std::int32_t start) 
 
 }  // namespace
 
-void CreateSchema(Database& database, const Catalog& catalog, const std::string& metadata,
+void CreateSchema(Database& database, const Metadata& metadata, const std::string& metadataText,
                   const std::string& source) {
   for (const char* statement : kHostTables)
     database.ExecuteOnce(statement);
-  for (const auto& definition : catalog.Classes()) {
+  for (const auto& definition : metadata.Classes()) {
     try {
       CreateClassTable(database, *definition);
     } catch (const DatabaseError& error) {
@@ -104,15 +104,15 @@ void CreateSchema(Database& database, const Catalog& catalog, const std::string&
     }
   }
   database.Execute("INSERT INTO TESSEL_METADATA (NAME, CONTENT) VALUES (:name, :content)",
-                   {Value("model"), Value(metadata)});
+                   {Value("model"), Value(metadataText)});
   for (const char* name : {kObjectNumber, kSessionNumber, kMessageNumber})
     AddNumber(database, name, 1);
-  for (const auto& [name, sequence] : catalog.sequences) {
+  for (const auto& [name, sequence] : metadata.sequences) {
     AddNumber(database, SequenceNumberName(name), sequence.start);
   }
 }
 
-CatalogPtr LoadCatalog(Database& database) {
+MetadataPtr LoadMetadata(Database& database) {
   QueryResult stored;
   try {
     stored = database.Query("SELECT CONTENT FROM TESSEL_METADATA WHERE NAME = :name", {Value("model")});
@@ -123,9 +123,9 @@ CatalogPtr LoadCatalog(Database& database) {
   Problems problems("metadata of the database");
   const auto json = nlohmann::json::parse(stored.rows[0][0].AsText(), nullptr, false);
   const JsonObject model(json, "", problems);
-  CatalogPtr catalog = ReadCatalog(model);
+  MetadataPtr metadata = ReadMetadata(model);
   problems.ThrowIfFound();
-  return catalog;
+  return metadata;
 }
 
 std::string SequenceNumberName(const std::string& sequence) {

@@ -3,18 +3,18 @@
 
 #include <string>
 
-#include "embedded/model/catalog.h"
+#include "embedded/model/metadata.h"
 #include "embedded/store/database.h"
 
 namespace tessel::embedded {
 
 // Makes all tables and indexes and stores the metadata, a JSON text in the form of the model file. Error:
 // HostError naming the source and the class whose table the database refuses.
-void CreateSchema(Database& database, const Catalog& catalog, const std::string& metadata,
+void CreateSchema(Database& database, const Metadata& metadata, const std::string& metadataText,
                   const std::string& source);
 
 // The metadata stored in a database. Error: HostError when it is no database of the embedded host.
-[[nodiscard]] CatalogPtr LoadCatalog(Database& database);
+[[nodiscard]] MetadataPtr LoadMetadata(Database& database);
 
 // Names in TESSEL_NUMBER.
 inline constexpr const char* kObjectNumber = "OBJECT_ID";

@@ -1,4 +1,4 @@
-#include "embedded/model/catalog_json.h"
+#include "embedded/model/metadata_json.h"
 
 #include <limits>
 #include <map>
@@ -50,11 +50,11 @@ struct PendingAttribute {
   JsonObject source;
 };
 
-class CatalogReader {
+class MetadataReader {
  public:
-  explicit CatalogReader(const JsonObject& model) : model_(model) {}
+  explicit MetadataReader(const JsonObject& model) : model_(model) {}
 
-  std::shared_ptr<Catalog> Read() {
+  std::shared_ptr<Metadata> Read() {
     ReadTop();
     for (const json* entry : model_.Elements("classes"))
       ReadClass(*entry, false);
@@ -64,7 +64,7 @@ class CatalogReader {
       Resolve(*owner, source);
     for (const auto& [attribute, source] : pendingAttributes_)
       Resolve(*attribute, source);
-    return catalog_;
+    return metadata_;
   }
 
  private:
@@ -75,13 +75,13 @@ class CatalogReader {
   }
 
   void ReadTop() {
-    catalog_->alias = model_.RequiredText("alias");
-    catalog_->language = model_.Text("language", "GER");
+    metadata_->alias = model_.RequiredText("alias");
+    metadata_->language = model_.Text("language", "GER");
     for (const std::string& name : model_.Texts("databaseMechanisms"))
-      catalog_->AddDatabaseMechanism(name);
+      metadata_->AddDatabaseMechanism(name);
     for (const std::string& name : model_.Texts("classMechanisms")) {
-      if (catalog_->ClassMechanism(name)) model_.Report("class mechanism \"" + name + "\" stands twice");
-      catalog_->AddClassMechanism(name);
+      if (metadata_->ClassMechanism(name)) model_.Report("class mechanism \"" + name + "\" stands twice");
+      metadata_->AddClassMechanism(name);
     }
     for (const json* entry : model_.Elements("sequences"))
       ReadSequence(*entry);
@@ -101,7 +101,7 @@ class CatalogReader {
     if (!ReadPattern(source.RequiredText("pattern"), sequence)) {
       source.Report("\"pattern\" does not hold one %d or %0Nd");
     }
-    if (!catalog_->sequences.emplace(sequence.name, sequence).second) source.Report("stands twice");
+    if (!metadata_->sequences.emplace(sequence.name, sequence).second) source.Report("stands twice");
   }
 
   // Text with one number place; "%%" is a percent sign.
@@ -154,7 +154,7 @@ class CatalogReader {
     ReadAttributes(source, *definition);
     ReadUniqueSets(source, *definition);
     ReadOperations(source, *definition);
-    if (!catalog_->AddClass(definition)) source.Report("the id or the name is taken by another class");
+    if (!metadata_->AddClass(definition)) source.Report("the id or the name is taken by another class");
     pendingClasses_.push_back({definition, source});
   }
 
@@ -170,7 +170,7 @@ class CatalogReader {
   void ReadMechanisms(const JsonObject& source, ClassDefinition& definition) {
     definition.mechanisms = source.Texts("mechanisms");
     for (const std::string& name : definition.mechanisms) {
-      if (!catalog_->ClassMechanism(name)) source.Report("unknown class mechanism \"" + name + "\"");
+      if (!metadata_->ClassMechanism(name)) source.Report("unknown class mechanism \"" + name + "\"");
     }
   }
 
@@ -246,7 +246,7 @@ class CatalogReader {
     attribute->identifying = source.Flag("identifying");
     attribute->mandatory = source.Flag("mandatory");
     attribute->sequence = source.Text("sequence");
-    if (!attribute->sequence.empty() && !catalog_->sequences.contains(attribute->sequence)) {
+    if (!attribute->sequence.empty() && !metadata_->sequences.contains(attribute->sequence)) {
       source.Report("unknown sequence \"" + attribute->sequence + "\"");
     }
     pendingAttributes_.push_back({attribute, source});
@@ -309,7 +309,7 @@ class CatalogReader {
   }
 
   ClassId ResolveClass(const JsonObject& source, const std::string& key, const std::string& name) const {
-    const ClassId id = catalog_->ClassIdByName(name);
+    const ClassId id = metadata_->ClassIdByName(name);
     if (id == 0) source.Report("\"" + key + "\": unknown class \"" + name + "\"");
     return id;
   }
@@ -326,7 +326,7 @@ class CatalogReader {
     const std::string link = source.Text("hierarchicalLink");
     if (link.empty()) return;
     definition.hierarchicalLink = ResolveClass(source, "hierarchicalLink", link);
-    const ClassDefinitionPtr linkClass = catalog_->Find(definition.hierarchicalLink);
+    const ClassDefinitionPtr linkClass = metadata_->Find(definition.hierarchicalLink);
     if (linkClass && !linkClass->linkClass)
       source.Report("\"hierarchicalLink\": \"" + link + "\" is no link class");
   }
@@ -355,7 +355,7 @@ class CatalogReader {
       }
       const auto text = value.get<std::string>();
       if (attribute.type != AttributeType::kLookup) return ConvertedTo(attribute.type, Value(text));
-      const ClassDefinitionPtr target = catalog_->Find(attribute.target);
+      const ClassDefinitionPtr target = metadata_->Find(attribute.target);
       if (!target) return {};
       for (const LookupValue& entry : target->lookupValues) {
         if (entry.description == text) return Value(entry.id);
@@ -368,7 +368,7 @@ class CatalogReader {
   }
 
   const JsonObject& model_;
-  std::shared_ptr<Catalog> catalog_ = std::make_shared<Catalog>();
+  std::shared_ptr<Metadata> metadata_ = std::make_shared<Metadata>();
   std::map<std::string, std::vector<const json*>> attributeSets_;
   std::set<std::string> tables_;
   std::vector<Pending> pendingClasses_;
@@ -377,8 +377,8 @@ class CatalogReader {
 
 }  // namespace
 
-std::shared_ptr<Catalog> ReadCatalog(const JsonObject& model) {
-  return CatalogReader(model).Read();
+std::shared_ptr<Metadata> ReadMetadata(const JsonObject& model) {
+  return MetadataReader(model).Read();
 }
 
 }  // namespace tessel::embedded

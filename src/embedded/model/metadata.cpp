@@ -1,4 +1,4 @@
-#include "embedded/model/catalog.h"
+#include "embedded/model/metadata.h"
 
 #include <algorithm>
 
@@ -107,7 +107,7 @@ std::string SequenceDefinition::Format(std::int32_t number) const {
   return before + digits + after;
 }
 
-struct Catalog::MechanismDefinition final : PcClassMechanism {
+struct Metadata::MechanismDefinition final : PcClassMechanism {
   int id = 0;
   std::string name;
   std::vector<PcClassPtr> classes;
@@ -124,25 +124,25 @@ struct Catalog::MechanismDefinition final : PcClassMechanism {
   }
 };
 
-struct Catalog::DatabaseMechanismDefinition final : PcDatabaseMechanism {
+struct Metadata::DatabaseMechanismDefinition final : PcDatabaseMechanism {
   std::string name;
   [[nodiscard]] std::string Name() const override { return name; }
 };
 
-void Catalog::AddDatabaseMechanism(const std::string& name) {
+void Metadata::AddDatabaseMechanism(const std::string& name) {
   auto mechanism = std::make_shared<DatabaseMechanismDefinition>();
   mechanism->name = name;
   databaseMechanisms_.push_back(std::move(mechanism));
 }
 
-void Catalog::AddClassMechanism(const std::string& name) {
+void Metadata::AddClassMechanism(const std::string& name) {
   auto mechanism = std::make_shared<MechanismDefinition>();
   mechanism->id = ClassMechanismCount() + 1;
   mechanism->name = name;
   classMechanisms_.push_back(std::move(mechanism));
 }
 
-bool Catalog::AddClass(std::shared_ptr<ClassDefinition> definition) {
+bool Metadata::AddClass(std::shared_ptr<ClassDefinition> definition) {
   if (byId_.contains(definition->id) || byName_.contains(definition->name)) return false;
   definition->MakeStatements();
   byId_.emplace(definition->id, definition);
@@ -155,50 +155,50 @@ bool Catalog::AddClass(std::shared_ptr<ClassDefinition> definition) {
   return true;
 }
 
-ClassDefinitionPtr Catalog::Find(ClassId id) const {
+ClassDefinitionPtr Metadata::Find(ClassId id) const {
   const auto found = byId_.find(id);
   return found == byId_.end() ? nullptr : found->second;
 }
 
-ClassDefinitionPtr Catalog::FindByName(std::string_view name) const {
+ClassDefinitionPtr Metadata::FindByName(std::string_view name) const {
   const auto found = byName_.find(name);
   return found == byName_.end() ? nullptr : found->second;
 }
 
-const ClassDefinition& Catalog::Required(ClassId id) const {
+const ClassDefinition& Metadata::Required(ClassId id) const {
   const auto found = byId_.find(id);
   if (found == byId_.end()) throw HostError("The database has no class " + std::to_string(id));
   return *found->second;
 }
 
-ClassId Catalog::ClassIdByName(std::string_view name) const {
+ClassId Metadata::ClassIdByName(std::string_view name) const {
   const auto found = byName_.find(name);
   return found == byName_.end() ? ClassId{0} : found->second->id;
 }
 
-PcClassPtr Catalog::ClassAt(int index) const {
+PcClassPtr Metadata::ClassAt(int index) const {
   return At(classes_, index, "class");
 }
 
-PcClassMechanismPtr Catalog::ClassMechanism(std::string_view name) const {
+PcClassMechanismPtr Metadata::ClassMechanism(std::string_view name) const {
   for (const auto& mechanism : classMechanisms_) {
     if (mechanism->name == name) return mechanism;
   }
   return nullptr;
 }
 
-PcClassMechanismPtr Catalog::ClassMechanismAt(int index) const {
+PcClassMechanismPtr Metadata::ClassMechanismAt(int index) const {
   return At(classMechanisms_, index, "class mechanism");
 }
 
-PcDatabaseMechanismPtr Catalog::DatabaseMechanism(std::string_view name) const {
+PcDatabaseMechanismPtr Metadata::DatabaseMechanism(std::string_view name) const {
   for (const auto& mechanism : databaseMechanisms_) {
     if (mechanism->name == name) return mechanism;
   }
   return nullptr;
 }
 
-std::vector<PcClassPtr> Catalog::LinkClassesBetween(ClassId first, ClassId second) const {
+std::vector<PcClassPtr> Metadata::LinkClassesBetween(ClassId first, ClassId second) const {
   std::vector<PcClassPtr> result;
   for (const auto& definition : classes_) {
     if (definition->MayTie(first, second)) result.push_back(definition);

@@ -1,4 +1,4 @@
-#include "catalogue.h"
+#include "database_contents.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -114,12 +114,12 @@ std::optional<ObjectKey> RecordOf(const QString& nativeFolder) {
   return std::nullopt;
 }
 
-Catalogue::Catalogue(PcSessionPtr session)
+DatabaseContents::DatabaseContents(PcSessionPtr session)
     : session_(std::move(session)),
       iconDirectory_(ToQt(session_->ConfigurationValue(embedded::kIconsDirKey))),
       logins_(Logins()) {}
 
-std::map<ObjectId, QString> Catalogue::Logins() const {
+std::map<ObjectId, QString> DatabaseContents::Logins() const {
   std::map<ObjectId, QString> logins;
   for (const PcUserPtr& user : session_->Users()) {
     if (const PcObjectPtr object = user->UserObject())
@@ -128,7 +128,7 @@ std::map<ObjectId, QString> Catalogue::Logins() const {
   return logins;
 }
 
-std::vector<PcClassPtr> Catalogue::ClassesOf(const char* mechanism) const {
+std::vector<PcClassPtr> DatabaseContents::ClassesOf(const char* mechanism) const {
   std::vector<PcClassPtr> classes;
   const PcClassMechanismPtr found = session_->MetaData()->ClassMechanism(mechanism);
   for (int index = 0; found && index < found->SupportedClassCount(); ++index)
@@ -136,14 +136,14 @@ std::vector<PcClassPtr> Catalogue::ClassesOf(const char* mechanism) const {
   return classes;
 }
 
-std::vector<DocumentRow> Catalogue::Documents() const {
+std::vector<DocumentRow> DatabaseContents::Documents() const {
   std::vector<DocumentRow> rows;
   for (const PcClassPtr& objectClass : ClassesOf(kDocumentMechanism))
     AddDocuments(*objectClass, rows);
   return rows;
 }
 
-void Catalogue::AddDocuments(const PcClass& objectClass, std::vector<DocumentRow>& rows) const {
+void DatabaseContents::AddDocuments(const PcClass& objectClass, std::vector<DocumentRow>& rows) const {
   const std::string number = IdentifyingAttribute(objectClass);
   const PcRecordListPtr list =
       AllOf(*session_, objectClass, {number, kRevision, kDescription, kState, kLockState, kLockedBy});
@@ -164,7 +164,7 @@ void Catalogue::AddDocuments(const PcClass& objectClass, std::vector<DocumentRow
   }
 }
 
-std::map<ObjectId, int> Catalogue::DocumentCounts(const PcClass& objectClass) const {
+std::map<ObjectId, int> DatabaseContents::DocumentCounts(const PcClass& objectClass) const {
   std::map<ObjectId, int> counts;
   const PcClassPtr link = session_->MetaData()->ClassById(objectClass.DefaultHierarchicalLinkClassId());
   if (!link) return counts;
@@ -179,7 +179,7 @@ std::map<ObjectId, int> Catalogue::DocumentCounts(const PcClass& objectClass) co
   return counts;
 }
 
-void Catalogue::AddExchanges(const PcClass& objectClass, std::vector<ExchangeRow>& rows) const {
+void DatabaseContents::AddExchanges(const PcClass& objectClass, std::vector<ExchangeRow>& rows) const {
   const std::string number = IdentifyingAttribute(objectClass);
   const PcRecordListPtr list =
       AllOf(*session_, objectClass, {number, kPhase, kStatus, kCompany, kContact, kRootDirectory});
@@ -201,7 +201,7 @@ void Catalogue::AddExchanges(const PcClass& objectClass, std::vector<ExchangeRow
   }
 }
 
-std::vector<ExchangeRow> Catalogue::Exchanges() const {
+std::vector<ExchangeRow> DatabaseContents::Exchanges() const {
   std::vector<ExchangeRow> rows;
   for (const PcClassPtr& objectClass : ClassesOf(kExchangeMechanism))
     AddExchanges(*objectClass, rows);
@@ -211,14 +211,14 @@ std::vector<ExchangeRow> Catalogue::Exchanges() const {
   return rows;
 }
 
-QString Catalogue::ProtocolOf(const ObjectKey& exchange) const {
+QString DatabaseContents::ProtocolOf(const ObjectKey& exchange) const {
   const PcObjectPtr object = session_->ObjectStore()->Object(exchange);
   if (!object || !object->HasAttribute(kProtocol)) return {};
   object->ReadData();
   return ToQt(object->GetText(kProtocol));
 }
 
-std::vector<ObjectKey> Catalogue::Below(const ObjectKey& key) const {
+std::vector<ObjectKey> DatabaseContents::Below(const ObjectKey& key) const {
   std::vector<ObjectKey> keys;
   const PcMetaDataPtr metaData = session_->MetaData();
   const PcClassPtr objectClass = metaData->ClassById(key.classId);
@@ -238,7 +238,7 @@ std::vector<ObjectKey> Catalogue::Below(const ObjectKey& key) const {
   return keys;
 }
 
-QString Catalogue::NumberOf(const ObjectKey& key) const {
+QString DatabaseContents::NumberOf(const ObjectKey& key) const {
   const PcObjectPtr object = session_->ObjectStore()->Object(key);
   QString number;
   if (object) {
@@ -249,7 +249,7 @@ QString Catalogue::NumberOf(const ObjectKey& key) const {
   return number.isEmpty() ? ToQt(ObjectKeyText(key, ':')) : number;
 }
 
-std::vector<ObjectKey> Catalogue::Collected() const {
+std::vector<ObjectKey> DatabaseContents::Collected() const {
   std::vector<ObjectKey> keys;
   const PcGlobalData& data = session_->GlobalData();
   const Value count = data.Get(global_data::kCount);
@@ -262,7 +262,7 @@ std::vector<ObjectKey> Catalogue::Collected() const {
   return keys;
 }
 
-QIcon Catalogue::IconOf(ClassId classId) const {
+QIcon DatabaseContents::IconOf(ClassId classId) const {
   const auto known = icons_.find(classId);
   if (known != icons_.end()) return known->second;
   const PcClassPtr objectClass = session_->MetaData()->ClassById(classId);
@@ -273,7 +273,7 @@ QIcon Catalogue::IconOf(ClassId classId) const {
   return icon;
 }
 
-bool Catalogue::IsDocument(ClassId classId) const {
+bool DatabaseContents::IsDocument(ClassId classId) const {
   const PcClassMechanismPtr mechanism = session_->MetaData()->ClassMechanism(kDocumentMechanism);
   return mechanism && mechanism->Supports(classId);
 }

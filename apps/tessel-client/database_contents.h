@@ -48,9 +48,9 @@ void SetDirectory(ExchangeRow& row, const QString& directory);
 // The data exchange object that the data file in a finished directory names; nothing when there is none.
 [[nodiscard]] std::optional<ObjectKey> RecordOf(const QString& nativeFolder);
 
-class Catalogue {
+class DatabaseContents {
  public:
-  explicit Catalogue(PcSessionPtr session);
+  explicit DatabaseContents(PcSessionPtr session);
 
   // Documents that can be exchanged, by class and object id. Errors: HostError.
   [[nodiscard]] std::vector<DocumentRow> Documents() const;

@@ -73,7 +73,7 @@ struct ClassDefinition final : PcClass {
   std::vector<ClassId> firstEnds;
   std::vector<ClassId> secondEnds;
   std::shared_ptr<OperationList> operations = std::make_shared<OperationList>();
-  // Of all attributes in order: one row by OBJECT_ID, and a new row. Set when the catalog takes the class.
+  // Of all attributes in order: one row by OBJECT_ID, and a new row. Set when the metadata takes the class.
   std::string readStatement;
   std::string insertStatement;
 
@@ -124,7 +124,7 @@ struct SequenceDefinition {
   [[nodiscard]] std::string Format(std::int32_t number) const;
 };
 
-class Catalog final : public PcMetaData {
+class Metadata final : public PcMetaData {
  public:
   std::string alias;
   std::string language;
@@ -168,6 +168,6 @@ class Catalog final : public PcMetaData {
   std::vector<std::shared_ptr<MechanismDefinition>> classMechanisms_;
   std::vector<std::shared_ptr<DatabaseMechanismDefinition>> databaseMechanisms_;
 };
-using CatalogPtr = std::shared_ptr<const Catalog>;
+using MetadataPtr = std::shared_ptr<const Metadata>;
 
 }  // namespace tessel::embedded
