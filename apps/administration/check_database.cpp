@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "administration/site_check.h"
+#include "host/names.h"
 
 namespace tessel::administration {
 namespace {
@@ -15,26 +16,22 @@ struct NeededMechanism {
 };
 
 constexpr NeededMechanism kMechanisms[] = {
-    {"VRKX_DX_SUPPLIER_EXCH_DOC", true, "documents that may be exported"},
-    {"VRKX_DX_TRANSMITTAL", true, "data exchange objects"},
-    {"VRKX_DX_SUPPLIER_COMPANY", false, "companies on the recipient page"},
-    {"VRKX_DX_SUPPLIER_CONT_PERSON", false, "contact persons on the recipient page"},
-    {"VRKX_DX_FOLDER_STRUCTURE", false, "exports with folder structure"},
+    {class_mechanism::kExchangeDocument, true, "documents that may be exported"},
+    {class_mechanism::kTransmittal, true, "data exchange objects"},
+    {class_mechanism::kCompany, false, "companies on the recipient page"},
+    {class_mechanism::kContactPerson, false, "contact persons on the recipient page"},
+    {class_mechanism::kFolderStructure, false, "exports with folder structure"},
 };
 
-constexpr const char* kExchangeAttributes[] = {"VRKX_DX_PROCESS_PHASE",     "VRKX_DX_STATUS_INFO",
-                                               "VRKX_DX_EXCHANGE_TYPE",     "VRKX_DX_EXCH_PROTOCOL",
-                                               "VRKX_DX_SEND_TO_COMPANY",   "VRKX_DX_SEND_TO_CONT_PERS",
-                                               "VRKX_DX_EXCHANGE_ROOT_DIR", "VRKX_DX_TARGET_FOLDER"};
-constexpr const char* kDocumentAttributes[] = {"STATE",
-                                               "REVISION",
-                                               "REVISION_STG",
-                                               "CAD_REF_FILE_NAME",
-                                               "UNDER_OPERATION",
-                                               "VRKX_DX_LOCK_STATE",
-                                               "VRKX_DX_LOCK_DESCRIPTION",
-                                               "VRKX_DX_LOCKED_BY",
-                                               "VRKX_DX_FIRST_LOCK_USE"};
+constexpr const char* kExchangeAttributes[] = {attribute::kProcessPhase,  attribute::kStatusInfo,
+                                               attribute::kExchangeType,  attribute::kProtocol,
+                                               attribute::kSendToCompany, attribute::kSendToContact,
+                                               attribute::kRootDirectory, attribute::kTargetFolder};
+constexpr const char* kDocumentAttributes[] = {attribute::kState,           "REVISION",
+                                               attribute::kRevisionStage,   attribute::kCadFileName,
+                                               attribute::kUnderOperation,  attribute::kLockState,
+                                               attribute::kLockDescription, attribute::kLockedBy,
+                                               attribute::kFirstLockUse};
 
 class DatabaseCheck {
  public:
@@ -42,7 +39,7 @@ class DatabaseCheck {
       : site_(site), findings_(findings), metaData_(*site.session->MetaData()) {}
 
   void Run() {
-    if (!metaData_.DatabaseMechanism("Supplier Exchange")) {
+    if (!metaData_.DatabaseMechanism(kSupplierExchange)) {
       findings_.Error(kWhere,
                       "the database lacks the mechanism \"Supplier Exchange\": every export ends with e9010",
                       "add the database mechanism");
@@ -61,7 +58,7 @@ class DatabaseCheck {
     const std::string what = std::string(mechanism ? "no class supports " : "there is no class mechanism ") +
                              needed.name + ", which marks " + needed.purpose;
     // An empty list stops the start-up, whatever it is for; in folder-structure mode alone for the last one.
-    if (needed.required || (mechanism && std::string(needed.name) != "VRKX_DX_FOLDER_STRUCTURE")) {
+    if (needed.required || (mechanism && std::string(needed.name) != class_mechanism::kFolderStructure)) {
       findings_.Error(kWhere, what + ": every start-up ends with e9030", "let a class support the mechanism");
     } else {
       findings_.Warning(kWhere, what, "let a class support the mechanism");
@@ -86,7 +83,7 @@ class DatabaseCheck {
   }
 
   void CheckExchangeClass() {
-    const PcClassPtr exchange = FirstClass("VRKX_DX_TRANSMITTAL");
+    const PcClassPtr exchange = FirstClass(class_mechanism::kTransmittal);
     if (!exchange) return;
     RequireAttributes(*exchange, kExchangeAttributes, "exchanges are not recorded completely");
     if (!HasNumber(*exchange)) {
@@ -97,7 +94,7 @@ class DatabaseCheck {
                       "give its identifying attribute a sequence");
     }
     for (const char* mechanism :
-         {"VRKX_DX_SUPPLIER_EXCH_DOC", "VRKX_DX_SUPPLIER_COMPANY", "VRKX_DX_SUPPLIER_CONT_PERSON"}) {
+         {class_mechanism::kExchangeDocument, class_mechanism::kCompany, class_mechanism::kContactPerson}) {
       const PcClassMechanismPtr others = metaData_.ClassMechanism(mechanism);
       for (int i = 0; others && i < others->SupportedClassCount(); ++i)
         CheckLink(*exchange, *others->SupportedClass(i));
@@ -108,7 +105,7 @@ class DatabaseCheck {
     for (int i = 0; i < checked.AttributeCount(); ++i) {
       const PcAttributePtr attribute = checked.Attribute(i);
       const std::string name = attribute->Name();
-      if (name != "SITE_ID" && name != "REVISION" && attribute->IsIdentifying(name) &&
+      if (name != attribute::kSiteId && name != "REVISION" && attribute->IsIdentifying(name) &&
           attribute->HasSequence()) {
         return true;
       }
@@ -125,7 +122,7 @@ class DatabaseCheck {
   }
 
   void CheckDocuments() {
-    const PcClassMechanismPtr documents = metaData_.ClassMechanism("VRKX_DX_SUPPLIER_EXCH_DOC");
+    const PcClassMechanismPtr documents = metaData_.ClassMechanism(class_mechanism::kExchangeDocument);
     for (int i = 0; documents && i < documents->SupportedClassCount(); ++i) {
       const PcClassPtr document = documents->SupportedClass(i);
       RequireAttributes(*document, kDocumentAttributes, "its documents can be neither described nor locked");
@@ -144,7 +141,7 @@ class DatabaseCheck {
   }
 
   void CheckLocking() {
-    const ClassId locking = metaData_.ClassIdByName("Object Locking");
+    const ClassId locking = metaData_.ClassIdByName(kLockClass);
     if (locking == 0) {
       findings_.Error(kWhere, "there is no class \"Object Locking\": no document can be locked",
                       "add the class");
@@ -152,7 +149,7 @@ class DatabaseCheck {
     }
     const auto found = site_.uniqueSets.find(locking);
     if (site_.uniqueSets.empty()) return;  // the host does not tell
-    std::vector<std::string> wanted = {"OPER_CLASS_ID", "OPER_OBJECT_ID"};
+    std::vector<std::string> wanted = {attribute::kLockedClassId, attribute::kLockedObjectId};
     const bool unique = found != site_.uniqueSets.end() &&
                         std::ranges::any_of(found->second, [&](std::vector<std::string> names) {
                           std::ranges::sort(names);

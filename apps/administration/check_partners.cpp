@@ -6,6 +6,7 @@
 #include "administration/site_check.h"
 #include "config/configuration_reader.h"
 #include "config/pelicore_admin_tool.h"
+#include "host/names.h"
 #include "host/object_key.h"
 #include "structure/xml/xml_names.h"
 
@@ -20,7 +21,7 @@ class PartnerCheck {
   PartnerCheck(const Site& site, Findings& findings) : site_(site), findings_(findings) {}
 
   void Run() {
-    for (const char* mechanismName : {"VRKX_DX_SUPPLIER_COMPANY", "VRKX_DX_SUPPLIER_CONT_PERSON"}) {
+    for (const char* mechanismName : {class_mechanism::kCompany, class_mechanism::kContactPerson}) {
       const PcClassMechanismPtr mechanism = site_.session->MetaData()->ClassMechanism(mechanismName);
       for (int i = 0; mechanism && i < mechanism->SupportedClassCount(); ++i)
         CheckClass(*mechanism->SupportedClass(i));
@@ -31,7 +32,7 @@ class PartnerCheck {
   void CheckClass(const PcClass& partners) {
     const PcQueryPtr query = site_.session->ObjectStore()->NewQuery();
     query->SetClass(partners.Id());
-    for (const char* column : {"CLASS_ID", "OBJECT_ID"})
+    for (const char* column : {attribute::kClassId, attribute::kObjectId})
       query->AddSelect(column);
     const PcRecordListPtr rows = query->Run();
     for (int row = 0; row < rows->RowCount(); ++row)
@@ -82,7 +83,7 @@ class PartnerCheck {
   [[nodiscard]] std::vector<std::string> ClassesWithout(const std::string& attribute) const {
     std::vector<std::string> names;
     const PcClassMechanismPtr documents =
-        site_.session->MetaData()->ClassMechanism("VRKX_DX_SUPPLIER_EXCH_DOC");
+        site_.session->MetaData()->ClassMechanism(class_mechanism::kExchangeDocument);
     for (int i = 0; documents && i < documents->SupportedClassCount(); ++i) {
       const PcClassPtr document = documents->SupportedClass(i);
       if (!document->FindAttribute(attribute)) names.push_back(document->Name());

@@ -11,6 +11,7 @@
 #include "dispatch/server_monitor.h"
 #include "host/ascii.h"
 #include "host/error.h"
+#include "host/names.h"
 #include "host/value.h"
 #include "platform/paths.h"
 #include "platform/text_encoding.h"
@@ -171,10 +172,10 @@ class SettingsCheck {
   }
 
   void CheckAttributes() {
-    CheckShown("VRKX_DX_SUPPLIER_EXCH_DOC", {"DisplayAttribute1", "DisplayAttribute2"});
-    CheckShown("VRKX_DX_SUPPLIER_COMPANY", {"DisplayAttribCustom1", "DisplayAttribCustom2"});
-    CheckShown("VRKX_DX_SUPPLIER_CONT_PERSON", {"DisplayAttribContact1", "DisplayAttribContact2"});
-    CheckShown("VRKX_DX_FOLDER_STRUCTURE", {"DisplayAttribFolderStruc"});
+    CheckShown(class_mechanism::kExchangeDocument, {"DisplayAttribute1", "DisplayAttribute2"});
+    CheckShown(class_mechanism::kCompany, {"DisplayAttribCustom1", "DisplayAttribCustom2"});
+    CheckShown(class_mechanism::kContactPerson, {"DisplayAttribContact1", "DisplayAttribContact2"});
+    CheckShown(class_mechanism::kFolderStructure, {"DisplayAttribFolderStruc"});
   }
 
   void CheckShown(const char* mechanismName, std::initializer_list<const char*> keys) {

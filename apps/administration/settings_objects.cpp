@@ -6,6 +6,7 @@
 #include "config/configuration_reader.h"
 #include "config/pelicore_admin_tool.h"
 #include "host/error.h"
+#include "host/names.h"
 
 namespace tessel::administration {
 namespace {
@@ -23,8 +24,8 @@ std::string TextOf(const PcObject& object, const std::string& attribute) {
 
 std::string SettingsObject::Title() const {
   if (!object) return "no settings object";
-  const std::string id = TextOf(*object, "VRKX_ID");
-  const std::string description = TextOf(*object, "VRK_DESCRIPTION");
+  const std::string id = TextOf(*object, admin_setting::kIdentifier);
+  const std::string description = TextOf(*object, attribute::kDescription);
   const std::string name =
       id.empty() ? ObjectKeyText({object->GetClassId(), object->GetObjectId()}, ':') : id;
   return description.empty() ? name : name + " (" + description + ")";

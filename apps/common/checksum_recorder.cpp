@@ -15,8 +15,7 @@ bool Wanted(const AdditionalValuesRequest& request) {
   Trace trace([&request] { return request.traceWriter; });
   AdminConfigurationReader reader(trace);
   return ParseBoolean(reader.ReadValue(request.session, checksum_setting::kSection, checksum_setting::kKey,
-                                       checksum_setting::kDefault, admin_setting::kSetName,
-                                       admin_setting::kClassName, admin_setting::kTextAttribute, nullptr));
+                                       checksum_setting::kDefault, {}));
 }
 
 class RecordingComponent final : public AdditionalValues {

@@ -4,12 +4,12 @@
 
 #include "embedded/embedded_host.h"
 #include "host/error.h"
+#include "host/names.h"
 #include "sender/system.h"
 
 namespace tessel::sender {
 namespace {
 
-constexpr const char* kTransmittals = "VRKX_DX_TRANSMITTAL";
 constexpr std::size_t kMostStatus = 250;  // bytes; installed databases have 255
 
 // At most so many bytes of UTF-8, ended behind a whole character.
@@ -36,8 +36,8 @@ void CheckAttributes(const PcClass& objectClass, const std::vector<std::string>&
   for (const std::string& name : names) {
     const PcAttributePtr attribute = objectClass.FindAttribute(name);
     if (!attribute) RefuseRecord("class \"" + objectClass.Name() + "\" has no attribute \"" + name + "\"");
-    if (!seen.insert(name).second || attribute->IsIdentifying(name) || name == "CLASS_ID" ||
-        name == "OBJECT_ID")
+    if (!seen.insert(name).second || attribute->IsIdentifying(name) || name == attribute::kClassId ||
+        name == attribute::kObjectId)
       RefuseRecord("it is not for \"" + name + "\" to be reported in");
   }
 }
@@ -55,7 +55,7 @@ std::string Password(const DatabaseLogin& login, const FileSystem& files) {
 
 // Objects of class "Admin Setting" that are linked to an object; nothing when there can be none.
 PcRecordListPtr LinkedSettings(PcSession& session, const PcObject& base) {
-  const ClassId settingClass = session.MetaData()->ClassIdByName("Admin Setting");
+  const ClassId settingClass = session.MetaData()->ClassIdByName(admin_setting::kClassName);
   if (settingClass == 0) return nullptr;
   const PcMetaDataPtr metaData = session.MetaData();
   auto links = metaData->LinkClassesBetween(base.GetClassId(), settingClass);
@@ -72,8 +72,8 @@ std::string RulesText(PcSession& session) {
   const PcObjectPtr base = user->UserObject();
   const PcRecordListPtr rows = base ? LinkedSettings(session, *base) : nullptr;
   for (int row = 0; rows && row < rows->RowCount(); ++row) {
-    if (rows->GetValue("VRKX_VALUE_1", row).AsText() == "Initialization")
-      return rows->GetValue("VRKX_VALUE_LONG", row).AsText();
+    if (rows->GetValue(admin_setting::kNameAttribute, row).AsText() == admin_setting::kSetName)
+      return rows->GetValue(admin_setting::kTextAttribute, row).AsText();
   }
   throw HostError(
       "The account \"" + user->LoginName() +
@@ -105,7 +105,7 @@ ExchangeRecord::ExchangeRecord(PcSessionPtr session, PcObjectPtr object, const D
       urlAttribute_(data.urlAttribute),
       phaseAttribute_(data.phaseAttribute) {
   const PcClassPtr objectClass = object_->Class();
-  const PcClassMechanismPtr mechanism = session_->MetaData()->ClassMechanism(kTransmittals);
+  const PcClassMechanismPtr mechanism = session_->MetaData()->ClassMechanism(class_mechanism::kTransmittal);
   if (!mechanism || !mechanism->Supports(objectClass->Id()))
     RefuseRecord("class \"" + objectClass->Name() + "\" is none of data exchange objects");
   CheckAttributes(*objectClass, {statusAttribute_, protocolAttribute_, urlAttribute_, phaseAttribute_});

@@ -7,6 +7,7 @@
 
 #include "embedded/embedded_host.h"
 #include "host/error.h"
+#include "host/names.h"
 #include "qt/text.h"
 #include "selection/selection.h"
 
@@ -15,21 +16,9 @@ namespace {
 
 using qt::ToQt;
 
-constexpr const char* kDocumentMechanism = "VRKX_DX_SUPPLIER_EXCH_DOC";
-constexpr const char* kExchangeMechanism = "VRKX_DX_TRANSMITTAL";
 // Attributes of documents.
 constexpr const char* kRevision = "REVISION";
-constexpr const char* kDescription = "VRK_DESCRIPTION";
-constexpr const char* kState = "STATE";
-constexpr const char* kLockState = "VRKX_DX_LOCK_STATE";
-constexpr const char* kLockedBy = "VRKX_DX_LOCKED_BY";
 // Attributes of data exchange objects.
-constexpr const char* kPhase = "VRKX_DX_PROCESS_PHASE";
-constexpr const char* kStatus = "VRKX_DX_STATUS_INFO";
-constexpr const char* kCompany = "VRKX_DX_SEND_TO_COMPANY";
-constexpr const char* kContact = "VRKX_DX_SEND_TO_CONT_PERS";
-constexpr const char* kRootDirectory = "VRKX_DX_EXCHANGE_ROOT_DIR";
-constexpr const char* kProtocol = "VRKX_DX_EXCH_PROTOCOL";
 
 std::string IdentifyingAttribute(const PcClass& objectClass) {
   for (int index = 0; index < objectClass.AttributeCount(); ++index) {
@@ -44,8 +33,8 @@ PcRecordListPtr AllOf(PcSession& session, const PcClass& objectClass,
                       std::initializer_list<std::string> attributes) {
   const PcQueryPtr query = session.ObjectStore()->NewQuery();
   query->SetClass(objectClass.Id());
-  query->AddSelect("CLASS_ID");
-  query->AddSelect("OBJECT_ID");
+  query->AddSelect(attribute::kClassId);
+  query->AddSelect(attribute::kObjectId);
   for (const std::string& attribute : attributes) {
     if (objectClass.FindAttribute(attribute)) query->AddSelect(attribute);
   }
@@ -138,26 +127,27 @@ std::vector<PcClassPtr> DatabaseContents::ClassesOf(const char* mechanism) const
 
 std::vector<DocumentRow> DatabaseContents::Documents() const {
   std::vector<DocumentRow> rows;
-  for (const PcClassPtr& objectClass : ClassesOf(kDocumentMechanism))
+  for (const PcClassPtr& objectClass : ClassesOf(class_mechanism::kExchangeDocument))
     AddDocuments(*objectClass, rows);
   return rows;
 }
 
 void DatabaseContents::AddDocuments(const PcClass& objectClass, std::vector<DocumentRow>& rows) const {
   const std::string number = IdentifyingAttribute(objectClass);
-  const PcRecordListPtr list =
-      AllOf(*session_, objectClass, {number, kRevision, kDescription, kState, kLockState, kLockedBy});
+  const PcRecordListPtr list = AllOf(*session_, objectClass,
+                                     {number, kRevision, attribute::kDescription, attribute::kState,
+                                      attribute::kLockState, attribute::kLockedBy});
   for (int position = 0; position < list->RowCount(); ++position) {
     const Row row(*list, position);
     DocumentRow document{list->KeyOfRow(position),
                          ToQt(objectClass.Name()),
                          row.Text(number),
                          row.Text(kRevision),
-                         row.Text(kDescription),
-                         row.Number(kState),
+                         row.Text(attribute::kDescription),
+                         row.Number(attribute::kState),
                          {}};
-    if (row.Flag(kLockState)) {
-      const auto login = logins_.find(row.Number(kLockedBy));
+    if (row.Flag(attribute::kLockState)) {
+      const auto login = logins_.find(row.Number(attribute::kLockedBy));
       document.lockedBy = login == logins_.end() ? QStringLiteral("?") : login->second;
     }
     rows.push_back(std::move(document));
@@ -173,8 +163,8 @@ std::map<ObjectId, int> DatabaseContents::DocumentCounts(const PcClass& objectCl
                 " where CLASS_ID1 = " + std::to_string(objectClass.Id()));
   const PcRecordListPtr list = query->Run();
   for (int row = 0; row < list->RowCount(); ++row) {
-    if (IsDocument(list->GetValue("CLASS_ID2", row).AsInt16()))
-      ++counts[list->GetValue("OBJECT_ID1", row).AsInt32()];
+    if (IsDocument(list->GetValue(attribute::kClassId2, row).AsInt16()))
+      ++counts[list->GetValue(attribute::kObjectId1, row).AsInt32()];
   }
   return counts;
 }
@@ -182,7 +172,9 @@ std::map<ObjectId, int> DatabaseContents::DocumentCounts(const PcClass& objectCl
 void DatabaseContents::AddExchanges(const PcClass& objectClass, std::vector<ExchangeRow>& rows) const {
   const std::string number = IdentifyingAttribute(objectClass);
   const PcRecordListPtr list =
-      AllOf(*session_, objectClass, {number, kPhase, kStatus, kCompany, kContact, kRootDirectory});
+      AllOf(*session_, objectClass,
+            {number, attribute::kProcessPhase, attribute::kStatusInfo, attribute::kSendToCompany,
+             attribute::kSendToContact, attribute::kRootDirectory});
   std::map<ObjectId, int> counts = DocumentCounts(objectClass);
   for (int position = 0; position < list->RowCount(); ++position) {
     const Row row(*list, position);
@@ -192,18 +184,18 @@ void DatabaseContents::AddExchanges(const PcClass& objectClass, std::vector<Exch
                     {},
                     {},
                     counts[key.objectId],
-                    row.Number(kPhase),
-                    row.Text(kStatus),
-                    row.Text(kCompany),
-                    row.Text(kContact),
+                    row.Number(attribute::kProcessPhase),
+                    row.Text(attribute::kStatusInfo),
+                    row.Text(attribute::kSendToCompany),
+                    row.Text(attribute::kSendToContact),
                     {}});
-    SetDirectory(rows.back(), row.Text(kRootDirectory));
+    SetDirectory(rows.back(), row.Text(attribute::kRootDirectory));
   }
 }
 
 std::vector<ExchangeRow> DatabaseContents::Exchanges() const {
   std::vector<ExchangeRow> rows;
-  for (const PcClassPtr& objectClass : ClassesOf(kExchangeMechanism))
+  for (const PcClassPtr& objectClass : ClassesOf(class_mechanism::kTransmittal))
     AddExchanges(*objectClass, rows);
   std::stable_sort(rows.begin(), rows.end(), [](const ExchangeRow& first, const ExchangeRow& second) {
     return first.key.objectId > second.key.objectId;
@@ -213,9 +205,9 @@ std::vector<ExchangeRow> DatabaseContents::Exchanges() const {
 
 QString DatabaseContents::ProtocolOf(const ObjectKey& exchange) const {
   const PcObjectPtr object = session_->ObjectStore()->Object(exchange);
-  if (!object || !object->HasAttribute(kProtocol)) return {};
+  if (!object || !object->HasAttribute(attribute::kProtocol)) return {};
   object->ReadData();
-  return ToQt(object->GetText(kProtocol));
+  return ToQt(object->GetText(attribute::kProtocol));
 }
 
 std::vector<ObjectKey> DatabaseContents::Below(const ObjectKey& key) const {
@@ -231,8 +223,8 @@ std::vector<ObjectKey> DatabaseContents::Below(const ObjectKey& key) const {
                 " and OBJECT_ID1 = " + std::to_string(key.objectId) + " order by OBJECT_ID");
   const PcRecordListPtr list = query->Run();
   for (int row = 0; row < list->RowCount(); ++row) {
-    const ObjectKey below{list->GetValue("CLASS_ID2", row).AsInt16(),
-                          list->GetValue("OBJECT_ID2", row).AsInt32()};
+    const ObjectKey below{list->GetValue(attribute::kClassId2, row).AsInt16(),
+                          list->GetValue(attribute::kObjectId2, row).AsInt32()};
     if (IsDocument(below.classId)) keys.push_back(below);
   }
   return keys;
@@ -274,7 +266,8 @@ QIcon DatabaseContents::IconOf(ClassId classId) const {
 }
 
 bool DatabaseContents::IsDocument(ClassId classId) const {
-  const PcClassMechanismPtr mechanism = session_->MetaData()->ClassMechanism(kDocumentMechanism);
+  const PcClassMechanismPtr mechanism =
+      session_->MetaData()->ClassMechanism(class_mechanism::kExchangeDocument);
   return mechanism && mechanism->Supports(classId);
 }
 

@@ -9,6 +9,7 @@
 #include "config/configuration_reader.h"
 #include "config/pelicore_admin_tool.h"
 #include "host/error.h"
+#include "host/names.h"
 #include "platform/paths.h"
 #include "tessel/workbench.h"
 

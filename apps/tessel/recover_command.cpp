@@ -8,6 +8,7 @@
 #include "dispatch/recovery.h"
 #include "embedded/embedded_host.h"
 #include "headless/headless_toolkit.h"
+#include "host/names.h"
 #include "host/object_store.h"
 #include "locking/continuation_recovery.h"
 #include "messages/guard.h"
@@ -34,8 +35,8 @@ std::set<std::string> ExchangePaths(PcSession& session) {
   std::set<std::string> paths;
   const PcQueryPtr query = store->NewQuery();
   query->SetClass(metaData->ClassIdByName(admin_setting::kClassName));
-  query->AddSelect("CLASS_ID");
-  query->AddSelect("OBJECT_ID");
+  query->AddSelect(attribute::kClassId);
+  query->AddSelect(attribute::kObjectId);
   query->AddCondition(admin_setting::kNameAttribute, "=", Value(admin_setting::kSetName));
   const PcRecordListPtr rows = query->Run();
   for (int row = 0; row < rows->RowCount(); ++row) {

@@ -4,46 +4,38 @@ namespace tessel {
 
 std::string AdminConfigurationReader::ReadValue(const PcSessionPtr& session, const std::string& section,
                                                 const std::string& key, const std::string& defaultText,
-                                                const std::string& setName, const std::string&,
-                                                const std::string& attributeName,
-                                                const PcObjectPtr& settings) {
-  return PelicoreAdminTool::IniValue_Retrieve(Text(session, setName, attributeName, settings), section, key,
-                                              defaultText);
+                                                const SettingsSource& source) {
+  return PelicoreAdminTool::IniValue_Retrieve(Text(session, source), section, key, defaultText);
 }
 
 std::vector<std::string> AdminConfigurationReader::SectionEntries(const PcSessionPtr& session,
                                                                   const std::string& section) {
-  return SectionLines(session, section, admin_setting::kSetName, admin_setting::kClassName,
-                      admin_setting::kTextAttribute, nullptr);
+  return SectionLines(session, section, {});
 }
 
-std::vector<std::string> AdminConfigurationReader::SectionLines(
-    const PcSessionPtr& session, const std::string& section, const std::string& setName, const std::string&,
-    const std::string& attributeName, const PcObjectPtr& settings) {
-  return PelicoreAdminTool::IniSectionLines(Text(session, setName, attributeName, settings), section);
+std::vector<std::string> AdminConfigurationReader::SectionLines(const PcSessionPtr& session,
+                                                                const std::string& section,
+                                                                const SettingsSource& source) {
+  return PelicoreAdminTool::IniSectionLines(Text(session, source), section);
 }
 
-void AdminConfigurationReader::BeginReading() {
-  reading_ = true;
-  found_ = {};
+std::shared_ptr<void> AdminConfigurationReader::KeepSettings() {
+  const auto kept = std::make_shared<Found>();
+  kept_ = kept;
+  return kept;
 }
 
-void AdminConfigurationReader::EndReading() {
-  reading_ = false;
-  found_ = {};
-}
-
-std::string AdminConfigurationReader::Text(const PcSessionPtr& session, const std::string& setName,
-                                           const std::string& attributeName, const PcObjectPtr& settings) {
-  if (settings) return tool_.getValueFromAdminObj(settings, attributeName);
+std::string AdminConfigurationReader::Text(const PcSessionPtr& session, const SettingsSource& source) {
+  if (source.object) return tool_.getValueFromAdminObj(source.object, source.attributeName);
+  const std::shared_ptr<Found> kept = kept_.lock();
   PcObjectPtr object;
-  if (reading_ && found_.settings && found_.session == session && found_.setName == setName) {
-    object = found_.settings;
+  if (kept && kept->settings && kept->session == session && kept->setName == source.setName) {
+    object = kept->settings;
   } else {
-    object = tool_.adm_GetLinkedAdmObj(session, setName, nullptr);
-    if (reading_) found_ = {session, setName, object};
+    object = tool_.adm_GetLinkedAdmObj(session, source.setName, nullptr);
+    if (kept) *kept = {session, source.setName, object};
   }
-  return object ? tool_.getValueFromAdminObj(object, attributeName) : std::string();
+  return object ? tool_.getValueFromAdminObj(object, source.attributeName) : std::string();
 }
 
 }  // namespace tessel

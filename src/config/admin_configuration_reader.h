@@ -1,6 +1,10 @@
 // The configuration reader on the admin settings store.
 #pragma once
 
+#include <memory>
+#include <string>
+#include <vector>
+
 #include "config/configuration_reader.h"
 #include "config/pelicore_admin_tool.h"
 #include "messages/trace.h"
@@ -13,32 +17,26 @@ class AdminConfigurationReader : public ConfigurationReader {
 
   [[nodiscard]] std::string ReadValue(const PcSessionPtr& session, const std::string& section,
                                       const std::string& key, const std::string& defaultText,
-                                      const std::string& setName, const std::string& className,
-                                      const std::string& attributeName, const PcObjectPtr& settings) override;
+                                      const SettingsSource& source) override;
   [[nodiscard]] std::vector<std::string> SectionEntries(const PcSessionPtr& session,
                                                         const std::string& section) override;
   [[nodiscard]] std::vector<std::string> SectionLines(const PcSessionPtr& session, const std::string& section,
-                                                      const std::string& setName,
-                                                      const std::string& className,
-                                                      const std::string& attributeName,
-                                                      const PcObjectPtr& settings) override;
-  void BeginReading() override;
-  void EndReading() override;
+                                                      const SettingsSource& source) override;
+  [[nodiscard]] std::shared_ptr<void> KeepSettings() override;
 
  private:
-  // The INI text; empty when there is no settings object.
-  [[nodiscard]] std::string Text(const PcSessionPtr& session, const std::string& setName,
-                                 const std::string& attributeName, const PcObjectPtr& settings);
-
-  PelicoreAdminTool tool_;
-  // Within one reading the settings object of a session and set name is looked for once.
+  // The settings object that was found for a session and set name.
   struct Found {
     PcSessionPtr session;
     std::string setName;
     PcObjectPtr settings;
   };
-  bool reading_ = false;
-  Found found_;
+
+  // The INI text; empty when there is no settings object.
+  [[nodiscard]] std::string Text(const PcSessionPtr& session, const SettingsSource& source);
+
+  PelicoreAdminTool tool_;
+  std::weak_ptr<Found> kept_;
 };
 
 }  // namespace tessel

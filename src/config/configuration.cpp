@@ -1,11 +1,13 @@
 #include "config/configuration.h"
 
+#include "host/names.h"
+
 namespace tessel {
 
 const std::vector<ConfigurationKey>& ConfigurationKeys() {
   // The key "StructurFileName" is spelt so in every installed database.
   static const std::vector<ConfigurationKey> keys = {
-      {"DisplayAttributes", "DisplayAttribute1", "VRK_DESCRIPTION", &Configuration::DisplayAttribute1,
+      {"DisplayAttributes", "DisplayAttribute1", attribute::kDescription, &Configuration::DisplayAttribute1,
        "DisplayAttribute1: ",
        "First attribute shown for a document, in the selection tree and in the structure file."},
       {"DisplayAttributes", "DisplayAttribute2", "VRK_ID", &Configuration::DisplayAttribute2,
@@ -18,7 +20,7 @@ const std::vector<ConfigurationKey>& ConfigurationKeys() {
        "DisplayAttribContact1: ", "First attribute shown for a contact person."},
       {"DisplayAttributes", "DisplayAttribContact2", "CN_FIRST_NAME", &Configuration::DisplayAttribContact2,
        "DisplayAttribContact2: ", "Second attribute shown for a contact person."},
-      {"DisplayAttributes", "DisplayAttribFolderStruc", "VRK_DESCRIPTION",
+      {"DisplayAttributes", "DisplayAttribFolderStruc", attribute::kDescription,
        &Configuration::DisplayAttribFolderStruc,
        "DisplayAttribFoldStruc: ", "Attribute shown for a folder structure."},
       {"Path", "ExchangePath", "C:\\temp\\Exchange", &Configuration::ExchangeDirectory, "ExchangeDirectory: ",

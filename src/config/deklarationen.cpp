@@ -51,12 +51,10 @@ std::string Store(Configuration& configuration, const ConfigurationKey& key, con
 
 void ReadValues(ConfigurationReader& reader, StartupValues& startup, Configuration& configuration,
                 const std::string& programDirectory, Trace& trace) {
-  const ConfigurationReading reading(reader);
+  const std::shared_ptr<void> oneMoment = reader.KeepSettings();
   for (const ConfigurationKey& key : ConfigurationKeys()) {
     const std::string defaultText = key.defaultText == nullptr ? programDirectory : key.defaultText;
-    const std::string text =
-        reader.ReadValue(startup.session, key.section, key.key, defaultText, admin_setting::kSetName,
-                         admin_setting::kClassName, admin_setting::kTextAttribute, nullptr);
+    const std::string text = reader.ReadValue(startup.session, key.section, key.key, defaultText, {});
     trace.Write(key.label + Store(configuration, key, text));
   }
 }

@@ -6,6 +6,7 @@
 #include "config/configuration_reader.h"
 #include "config/string_tool.h"
 #include "host/error.h"
+#include "host/names.h"
 #include "messages/guard.h"
 
 namespace tessel {
@@ -133,10 +134,10 @@ bool PelicoreAdminTool::getAdminObject(PcSession& session, const PcBehaviorPtr&,
   object = nullptr;
   const PcQueryPtr query = session.ObjectStore()->NewQuery();
   query->SetClass(session.MetaData()->ClassIdByName(admin_setting::kClassName));
-  for (const char* column : {"OBJECT_ID", "CLASS_ID", "VRKX_ID"}) {
+  for (const char* column : {attribute::kObjectId, attribute::kClassId, admin_setting::kIdentifier}) {
     query->AddSelect(column);
   }
-  query->AddCondition("VRKX_ID", "=", identifier);
+  query->AddCondition(admin_setting::kIdentifier, "=", identifier);
   const PcRecordListPtr rows = query->Run();
   if (rows->RowCount() != 1) return false;
   const PcObjectPtr found =

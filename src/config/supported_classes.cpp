@@ -1,6 +1,7 @@
 #include "config/supported_classes.h"
 
 #include "host/error.h"
+#include "host/names.h"
 
 namespace tessel {
 namespace {
@@ -14,14 +15,15 @@ struct Behavior {
   ClassId StartupValues::*classId;
 };
 
-constexpr Behavior kTransmittal = {"VRKX_DX_TRANSMITTAL", "tranmittal", "transmittals", "transmittals",
-                                   &StartupValues::TransmittalClassID};
-constexpr Behavior kCompany = {"VRKX_DX_SUPPLIER_COMPANY", "company", "company", "company",
+constexpr Behavior kTransmittal = {class_mechanism::kTransmittal, "tranmittal", "transmittals",
+                                   "transmittals", &StartupValues::TransmittalClassID};
+constexpr Behavior kCompany = {class_mechanism::kCompany, "company", "company", "company",
                                &StartupValues::CompanyClassID};
-constexpr Behavior kContactPerson = {"VRKX_DX_SUPPLIER_CONT_PERSON", "contact person", "contact person",
+constexpr Behavior kContactPerson = {class_mechanism::kContactPerson, "contact person", "contact person",
                                      "contact person", &StartupValues::ContactPersonClassID};
-constexpr Behavior kFolderStructure = {"VRKX_DX_FOLDER_STRUCTURE", "Folder Structure", "Folder Structure",
-                                       "Folder Structure", &StartupValues::FolderStructureClassID};
+constexpr Behavior kFolderStructure = {class_mechanism::kFolderStructure, "Folder Structure",
+                                       "Folder Structure", "Folder Structure",
+                                       &StartupValues::FolderStructureClassID};
 
 enum class Classes { kNoMechanism, kNone, kSome };
 
@@ -55,7 +57,7 @@ Classes FixClass(const Behavior& behavior, const PcMetaData& metaData, StartupVa
 
 bool HasExchangeDocuments(const PcMetaData& metaData, Trace& trace) {
   trace.Write("Check whether the supplier exchange documents CLB has one or more supported classes");
-  const PcClassMechanismPtr mechanism = metaData.ClassMechanism("VRKX_DX_SUPPLIER_EXCH_DOC");
+  const PcClassMechanismPtr mechanism = metaData.ClassMechanism(class_mechanism::kExchangeDocument);
   const int count = mechanism ? mechanism->SupportedClassCount() : 0;
   trace.Write(count == 0
                   ? "... no supported classes for the 'Supplier exchange document behavior' has been found"

@@ -4,6 +4,7 @@
 
 #include "dispatch/exchange_object.h"
 #include "exchange/exchange.h"
+#include "host/names.h"
 #include "messages/guard.h"
 #include "platform/paths.h"
 #include "structure/xml/xml.h"
@@ -63,10 +64,10 @@ void AddMail(TextElements& file, const DispatchRequest& request, std::size_t ind
 void AddExchangeObject(TextElements& file, const StartupValues& startup, ObjectId exchangeObjectId) {
   file.Add("DataExchangeClassID", startup.TransmittalClassID);
   file.Add("DataExchangeObjID", exchangeObjectId);
-  file.Add("DataExObj_StatusAttrName", exchange_attribute::kStatusInfo);
-  file.Add("ExImpAttrName", exchange_attribute::kExchangeType);
-  file.Add("ProtocolAttrName", exchange_attribute::kProtocol);
-  file.Add("URLAttrName", exchange_attribute::kRootDirectory);
+  file.Add("DataExObj_StatusAttrName", attribute::kStatusInfo);
+  file.Add("ExImpAttrName", attribute::kExchangeType);
+  file.Add("ProtocolAttrName", attribute::kProtocol);
+  file.Add("URLAttrName", attribute::kRootDirectory);
 }
 
 void AddSurroundings(TextElements& file, const Services& services) {
@@ -74,13 +75,13 @@ void AddSurroundings(TextElements& file, const Services& services) {
   file.Add("SubExDir", services.Settings().SubExDir);
   file.Add("DBAlias", services.declarations.startup.databaseAlias);
   file.Add("ZipFileName", "Kestrix.zip");
-  file.Add("ContinueStatusAttr", exchange_attribute::kProcessPhase);
+  file.Add("ContinueStatusAttr", attribute::kProcessPhase);
 }
 
 void AddFolderStructure(TextElements& file, const StartupValues& startup, const DispatchRequest& request) {
   file.Add("FolderStrucObjIDs", request.selectedFolderStructure);
   file.Add("UseFoldStruc", request.useFolderStructure ? -1 : 0);
-  file.Add("FolderStructureNameAttr", exchange_attribute::kTargetFolder);
+  file.Add("FolderStructureNameAttr", attribute::kTargetFolder);
   file.Add("FolderStrucClassID", startup.FolderStructureClassID);
 }
 
@@ -99,8 +100,7 @@ std::string NeutralFormat(Services& services, const PcSessionPtr& session, const
                           const PcObjectPtr& settings) {
   if (!settings) return {};
   const auto reader = Required(services.declarations.pciniAdminTool, "configuration reader");
-  return reader->ReadValue(session, kNeutralSection, key, "", admin_setting::kSetName,
-                           admin_setting::kClassName, admin_setting::kTextAttribute, settings);
+  return reader->ReadValue(session, kNeutralSection, key, "", {.object = settings});
 }
 
 using NeutralFormatTexts = std::vector<std::string>;

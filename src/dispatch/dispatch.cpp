@@ -11,6 +11,7 @@
 #include "dispatch/recipients.h"
 #include "dispatch/server_monitor.h"
 #include "dispatch/structure_mapping.h"
+#include "host/names.h"
 #include "messages/guard.h"
 #include "platform/paths.h"
 #include "structure/xml/xml.h"
@@ -225,10 +226,10 @@ class Dispatch {
     classId_ = Required(exchangeClass, "data exchange class")->Id();
     objectId_ = 0;
     idValue_.clear();
-    recorded_ = Kestrix_ExObj::CreateExchangeObject(
-        services_, session_, classId_, objectId_, services_.errors.ProtocolText, true,
-        exchange_attribute::kExchangeType, idValue_, kLinkExportedObjects, company, contact,
-        parts_.exchange.copied.Exported());
+    recorded_ = Kestrix_ExObj::CreateExchangeObject(services_, session_, classId_, objectId_,
+                                                    services_.errors.ProtocolText, true,
+                                                    attribute::kExchangeType, idValue_, kLinkExportedObjects,
+                                                    company, contact, parts_.exchange.copied.Exported());
     services_.errors.ProtocolText.clear();
   }
 

@@ -2,6 +2,7 @@
 
 #include <unordered_map>
 
+#include "host/names.h"
 #include "hostlib/my_common_functions.h"
 #include "messages/guard.h"
 
@@ -49,9 +50,9 @@ class Creation {
   }
 
   void SetFirstStatus() {
-    object_->SetValue(exchange_attribute::kProcessPhase, Value(std::int32_t{1}));
+    object_->SetValue(attribute::kProcessPhase, Value(std::int32_t{1}));
     trace_.Write("Process phase has been set to status '1' (New)");
-    object_->SetValue(exchange_attribute::kStatusInfo, Value("New (no batch process started)"));
+    object_->SetValue(attribute::kStatusInfo, Value("New (no batch process started)"));
     trace_.Write("Status Info has been set to: 'New (no batch process started)'");
   }
 
@@ -75,7 +76,7 @@ class Creation {
   void SetTypeAndProtocol(const std::string& typeAttribute, bool exportSwitch, const std::string& protocol) {
     object_->SetValue(typeAttribute, Value(std::int16_t{exportSwitch ? std::int16_t{1} : std::int16_t{2}}));
     trace_.Write("Datenaustauschtyp(CreateExchangeObject/Kestrix_ExObj): " + object_->GetText(typeAttribute));
-    object_->SetValue(exchange_attribute::kProtocol, Value(protocol));
+    object_->SetValue(attribute::kProtocol, Value(protocol));
     static_cast<void>(Update("Datenaustauschobj aktualisiert (CreateExchangeObject/Kestrix_ExObj)"));
   }
 
@@ -83,7 +84,7 @@ class Creation {
     const bool linkAll = services_.Settings().b_LinkAllToMainTransObj;
     const int rows = exported.RowCount();
     for (int row = 0; row < rows; ++row) {
-      if (exported.GetValue("ROOT_OBJ", row).AsInt16() == 1 || linkAll)
+      if (exported.GetValue(attribute::kRootObject, row).AsInt16() == 1 || linkAll)
         LinkExportedRow(exported.KeyOfRow(row));
     }
   }
@@ -172,13 +173,13 @@ class Creation {
 };
 
 PartnerRule CompanyRule(const Configuration& settings) {
-  return {exchange_attribute::kSendToCompany, settings.DisplayAttribCustom1, settings.DisplayAttribCustom2,
+  return {attribute::kSendToCompany, settings.DisplayAttribCustom1, settings.DisplayAttribCustom2,
           "Datenaustauschobj aktualisiert mit RefToClass Company(CreateExchangeObject/Kestrix_ExObj)",
           "Customer"};
 }
 
 PartnerRule ContactRule(const Configuration& settings) {
-  return {exchange_attribute::kSendToContact, settings.DisplayAttribContact1, settings.DisplayAttribContact2,
+  return {attribute::kSendToContact, settings.DisplayAttribContact1, settings.DisplayAttribContact2,
           "Datenaustauschobj aktualisiert mit RefToClass Contact person(CreateExchangeObject/Kestrix_ExObj)",
           "Contactperson"};
 }

@@ -5,22 +5,11 @@
 #include <vector>
 
 #include "config/services.h"
+#include "host/names.h"
 #include "host/object.h"
 #include "host/record_list.h"
 
 namespace tessel {
-
-// Attributes of the data exchange object.
-namespace exchange_attribute {
-inline constexpr const char* kProcessPhase = "VRKX_DX_PROCESS_PHASE";
-inline constexpr const char* kStatusInfo = "VRKX_DX_STATUS_INFO";
-inline constexpr const char* kExchangeType = "VRKX_DX_EXCHANGE_TYPE";
-inline constexpr const char* kProtocol = "VRKX_DX_EXCH_PROTOCOL";
-inline constexpr const char* kRootDirectory = "VRKX_DX_EXCHANGE_ROOT_DIR";
-inline constexpr const char* kSendToCompany = "VRKX_DX_SEND_TO_COMPANY";
-inline constexpr const char* kSendToContact = "VRKX_DX_SEND_TO_CONT_PERS";
-inline constexpr const char* kTargetFolder = "VRKX_DX_TARGET_FOLDER";
-}  // namespace exchange_attribute
 
 namespace Kestrix_ExObj {
 

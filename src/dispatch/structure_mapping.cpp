@@ -55,9 +55,7 @@ std::vector<StructureMapping::Line> StructureMapping::ReadLines(const PcObjectPt
   std::vector<Line> lines;
   if (!settings) return lines;
   const auto reader = Required(services_.declarations.pciniAdminTool, "configuration reader");
-  for (const std::string& line :
-       reader->SectionLines(session_, kSection, admin_setting::kSetName, admin_setting::kClassName,
-                            admin_setting::kTextAttribute, settings)) {
+  for (const std::string& line : reader->SectionLines(session_, kSection, {.object = settings})) {
     lines.push_back(SplitText(line, "||"));
     lines.back().front() = WithoutNamespace(lines.back().front());
   }

@@ -5,6 +5,7 @@
 #include "dispatch/recovery.h"
 #include "entry/hook_trace.h"
 #include "entry/program.h"
+#include "host/names.h"
 #include "hostlib/my_common_functions.h"
 #include "messages/guard.h"
 #include "selection/selection.h"
@@ -97,7 +98,7 @@ std::int16_t RunExport(Program& program, const PcSessionPtr& session, const std:
 
   StartHookTrace(program, "_Client_GUI");
   if (!myCommonFunctions::CheckDBMechanismExists(program.trace, *Required(session.get(), "PcSession"),
-                                                 "Supplier Exchange")) {
+                                                 kSupplierExchange)) {
     ShowCatalogueMessage(program, "e9010", MessageIcon::kCritical);
     return kNotDone;
   }

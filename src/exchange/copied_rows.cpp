@@ -1,13 +1,15 @@
 #include "exchange/copied_rows.h"
 
 #include "host/error.h"
+#include "host/names.h"
 #include "messages/guard.h"
 
 namespace tessel {
 namespace {
 
-constexpr std::array<const char*, 6> kLinkColumns = {"CLASS_ID",  "CLASS_ID1",  "OBJECT_ID1",
-                                                     "CLASS_ID2", "OBJECT_ID2", "VRK_DIRECTION"};
+constexpr std::array<const char*, 6> kLinkColumns = {attribute::kClassId,   attribute::kClassId1,
+                                                     attribute::kObjectId1, attribute::kClassId2,
+                                                     attribute::kObjectId2, attribute::kDirection};
 
 [[noreturn]] void ThrowNoColumn(const char* name) {
   throw HostError(std::string("The record list has no column \"") + name + "\"");
@@ -35,14 +37,16 @@ class KeyColumns {
 };
 
 KeyColumns FirstEnds(const PcRecordList& list) {
-  return {list, "CLASS_ID1", "OBJECT_ID1"};
+  return {list, attribute::kClassId1, attribute::kObjectId1};
 }
 
 // What the index needs of the files list.
 class FileColumns {
  public:
   explicit FileColumns(const PcRecordList& list)
-      : list_(list), keys_(list, "CLASS_ID", "OBJECT_ID"), operation_(list.FindColumn("OPERATION_ID")) {}
+      : list_(list),
+        keys_(list, attribute::kClassId, attribute::kObjectId),
+        operation_(list.FindColumn(attribute::kOperationId)) {}
   [[nodiscard]] ObjectKey Key(int row) const { return keys_.At(row); }
   [[nodiscard]] bool Copied(int row) const {
     return operation_ >= 0 && IsFileCopied(list_.GetValue(operation_, row));

@@ -1,6 +1,7 @@
 #include "exchange/exchange.h"
 
 #include "host/column_shape.h"
+#include "host/names.h"
 #include "messages/guard.h"
 #include "platform/paths.h"
 #include "selection/selection.h"
@@ -8,12 +9,11 @@
 namespace tessel::CommonXFunctions {
 namespace {
 
-constexpr const char* kRootColumn = "ROOT_OBJ";
-
 // Adds "ROOT_OBJ" where it is missing and sets it to 0 in every row.
 void ResetRootMarks(PcRecordList& list) {
-  if (!list.HasColumn(kRootColumn)) AddColumn(list, kRootColumn, column_shape::kInteger);
-  const int column = list.FindColumn(kRootColumn);
+  if (!list.HasColumn(attribute::kRootObject))
+    AddColumn(list, attribute::kRootObject, column_shape::kInteger);
+  const int column = list.FindColumn(attribute::kRootObject);
   const int rows = list.RowCount();
   for (int row = 0; row < rows; ++row)
     list.SetValue(column, row, Value(std::int16_t{0}));

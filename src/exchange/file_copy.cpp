@@ -1,6 +1,7 @@
 // The life-cycle copy of one selected object into the exchange directory.
 #include "exchange/exchange.h"
 #include "host/column_shape.h"
+#include "host/names.h"
 #include "host/services.h"
 #include "messages/guard.h"
 #include "platform/paths.h"
@@ -28,11 +29,11 @@ PcLifeCycleOperationsPtr OperationsOf(const PcObject& object) {
 PcRecordListPtr CopyParameters(HostRuntime& runtime, const std::string& directory, std::int16_t operationId) {
   auto list = Required(NewRecList(runtime), "record list");
   AddColumn(*list, "DIRECTORY", column_shape::kText);
-  AddColumn(*list, "OPERATION_ID", column_shape::kInteger);
-  AddColumn(*list, "FILE_OVERWRITE", column_shape::kInteger);
+  AddColumn(*list, attribute::kOperationId, column_shape::kInteger);
+  AddColumn(*list, attribute::kFileOverwrite, column_shape::kInteger);
   list->SetValue("DIRECTORY", 0, Value(directory));
-  list->SetValue("OPERATION_ID", 0, Value(operationId));
-  list->SetValue("FILE_OVERWRITE", 0, Value(std::int16_t{1}));
+  list->SetValue(attribute::kOperationId, 0, Value(operationId));
+  list->SetValue(attribute::kFileOverwrite, 0, Value(std::int16_t{1}));
   return list;
 }
 
@@ -109,8 +110,8 @@ void RefuseReservedName(const std::string& name) {
 void CheckReservedNames(const Services& services, const ExchangeState& state) {
   const Configuration& settings = services.Settings();
   const PcRecordListPtr& rows = state.copied.Files();
-  const bool named = rows && rows->HasColumn("FILE_NAME");
-  const int column = named ? rows->FindColumn("FILE_NAME") : -1;
+  const bool named = rows && rows->HasColumn(attribute::kFileName);
+  const int column = named ? rows->FindColumn(attribute::kFileName) : -1;
   for (const std::string& reserved : {settings.StructureFileName, settings.DataFileName}) {
     if (!paths::IsPlainFileName(reserved)) continue;
     if (services.platform.files.FileExists(paths::Join(state.directoryPath, reserved))) {

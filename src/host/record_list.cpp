@@ -1,6 +1,7 @@
 #include "host/record_list.h"
 
 #include "host/error.h"
+#include "host/names.h"
 
 namespace tessel {
 namespace {
@@ -22,7 +23,7 @@ void PcRecordList::SetValue(std::string_view column, int row, const Value& value
 }
 
 ObjectKey PcRecordList::KeyOfRow(int row) const {
-  return {GetValue("CLASS_ID", row).AsInt16(), GetValue("OBJECT_ID", row).AsInt32()};
+  return {GetValue(attribute::kClassId, row).AsInt16(), GetValue(attribute::kObjectId, row).AsInt32()};
 }
 
 }  // namespace tessel

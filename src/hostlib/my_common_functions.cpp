@@ -1,6 +1,7 @@
 #include "hostlib/my_common_functions.h"
 
 #include "host/error.h"
+#include "host/names.h"
 #include "host/object_store.h"
 
 namespace tessel::myCommonFunctions {
@@ -23,8 +24,8 @@ PcRecordListPtr RunSql(const PcObject& object, const std::string& text) {
 // Rows of a link table in which the object stands at one end; "1" the first, "2" the second.
 PcRecordListPtr RowsAtEnd(const PcObject& object, const std::string& table, const std::string& end) {
   return RunSql(object, "select * from " + table + " where OBJECT_ID" + end + "='" +
-                            std::to_string(object.GetObjectId()) + "' AND " + "CLASS_ID" + end + " = '" +
-                            std::to_string(object.GetClassId()) + "'");
+                            std::to_string(object.GetObjectId()) + "' AND " + attribute::kClassId + end +
+                            " = '" + std::to_string(object.GetClassId()) + "'");
 }
 
 std::string LinkTable(const PcObject& object, ClassId linkClass) {
@@ -48,7 +49,7 @@ bool FindIDAtt(PcObject& object, PcAttributePtr& attribute, PcSequencePtr& relat
   for (int i = 0; i < objectClass->AttributeCount(); ++i) {
     attribute = Required(objectClass->Attribute(i), "attribute definition");
     const std::string name = attribute->Name();
-    if (name == "SITE_ID" || name == "REVISION" || !attribute->IsIdentifying(name)) continue;
+    if (name == attribute::kSiteId || name == "REVISION" || !attribute->IsIdentifying(name)) continue;
     related = session->RelatedObject(*attribute);
     if (related) return true;
   }

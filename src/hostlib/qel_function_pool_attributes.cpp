@@ -3,15 +3,14 @@
 
 #include "host/ascii.h"
 #include "host/error.h"
+#include "host/names.h"
 #include "hostlib/qel_function_pool.h"
 
 namespace tessel {
 namespace {
 
 constexpr const char* kDescription = "DESCRIPTION";
-constexpr const char* kObjectId = "OBJECT_ID";
 constexpr const char* kProjectionValue = "PROJECTIONVALUE";
-constexpr const char* kFileName = "FILE_NAME";
 constexpr const char* kFileType = "FILE_TYPE";
 constexpr const char* kEmptyTime = "00:00:00";
 // Tables whose rows are shown by a value of their own.
@@ -54,9 +53,9 @@ std::string ProjectionText(const PcObject& object) {
 const char* SearchColumn(LookupSearch search) {
   switch (search) {
     case LookupSearch::kValueOrder:
-      return "VALUE_ORDER";
+      return attribute::kValueOrder;
     case LookupSearch::kObjectId:
-      return kObjectId;
+      return attribute::kObjectId;
     case LookupSearch::kDescription:
       break;
   }
@@ -78,7 +77,7 @@ ObjectId QelFunctionPool::LookupObject(PcSession& session, const ClassArgument& 
   for (int row = 0; row < rows->RowCount(); ++row) {
     const std::string text = rows->GetValue(column, row).AsText();
     if (text == wanted || (prefix != 0 && text.starts_with(wanted))) {
-      return rows->GetValue(kObjectId, row).AsInt32();
+      return rows->GetValue(attribute::kObjectId, row).AsInt32();
     }
   }
   return 0;
@@ -102,7 +101,7 @@ std::string QelFunctionPool::AttributeValue(const PcObject& object, const std::s
     return target ? AttributeValue(*target, attribute.substr(dot + 1)) : std::string();
   }
   if (attribute == kProjectionValue) return ProjectionText(object);
-  if (attribute == kObjectId) return std::to_string(object.GetObjectId());
+  if (attribute == attribute::kObjectId) return std::to_string(object.GetObjectId());
   std::string text = object.GetText(attribute);
   const PcAttributePtr definition = Required(object.Class(), "class of the object")->FindAttribute(attribute);
   if (!definition) return text;
@@ -117,8 +116,8 @@ std::string QelFunctionPool::AttributeValue(const PcObject& object, const std::s
 bool QelFunctionPool::MandatoryAttributeHasValue(const PcAttribute& attribute, const PcObject& object) const {
   if (!HasValue(object, attribute)) return false;
   // A type without a file says nothing.
-  return attribute.Name() != kFileType || !object.HasAttribute(kFileName) ||
-         !Trimmed(object.GetText(kFileName), " ").empty();
+  return attribute.Name() != kFileType || !object.HasAttribute(attribute::kFileName) ||
+         !Trimmed(object.GetText(attribute::kFileName), " ").empty();
 }
 
 bool QelFunctionPool::MandatoryAttributesHaveValues(const PcObject& object, const PcClass& classData,

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "host/error.h"
+#include "host/names.h"
 #include "hostlib/active_window.h"
 #include "locking/stopped_exchange.h"
 #include "messages/guard.h"
@@ -35,7 +36,7 @@ void ShowFailure(Services& services, const char* code) {
 // Commits the unit of work, if there is one.
 bool WriteStatus(Services& services, PcSession& session, PcObject& exchange, PcUnitOfWorkPtr& unit) {
   const int code = Guarded(services.trace, kErrorText, kRaised, [&] {
-    exchange.SetValue(kExchangePhase, kPhaseContinued);
+    exchange.SetValue(attribute::kProcessPhase, kPhaseContinued);
     const int refused =
         exchange.Update(*Required(services.declarations.startup.DefaultBehavior, "DefaultBehavior"));
     if (refused == 0 && unit) unit->Commit();
@@ -67,14 +68,14 @@ void TakeBack(Services& services, const FolderNames& folders) {
 
 // The phase in the database, behind which no other session can be while the unit of work lasts.
 bool ContinuedMeanwhile(const PcObject& exchange) {
-  const Value phase = exchange.GetValue(kExchangePhase);
+  const Value phase = exchange.GetValue(attribute::kProcessPhase);
   return phase.IsNull() || phase.AsInt32() != kPhaseStopped;
 }
 
 void Continue(Services& services, PcSession& session, const PcRecordList& rows, ContinueOutcome& outcome) {
   services.trace.Write("initialization ended successfully");
-  services.trace.Write(std::string("Read continue status: ") + kExchangePhase);
-  const Value phase = rows.GetValue(kExchangePhase, 0);
+  services.trace.Write(std::string("Read continue status: ") + attribute::kProcessPhase);
+  const Value phase = rows.GetValue(attribute::kProcessPhase, 0);
   outcome.result = ContinueResult::kNotStopped;
   if (phase.IsNull() || phase.AsInt32() != kPhaseStopped) return;
   outcome.result = ContinueResult::kFailed;
@@ -87,7 +88,7 @@ void Continue(Services& services, PcSession& session, const PcRecordList& rows, 
     outcome.result = ContinueResult::kNotStopped;
     return;
   }
-  const auto folders = FoldersOf(rows.GetValue(kExchangeRootDirectory, 0).AsText());
+  const auto folders = FoldersOf(rows.GetValue(attribute::kRootDirectory, 0).AsText());
   if (!folders) {
     outcome.result = ContinueResult::kNoFolder;
     return;

@@ -2,6 +2,7 @@
 
 #include "config/supported_classes.h"
 #include "host/error.h"
+#include "host/names.h"
 #include "locking/stopped_exchange.h"
 #include "messages/guard.h"
 
@@ -13,12 +14,12 @@ bool Finish(FileSystem& files, PcSession& session, const ObjectKey& key, bool dr
   const PcUnitOfWorkPtr unit = dryRun ? nullptr : session.BeginUnitOfWork("");
   const PcObjectPtr exchange = Required(session.ObjectStore(), "object store")->Object(key);
   if (!exchange) return false;
-  const Value phase = exchange->GetValue(kExchangePhase);
-  const auto folders = FoldersOf(exchange->GetText(kExchangeRootDirectory));
+  const Value phase = exchange->GetValue(attribute::kProcessPhase);
+  const auto folders = FoldersOf(exchange->GetText(attribute::kRootDirectory));
   if (phase.IsNull() || phase.AsInt32() != kPhaseStopped || !folders || !WasRenamed(files, *folders))
     return false;
   if (dryRun) return true;
-  exchange->SetValue(kExchangePhase, kPhaseContinued);
+  exchange->SetValue(attribute::kProcessPhase, kPhaseContinued);
   const int code = exchange->Update(*Required(session.NewBehavior(), "behaviour"));
   if (code != 0) throw HostError("Writing the status: " + session.ErrorText(code), code);
   if (unit) unit->Commit();
@@ -37,9 +38,9 @@ std::vector<std::string> RecoverContinuations(Trace& trace, FileSystem& files, P
     if (!FixSupportedClasses(*Required(session.MetaData(), "metadata"), classes, trace)) return;
     const PcQueryPtr query = Required(session.ObjectStore(), "object store")->NewQuery();
     query->SetClass(classes.TransmittalClassID);
-    query->AddSelect("CLASS_ID");
-    query->AddSelect("OBJECT_ID");
-    query->AddCondition(kExchangePhase, "=", kPhaseStopped);
+    query->AddSelect(attribute::kClassId);
+    query->AddSelect(attribute::kObjectId);
+    query->AddCondition(attribute::kProcessPhase, "=", kPhaseStopped);
     const PcRecordListPtr rows = query->Run();
     for (int row = 0; row < rows->RowCount(); ++row) {
       const ObjectKey key = rows->KeyOfRow(row);

@@ -2,6 +2,7 @@
 
 #include "config/pelicore_admin_tool.h"
 #include "host/error.h"
+#include "host/names.h"
 #include "hostlib/qel_function_pool.h"
 #include "messages/guard.h"
 
@@ -19,7 +20,7 @@ int NewestRow(const PcRecordList& rows) {
   int newest = -1;
   ObjectId highest = 0;
   for (int row = 0; row < rows.RowCount(); ++row) {
-    const ObjectId id = rows.GetValue("OBJECT_ID", row).AsInt32();
+    const ObjectId id = rows.GetValue(attribute::kObjectId, row).AsInt32();
     if (id <= highest) continue;
     highest = id;
     newest = row;

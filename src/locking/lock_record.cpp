@@ -1,14 +1,12 @@
 #include "locking/lock_record.h"
 
 #include "host/error.h"
+#include "host/names.h"
 #include "host/object_store.h"
 
 namespace tessel {
 namespace {
 
-constexpr const char* kLockClass = "Object Locking";
-constexpr const char* kClassAttribute = "OPER_CLASS_ID";
-constexpr const char* kObjectAttribute = "OPER_OBJECT_ID";
 constexpr const char* kTypeAttribute = "LOCK_TYPE";
 constexpr std::int16_t kLockType = 8;
 constexpr const char* kOwnDescription = "Kestrix";
@@ -25,7 +23,7 @@ const std::string& LockRecords::DescriptionAttribute() {
   if (!descriptionAttribute_) {
     const PcClassPtr lockClass = Required(session_.MetaData()->ClassById(LockClass()), "lock class");
     descriptionAttribute_.emplace();
-    for (const char* name : {"CN_DESCRIPTION", "VRK_DESCRIPTION"}) {
+    for (const char* name : {attribute::kNamedDescription, attribute::kDescription}) {
       if (lockClass->FindAttribute(name)) descriptionAttribute_ = name;
     }
   }
@@ -34,8 +32,8 @@ const std::string& LockRecords::DescriptionAttribute() {
 
 PcObjectPtr LockRecords::NewRecord(const ObjectKey& document) {
   PcObjectPtr record = Required(session_.ObjectStore()->NewObject(LockClass()), "lock record");
-  record->SetValue(kClassAttribute, document.classId);
-  record->SetValue(kObjectAttribute, document.objectId);
+  record->SetValue(attribute::kLockedClassId, document.classId);
+  record->SetValue(attribute::kLockedObjectId, document.objectId);
   record->SetValue(kTypeAttribute, kLockType);
   const std::string& description = DescriptionAttribute();
   if (!description.empty()) record->SetValue(description, kOwnDescription);
@@ -46,10 +44,10 @@ PcObjectPtr LockRecords::Find(const ObjectKey& document) {
   const PcObjectStorePtr store = session_.ObjectStore();
   const PcQueryPtr query = Required(store->NewQuery(), "query");
   query->SetClass(LockClass());
-  query->AddSelect("CLASS_ID");
-  query->AddSelect("OBJECT_ID");
-  query->AddCondition(kClassAttribute, "=", document.classId);
-  query->AddCondition(kObjectAttribute, "=", document.objectId);
+  query->AddSelect(attribute::kClassId);
+  query->AddSelect(attribute::kObjectId);
+  query->AddCondition(attribute::kLockedClassId, "=", document.classId);
+  query->AddCondition(attribute::kLockedObjectId, "=", document.objectId);
   const PcRecordListPtr rows = query->Run();
   PcObjectPtr found;
   for (int row = 0; row < rows->RowCount(); ++row) {

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "host/error.h"
+#include "host/names.h"
 #include "hostlib/active_window.h"
 #include "hostlib/my_common_functions.h"
 #include "locking/lock_record.h"
@@ -11,13 +12,6 @@
 
 namespace tessel::CommonXFunctions {
 namespace {
-
-constexpr const char* kLockState = "VRKX_DX_LOCK_STATE";
-constexpr const char* kLockDescription = "VRKX_DX_LOCK_DESCRIPTION";
-constexpr const char* kLockedBy = "VRKX_DX_LOCKED_BY";
-constexpr const char* kFirstLockUse = "VRKX_DX_FIRST_LOCK_USE";
-constexpr const char* kUnderOperation = "UNDER_OPERATION";
-constexpr const char* kRevisionStage = "REVISION_STG";
 
 // The host's empty 16- and 32-bit values.
 constexpr std::int16_t kNoOperation = -32767;
@@ -138,20 +132,20 @@ std::string LockCall::IdentifyingValue(int row) const {
 }
 
 bool LockCall::MayBeLocked() const {
-  const Value operation = document_->GetValue(kUnderOperation);
-  const Value stage = document_->GetValue(kRevisionStage);
+  const Value operation = document_->GetValue(attribute::kUnderOperation);
+  const Value stage = document_->GetValue(attribute::kRevisionStage);
   const bool idle = (operation.IsNull() ? kNoOperation : operation.AsInt16()) < 0;
   return idle && !stage.IsNull() && stage.AsInt32() == kLockableRevisionStage;
 }
 
 bool LockCall::IsLocked() const {
-  const Value state = document_->GetValue(kLockState);
+  const Value state = document_->GetValue(attribute::kLockState);
   return !state.IsNull() && state.AsBoolean();
 }
 
 void LockCall::LockRow(int row) {
   outcome.documents.back().document = rows_.KeyOfRow(row);
-  const std::int16_t state = rows_.GetValue("STATE", row).AsInt16();
+  const std::int16_t state = rows_.GetValue(attribute::kState, row).AsInt16();
   if (state != kStateCheckedIn && state != kStateReleased) {
     Note(LockResult::kNotLockable, "it is in state " + std::to_string(state));
     return;
@@ -215,15 +209,15 @@ void LockCall::AddLock(int row) {
 }
 
 int LockCall::WriteLock() {
-  document_->SetValue(kLockState, true);
-  document_->SetValue(kLockDescription, services_.Settings().LockedInfo);
-  document_->SetValue(kLockedBy, OwnUserObject());
-  document_->SetValue(kFirstLockUse, true);
+  document_->SetValue(attribute::kLockState, true);
+  document_->SetValue(attribute::kLockDescription, services_.Settings().LockedInfo);
+  document_->SetValue(attribute::kLockedBy, OwnUserObject());
+  document_->SetValue(attribute::kFirstLockUse, true);
   return document_->Update(DefaultBehavior());
 }
 
 bool LockCall::MayUnlock() {
-  const Value owner = document_->GetValue(kLockedBy);
+  const Value owner = document_->GetValue(attribute::kLockedBy);
   const ObjectId holder = owner.IsNull() ? kNobody : owner.AsInt32();
   // A record without a locked document, as a fault may have left it, binds nobody.
   if (holder == kNobody && !IsLocked()) return true;
@@ -257,7 +251,7 @@ void LockCall::UnlockRow(int row) {
 void LockCall::UnlockWithoutRecord(int row, const ObjectKey& key) {
   Note(LockResult::kNotLocked);
   const PcObjectPtr document = session_.ObjectStore()->Object(key);
-  if (!document || !document->HasAttribute(kLockState)) return;
+  if (!document || !document->HasAttribute(attribute::kLockState)) return;
   document_ = ReadDocument(key);
   if (!IsLocked()) return;
   RememberIdentifyingAttribute(*document_);
@@ -294,10 +288,10 @@ void LockCall::RemoveLock(int row, PcObject* record) {
 
 bool LockCall::ReleaseDocument(PcUnitOfWork* unit) {
   return Written("Unlocking the document", [&] {
-    document_->SetValue(kUnderOperation, kNoOperation);
-    document_->SetValue(kLockState, false);
-    document_->SetValue(kLockDescription, "");
-    document_->SetValue(kLockedBy, kNobody);
+    document_->SetValue(attribute::kUnderOperation, kNoOperation);
+    document_->SetValue(attribute::kLockState, false);
+    document_->SetValue(attribute::kLockDescription, "");
+    document_->SetValue(attribute::kLockedBy, kNobody);
     const int code = document_->Update(DefaultBehavior());
     if (code == 0 && unit != nullptr) unit->Commit();
     return code;

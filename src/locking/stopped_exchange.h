@@ -5,12 +5,11 @@
 #include <optional>
 #include <string>
 
+#include "host/names.h"
 #include "platform/file_system.h"
 
 namespace tessel {
 
-inline constexpr const char* kExchangePhase = "VRKX_DX_PROCESS_PHASE";
-inline constexpr const char* kExchangeRootDirectory = "VRKX_DX_EXCHANGE_ROOT_DIR";
 inline constexpr std::int32_t kPhaseStopped = 3;
 inline constexpr std::int32_t kPhaseContinued = 2;
 

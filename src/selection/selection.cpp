@@ -2,6 +2,7 @@
 
 #include <unordered_set>
 
+#include "host/names.h"
 #include "hostlib/my_common_functions.h"
 #include "messages/guard.h"
 
@@ -14,8 +15,7 @@ std::string global_data::ObjectName(int number) {
 namespace CommonXFunctions {
 namespace {
 
-constexpr const char* kExchangeMechanism = "VRKX_DX_SUPPLIER_EXCH_DOC";
-constexpr const char* kRequiredMechanisms[] = {"Supplier Exchange", "Admin"};
+constexpr const char* kRequiredMechanisms[] = {kSupplierExchange, "Admin"};
 
 // A row without a state is refused alone, like one in a wrong state.
 bool IsAcceptedState(const Value& value) {
@@ -63,10 +63,10 @@ class Collector {
   // The number of rows; -1 for a list that names no objects.
   int Prepare() {
     const PcRecordList& list = *Required(list_.get(), "first record list");
-    if (!list.HasColumn("OBJECT_ID")) return -1;
+    if (!list.HasColumn(attribute::kObjectId)) return -1;
     IndexPresentEntries();
-    hasState_ = list.HasColumn("STATE");
-    mechanism_ = metaData_->ClassMechanism(kExchangeMechanism);
+    hasState_ = list.HasColumn(attribute::kState);
+    mechanism_ = metaData_->ClassMechanism(class_mechanism::kExchangeDocument);
     return list.RowCount();
   }
 
@@ -104,11 +104,12 @@ class Collector {
     if (!Required(object.Class(), "class of the object")->IsFileBased()) return CollectRefusal::kNotFileBased;
     trace_.Write("...True");
     trace_.Write("check wether there is a file attached to the object");
-    if (object.HasAttribute("FILE_NAME") && object.GetText("FILE_NAME").empty())
+    if (object.HasAttribute(attribute::kFileName) && object.GetText(attribute::kFileName).empty())
       return CollectRefusal::kNoFile;
     trace_.Write("... File is attached");
     trace_.Write("is the object in the right status (CheckedIn or released)");
-    if (hasState_ && !IsAcceptedState(list_->GetValue("STATE", row))) return CollectRefusal::kWrongState;
+    if (hasState_ && !IsAcceptedState(list_->GetValue(attribute::kState, row)))
+      return CollectRefusal::kWrongState;
     return CollectRefusal::kNone;
   }
 
@@ -133,7 +134,7 @@ class Collector {
 
   // Empty for an object whose class has neither attribute.
   static std::string Description(const PcObject& object) {
-    for (const char* name : {"VRK_DESCRIPTION", "CN_DESCRIPTION"}) {
+    for (const char* name : {attribute::kDescription, attribute::kNamedDescription}) {
       if (object.HasAttribute(name)) return object.GetText(name);
     }
     return {};

@@ -1,6 +1,7 @@
 #include "selection/start_up.h"
 
 #include "config/pelicore_admin_tool.h"
+#include "host/names.h"
 #include "messages/guard.h"
 
 namespace tessel::CommonXFunctions {

@@ -1,5 +1,6 @@
 #include "structure/structure.h"
 
+#include "host/names.h"
 #include "messages/guard.h"
 #include "structure/structure_builder.h"
 #include "structure/xml/dx_xml.h"
@@ -12,7 +13,6 @@ constexpr const char* kCreateStructureError = "Fehlerabbruch im Modul (CreateStr
 constexpr const char* kHierarchyError =
     "Fehlerabbruch im Modul (BuildHierarchicalStructure/CommonXFunctions)";
 constexpr const char* kDependencyError = "Fehlerabbruch im Modul (BuildDependencyList/CommonXFunctions)";
-constexpr const char* kRootColumn = "ROOT_OBJ";
 constexpr const char* kContentElement = "_STOBJECT_";
 constexpr const char* kHierarchyElement = "_H_STOBJECT_";
 
@@ -50,7 +50,7 @@ void FillRootNode(Services& services, StructureState& state, StructureBuilder& b
                   int row, PcObject& root) {
   // The dump helps when a copy went wrong; an export does not depend on its folder.
   IgnoringErrors([&] { files.WriteToFile("Test", "C:\\temp\\RecFile.txt"); });
-  files.SetValue(kRootColumn, row, Value(std::int16_t{1}));
+  files.SetValue(attribute::kRootObject, row, Value(std::int16_t{1}));
   services.trace.Write("call function to fill the XML attributes");
   builder.FillNodeAttributes(state.currentRootNode, root, 0, "", 0);
   services.trace.Write("selektierte root Object wurde kopiert (CreateStructure/CommonXFunctions)");

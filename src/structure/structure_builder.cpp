@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "host/names.h"
 #include "structure/draxa_objects.h"
 #include "structure/xml/dx_xml.h"
 #include "structure/xml/xml.h"
@@ -13,7 +14,6 @@ namespace {
 constexpr const char* kContentElement = "_STOBJECT_";
 constexpr const char* kHierarchyElement = "_H_STOBJECT_";
 constexpr const char* kDependencyElement = "_D_STOBJECT_";
-constexpr const char* kFirstLockUse = "VRKX_DX_FIRST_LOCK_USE";
 
 constexpr const char* kLinkNameTrace = "  Set link name for new XML Node with: ";
 constexpr const char* kLinkDirectionTrace = "  Set link direction for new XML Node with: ";
@@ -85,7 +85,7 @@ void StructureBuilder::SetAccess(XmlNode element, PcObject& object) {
   Trace& trace = services_.trace;
   XmlDocument& document = *state_.document;
   trace.Write("verify the 'first lock status'");
-  const Value firstLock = object.GetValue(kFirstLockUse);
+  const Value firstLock = object.GetValue(attribute::kFirstLockUse);
   if (firstLock.IsNull() || !firstLock.AsBoolean()) {
     trace.Write("'first lock status' is false, set the appropriate attribute in the XML structure file");
     XML::CreateAttribute(document, "ACCESS_AUTHORIZATION", element, "ReadOnly");
@@ -95,7 +95,7 @@ void StructureBuilder::SetAccess(XmlNode element, PcObject& object) {
   trace.Write("'first lock status' is true, set the appropriate attribute in the XML structure file");
   XML::CreateAttribute(document, "ACCESS_AUTHORIZATION", element, "Read/Write");
   trace.Write("update object with unsetting the 'first lock status'");
-  object.SetValue(kFirstLockUse, false);
+  object.SetValue(attribute::kFirstLockUse, false);
   const PcBehaviorPtr behavior =
       Required(services_.declarations.startup.DefaultBehavior, "default behaviour");
   const int code = object.Update(*behavior);
@@ -113,7 +113,7 @@ void StructureBuilder::FillNodeAttributes(XmlNode element, PcObject& object, int
                "  Set DisplayAttribute1 for new XML Node with: ");
   SetAttribute(element, "SECOND_DESCRIPTION", DisplayValue(object, settings.DisplayAttribute2),
                "  Set DisplayAttribute2 for new XML Node with: ");
-  const std::string fileName = object.GetText("CAD_REF_FILE_NAME");
+  const std::string fileName = object.GetText(attribute::kCadFileName);
   SetAttribute(element, "ORIG_FILE_NAME", fileName, "  Set origin file name for new XML Node with: ");
   SetAttribute(element, "FILE_EXTENSION", GetFileExtension(fileName),
                "  Set File extension for new XML Node with: ");
@@ -129,7 +129,7 @@ void StructureBuilder::FillNodeAttributes(XmlNode element, PcObject& object, int
                "  Set ClassID for new XML Node with: ");
   SetAttribute(element, "PELICORE_OBJ_ID", std::to_string(key.objectId),
                "  Set ObejctID for new XML Node with: ");
-  SetAttribute(element, "STATUS", object.GetText("STATE"), "  Set Status for new XML Node with: ");
+  SetAttribute(element, "STATUS", object.GetText(attribute::kState), "  Set Status for new XML Node with: ");
   SetAttribute(element, "REVISION", object.GetText("REVISION"), "  Set Revision for new XML Node with: ");
 }
 
@@ -157,7 +157,7 @@ void StructureBuilder::BuildContentList(XmlNode rootNode) {
   const int rows = files.RowCount();
   for (int row = 0; row < rows; ++row) {
     const ObjectKey key = files.KeyOfRow(row);
-    if (key == root || !IsFileCopied(files.GetValue("OPERATION_ID", row))) continue;
+    if (key == root || !IsFileCopied(files.GetValue(attribute::kOperationId, row))) continue;
     AddStructureNode(rootNode, key, kContentElement, &kFurtherObject);
   }
 }

@@ -7,12 +7,11 @@
 
 #include "host/ascii.h"
 #include "host/error.h"
+#include "host/names.h"
 #include "messages/guard.h"
 
 namespace tessel::CommonXFunctions {
 namespace {
-
-constexpr const char* kInactive = "VRKX_DX_INACTIVE";
 
 PcRecordListPtr QueryCustomers(PcSession& session, ClassId classId, const std::string& first,
                                const std::string& second) {
@@ -27,12 +26,12 @@ PcRecordListPtr QueryCustomers(PcSession& session, ClassId classId, const std::s
   };
   select(first);
   select(second);
-  select("OBJECT_ID");
-  select("CLASS_ID");
+  select(attribute::kObjectId);
+  select(attribute::kClassId);
   const PcClassPtr definition = Required(session.MetaData()->ClassById(classId), "company class");
-  if (definition->FindAttribute(kInactive)) {
-    select(kInactive);
-    query->AddCondition(kInactive, "=", "FALSE");
+  if (definition->FindAttribute(attribute::kInactive)) {
+    select(attribute::kInactive);
+    query->AddCondition(attribute::kInactive, "=", "FALSE");
   }
   return Required(query->Run(), "result of the company query");
 }
@@ -46,8 +45,8 @@ std::string DisplayOfObject(const PcObject& object, const std::string& attribute
 }
 
 bool IsInactive(const PcObject& object) {
-  if (!object.HasAttribute(kInactive)) return false;
-  const Value inactive = object.GetValue(kInactive);
+  if (!object.HasAttribute(attribute::kInactive)) return false;
+  const Value inactive = object.GetValue(attribute::kInactive);
   return !inactive.IsNull() && inactive.AsBoolean();
 }
 

@@ -2,13 +2,13 @@
 
 #include "dispatch/recipients.h"
 #include "host/error.h"
+#include "host/names.h"
 #include "messages/guard.h"
 #include "wizard/page_layout.h"
 
 namespace tessel {
 namespace {
 
-constexpr const char* kMailAttribute = "VRKX_DX_SUPPLIER_EMAIL";
 constexpr const char* kDispatchError = "Fehler beim Aufbauen der XML Dateien (Command1_Click/Tessel_4)";
 
 struct FieldDesign {
@@ -83,7 +83,7 @@ std::string Tessel_5::RecipientAddress(int row) const {
         GetServices().Session().ObjectStore()->Object(RecipientOfRow(list, row).contact);
     if (!contact) return {};
     contact->ReadData();
-    return contact->GetText(kMailAttribute);
+    return contact->GetText(attribute::kEMail);
   });
 }
 

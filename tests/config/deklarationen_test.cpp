@@ -213,12 +213,8 @@ TEST(ConfigurationReader, SectionsComeFromTheSettingsFoundOrGiven) {
   AdminConfigurationReader reader(world.trace.trace);
   EXPECT_EQ(reader.SectionEntries(world.session, "M"), (Lines{"a=1", "b==c"}));
   const PcObjectPtr mapping = world.Object({20, 11});
-  EXPECT_EQ(
-      reader.SectionLines(world.session, "M", "Initialization", "Admin Setting", "VRKX_VALUE_LONG", mapping),
-      Lines{"x"});
-  EXPECT_EQ(reader.ReadValue(world.session, "M", "x", "none", "Mapping", "Admin Setting", "VRKX_VALUE_LONG",
-                             nullptr),
-            "none");
+  EXPECT_EQ(reader.SectionLines(world.session, "M", {.object = mapping}), Lines{"x"});
+  EXPECT_EQ(reader.ReadValue(world.session, "M", "x", "none", {.setName = "Mapping"}), "none");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "host/names.h"
 #include "support/export_world.h"
 
 namespace tessel {
@@ -27,9 +28,8 @@ class ExchangeObject : public testing::Test {
     std::vector<PcRecordListPtr> exported;
     if (exported_) exported.push_back(exported_);
     complete_ = Kestrix_ExObj::CreateExchangeObject(
-        world_.services, world_.session, 900, objectId_, "protocol\r\n", true,
-        exchange_attribute::kExchangeType, idValue_, 7, withCompany_ ? store->Object({901, 11}) : nullptr,
-        store->Object({902, 21}), exported);
+        world_.services, world_.session, 900, objectId_, "protocol\r\n", true, attribute::kExchangeType,
+        idValue_, 7, withCompany_ ? store->Object({901, 11}) : nullptr, store->Object({902, 21}), exported);
   }
   std::string Stored(const char* attribute) { return world_.Stored({900, objectId_}, attribute); }
   // Class and object of what is linked below it.
@@ -51,12 +51,12 @@ TEST_F(ExchangeObject, RecordsTheExport) {
   Create();
   EXPECT_EQ(idValue_, "DX-007");
   EXPECT_EQ(Stored("VRK_ID"), "DX-007");
-  EXPECT_EQ(Stored(exchange_attribute::kProcessPhase), "1");
-  EXPECT_EQ(Stored(exchange_attribute::kStatusInfo), "New (no batch process started)");
-  EXPECT_EQ(Stored(exchange_attribute::kExchangeType), "1");
-  EXPECT_EQ(Stored(exchange_attribute::kProtocol), "protocol\r\n");
-  EXPECT_EQ(Stored(exchange_attribute::kSendToCompany), "Acme");
-  EXPECT_EQ(Stored(exchange_attribute::kSendToContact), "Smith Jo");
+  EXPECT_EQ(Stored(attribute::kProcessPhase), "1");
+  EXPECT_EQ(Stored(attribute::kStatusInfo), "New (no batch process started)");
+  EXPECT_EQ(Stored(attribute::kExchangeType), "1");
+  EXPECT_EQ(Stored(attribute::kProtocol), "protocol\r\n");
+  EXPECT_EQ(Stored(attribute::kSendToCompany), "Acme");
+  EXPECT_EQ(Stored(attribute::kSendToContact), "Smith Jo");
   EXPECT_TRUE(world_.Traced("Customer '11' is linked to ExchangeObject"));
   EXPECT_TRUE(world_.Traced("Contactperson '21' is linked to ExchangeObject"));
   EXPECT_TRUE(world_.Traced("CopiedObj '1' is already linked to ExchangeObject"));
@@ -87,7 +87,7 @@ TEST_F(ExchangeObject, WithoutCompanyTheContactIsStillRecorded) {
   exported_ = nullptr;
   Create();
   EXPECT_EQ(Links(), "902|21");
-  EXPECT_EQ(Stored(exchange_attribute::kSendToCompany), "");
+  EXPECT_EQ(Stored(attribute::kSendToCompany), "");
 }
 
 TEST_F(ExchangeObject, ADisplayAttributeConfiguredEmptyCostsNoLink) {
@@ -95,8 +95,8 @@ TEST_F(ExchangeObject, ADisplayAttributeConfiguredEmptyCostsNoLink) {
   Create();
   EXPECT_TRUE(complete_);
   EXPECT_EQ(Links(), "1201|1; 901|11; 902|21");
-  EXPECT_EQ(Stored(exchange_attribute::kSendToCompany), "");
-  EXPECT_EQ(Stored(exchange_attribute::kSendToContact), "Smith Jo");
+  EXPECT_EQ(Stored(attribute::kSendToCompany), "");
+  EXPECT_EQ(Stored(attribute::kSendToContact), "Smith Jo");
 }
 
 TEST_F(ExchangeObject, ARefusedInsertEndsQuietly) {
@@ -116,8 +116,8 @@ TEST_F(ExchangeObject, ARefusedCompanyTextCostsNoOther) {
   Create();
   EXPECT_FALSE(complete_);
   EXPECT_EQ(Links(), "1201|1; 901|11; 902|21");
-  EXPECT_EQ(Stored(exchange_attribute::kSendToCompany), "");
-  EXPECT_EQ(Stored(exchange_attribute::kSendToContact), "Smith Jo");
+  EXPECT_EQ(Stored(attribute::kSendToCompany), "");
+  EXPECT_EQ(Stored(attribute::kSendToContact), "Smith Jo");
   EXPECT_EQ(world_.trace.trace.problems.Kept().back().number, 19);
 }
 
@@ -138,7 +138,7 @@ TEST_F(ExchangeObject, ARefusedLinkOnlyMissesItsTrace) {
   Create();
   EXPECT_FALSE(complete_);
   EXPECT_EQ(Links(), "1201|1; 902|21");
-  EXPECT_EQ(Stored(exchange_attribute::kSendToCompany), "Acme");
+  EXPECT_EQ(Stored(attribute::kSendToCompany), "Acme");
   EXPECT_FALSE(world_.Traced("Customer '11' is linked to ExchangeObject"));
 }
 

@@ -20,23 +20,18 @@ class OutsideReader : public ConfigurationReader, public Remote {
   using Remote::Remote;
   [[nodiscard]] std::string ReadValue(const PcSessionPtr& session, const std::string& section,
                                       const std::string& key, const std::string& defaultText,
-                                      const std::string& setName, const std::string& className,
-                                      const std::string& attributeName,
-                                      const PcObjectPtr& settings) override {
-    return TextOf("ReadValue", ObjectOf(session), section, key, defaultText, setName, className,
-                  attributeName, ObjectOf(settings));
+                                      const SettingsSource& source) override {
+    return TextOf("ReadValue", ObjectOf(session), section, key, defaultText, source.setName, source.className,
+                  source.attributeName, ObjectOf(source.object));
   }
   [[nodiscard]] std::vector<std::string> SectionEntries(const PcSessionPtr& session,
                                                         const std::string& section) override {
     return ToTexts(self.Get("SectionEntries", ObjectOf(session), section).Raw());
   }
   [[nodiscard]] std::vector<std::string> SectionLines(const PcSessionPtr& session, const std::string& section,
-                                                      const std::string& setName,
-                                                      const std::string& className,
-                                                      const std::string& attributeName,
-                                                      const PcObjectPtr& settings) override {
-    return ToTexts(self.Get("SectionLines", ObjectOf(session), section, setName, className, attributeName,
-                            ObjectOf(settings))
+                                                      const SettingsSource& source) override {
+    return ToTexts(self.Get("SectionLines", ObjectOf(session), section, source.setName, source.className,
+                            source.attributeName, ObjectOf(source.object))
                        .Raw());
   }
 };

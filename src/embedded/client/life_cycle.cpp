@@ -3,6 +3,7 @@
 #include "embedded/client/vault_copy.h"
 #include "embedded/store/transaction.h"
 #include "host/error.h"
+#include "host/names.h"
 
 namespace tessel::embedded {
 namespace {
@@ -88,7 +89,7 @@ int RunStateChange(EmbeddedSession& session, const LifeCycleRun& run, const std:
     WriteTransaction transaction(session.Sql());
     for (const PcObjectPtr& object : run.objects) {
       const OperationDefinition& operation = OperationOf(session, *object, run.operation);
-      if (operation.state && object->HasAttribute("STATE")) {
+      if (operation.state && object->HasAttribute(attribute::kState)) {
         WriteState(session, *object, *operation.state, run.comment);
       }
     }

@@ -6,6 +6,7 @@
 #include "embedded/store/schema.h"
 #include "embedded/store/transaction.h"
 #include "host/error.h"
+#include "host/names.h"
 #include "platform/paths.h"
 
 namespace tessel::embedded {
@@ -23,7 +24,7 @@ EmbeddedObject::EmbeddedObject(EmbeddedSessionPtr session, ClassDefinitionPtr de
   for (const auto& attribute : definition_->Attributes())
     state_->values.push_back(attribute->defaultValue);
   state_->changed.resize(state_->values.size());
-  Put("CLASS_ID", Value(definition_->id));
+  Put(attribute::kClassId, Value(definition_->id));
 }
 
 void EmbeddedObject::KeepForUndo() {
@@ -74,7 +75,7 @@ std::string EmbeddedObject::DisplayText(std::string_view attribute) const {
   if (value.IsNull() || definition->TargetClassId() == 0) return value.AsText();
   const PcObjectPtr target = FindObject(session_, {definition->TargetClassId(), value.AsInt32()});
   if (!target) return value.AsText();
-  for (const char* name : {"LOGIN", "DESCRIPTION", "VRK_DESCRIPTION"}) {
+  for (const char* name : {"LOGIN", "DESCRIPTION", attribute::kDescription}) {
     if (target->HasAttribute(name)) return target->GetText(name);
   }
   return value.AsText();
@@ -99,10 +100,10 @@ Value EmbeddedObject::GetValue(std::string_view name) const {
 }
 
 void EmbeddedObject::SetValue(std::string_view name, const Value& value) {
-  const bool linkEnd =
-      definition_->linkClass && state_->id != 0 &&
-      (name == "OBJECT_ID1" || name == "CLASS_ID1" || name == "OBJECT_ID2" || name == "CLASS_ID2");
-  if (name == "OBJECT_ID" || name == "CLASS_ID" || linkEnd) {
+  const bool linkEnd = definition_->linkClass && state_->id != 0 &&
+                       (name == attribute::kObjectId1 || name == attribute::kClassId1 ||
+                        name == attribute::kObjectId2 || name == attribute::kClassId2);
+  if (name == attribute::kObjectId || name == attribute::kClassId || linkEnd) {
     throw HostError("The attribute \"" + std::string(name) + "\" cannot be set");
   }
   Assign(name, value);
@@ -128,7 +129,7 @@ void EmbeddedObject::ClearData() {
   RequireUnsaved();
   KeepForUndo();
   state_->values.assign(state_->values.size(), Value());
-  Assign("CLASS_ID", Value(definition_->id));
+  Assign(attribute::kClassId, Value(definition_->id));
 }
 
 void EmbeddedObject::SetDefaults() {
@@ -153,7 +154,7 @@ int EmbeddedObject::Insert() {
     if (!sql.Writing()) alone.emplace(sql);
     const ObjectId id = DrawNumber(sql, kObjectNumber);
     std::vector<Value> values = state_->values;
-    values[RequiredPosition("OBJECT_ID")] = Value(id);
+    values[RequiredPosition(attribute::kObjectId)] = Value(id);
     sql.Execute(definition_->insertStatement, values);
     TakeIdentity(id);
     if (alone) alone->Commit();
@@ -163,7 +164,7 @@ int EmbeddedObject::Insert() {
 
 // An undone transaction takes the identity back.
 void EmbeddedObject::TakeIdentity(ObjectId id) {
-  const std::size_t position = RequiredPosition("OBJECT_ID");
+  const std::size_t position = RequiredPosition(attribute::kObjectId);
   session_->Sql().OnUndo([state = std::weak_ptr<State>(state_), position] {
     const auto kept = state.lock();
     if (!kept) return;
@@ -249,10 +250,10 @@ PcObjectPtr EmbeddedObject::AddLink(PcObject& second, ClassId linkClass, const P
   if (!definition->MayTie(GetClassId(), second.GetClassId())) return nullptr;
   if (!Exists(*this) || !Exists(second)) return nullptr;
   auto link = std::make_shared<EmbeddedObject>(session_, definition);
-  link->Put("OBJECT_ID1", Value(state_->id));
-  link->Put("CLASS_ID1", Value(GetClassId()));
-  link->Put("OBJECT_ID2", Value(second.GetObjectId()));
-  link->Put("CLASS_ID2", Value(second.GetClassId()));
+  link->Put(attribute::kObjectId1, Value(state_->id));
+  link->Put(attribute::kClassId1, Value(GetClassId()));
+  link->Put(attribute::kObjectId2, Value(second.GetObjectId()));
+  link->Put(attribute::kClassId2, Value(second.GetClassId()));
   if (link->Insert() != 0) return nullptr;
   return link;
 }

@@ -2,6 +2,7 @@
 
 #include "host/column_shape.h"
 #include "host/error.h"
+#include "host/names.h"
 
 namespace tessel::embedded {
 namespace {
@@ -9,7 +10,8 @@ namespace {
 using namespace column_shape;
 
 ColumnShape ShapeOf(const std::string& name, const Value& value) {
-  if (name.starts_with("CLASS_ID") || name == "STATE" || name == "OPERATION_ID") return kInteger;
+  if (name.starts_with(attribute::kClassId) || name == attribute::kState || name == attribute::kOperationId)
+    return kInteger;
   if (value.IsText()) return kText;
   if (value.IsBoolean()) return kBoolean;
   if (value.IsDouble()) return kDouble;
@@ -47,13 +49,13 @@ void FillObjectRows(PcSession& session, const std::vector<ObjectKey>& keys, PcRe
     const PcObjectPtr object = session.ObjectStore()->Object(key);
     if (!object) throw HostError("there is no object " + ObjectKeyText(key, ':'));
     object->ReadData();
-    SetCell(list, row, "CLASS_ID", key.classId);
-    SetCell(list, row, "OBJECT_ID", key.objectId);
+    SetCell(list, row, attribute::kClassId, key.classId);
+    SetCell(list, row, attribute::kObjectId, key.objectId);
     const PcClassPtr objectClass = object->Class();
     for (int index = 0; index < objectClass->AttributeCount(); ++index) {
       const PcAttributePtr attribute = objectClass->Attribute(index);
       const std::string name = attribute->Name();
-      if (name == "CLASS_ID" || name == "OBJECT_ID") continue;
+      if (name == attribute::kClassId || name == attribute::kObjectId) continue;
       SetShapedCell(list, row, name, object->GetValue(name), ShapeOf(*attribute));
     }
     ++row;

@@ -7,6 +7,7 @@
 
 #include "embedded/client/keyed_rows.h"
 #include "host/error.h"
+#include "host/names.h"
 
 namespace tessel::embedded {
 namespace {
@@ -66,8 +67,8 @@ class StructureReader {
 
   void ReadObjects(const ClassDefinition& definition, const std::vector<ObjectId>& ids) {
     std::string names;
-    for (const std::string& name :
-         {definition.DescriptionAttribute(), std::string("FILE_NAME"), std::string("CAD_REF_FILE_NAME")}) {
+    for (const std::string& name : {definition.DescriptionAttribute(), std::string(attribute::kFileName),
+                                    std::string(attribute::kCadFileName)}) {
       names += ", " + (definition.Has(name) ? name : std::string("NULL"));
     }
     ReadKeyedRows(session_.Sql(),

@@ -6,6 +6,7 @@
 #include "embedded/client/attribute_list.h"
 #include "embedded/client/query.h"
 #include "host/error.h"
+#include "host/names.h"
 
 namespace tessel::embedded {
 namespace {
@@ -36,8 +37,8 @@ class Retrieval {
  public:
   Retrieval(EmbeddedSession& session, const ObjectKey& object, const AttributeList& attributes)
       : session_(session), object_(object), list_(session.Core().NewRecordList()) {
-    list_->AddColumn("OBJECT_ID", ColumnType::kLong);
-    list_->AddColumn("CLASS_ID", ColumnType::kInteger);
+    list_->AddColumn(attribute::kObjectId, ColumnType::kLong);
+    list_->AddColumn(attribute::kClassId, ColumnType::kInteger);
     for (const AttributeListEntry& entry : attributes.Entries()) {
       if (entry.code == 'S') Want(related_, entry);
       if (entry.code == 'L') Want(links_, entry);

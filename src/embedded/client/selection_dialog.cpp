@@ -3,6 +3,7 @@
 #include "embedded/client/object.h"
 #include "embedded/client/product_structure.h"
 #include "host/error.h"
+#include "host/names.h"
 
 namespace tessel::embedded {
 namespace {
@@ -11,7 +12,7 @@ void AddObjectsOf(EmbeddedSession& session, const ClassDefinition& definition,
                   std::vector<DialogObject>& objects) {
   const std::string attribute = definition.DescriptionAttribute();
   const QueryResult found =
-      session.Sql().Query("SELECT OBJECT_ID, " + (attribute.empty() ? "OBJECT_ID" : attribute) +
+      session.Sql().Query("SELECT OBJECT_ID, " + (attribute.empty() ? attribute::kObjectId : attribute) +
                           " AS DESCRIPTION FROM " + definition.table + " ORDER BY OBJECT_ID");
   for (const auto& row : found.rows)
     objects.push_back({{definition.id, row[0].AsInt32()}, row[1].AsText()});
@@ -44,8 +45,8 @@ PcRecordListPtr PickObjects(EmbeddedSession& session, const SelectionRequest& re
   const std::vector<DialogObject> picked = Picked(session, std::move(dialog));
   if (picked.empty()) return nullptr;
   const auto list = session.Core().NewRecordList();
-  list->AddColumn("OBJECT_ID", ColumnType::kLong);
-  list->AddColumn("CLASS_ID", ColumnType::kInteger);
+  list->AddColumn(attribute::kObjectId, ColumnType::kLong);
+  list->AddColumn(attribute::kClassId, ColumnType::kInteger);
   for (const DialogObject& object : picked)
     list->AppendRow({Value(object.key.objectId), Value(object.key.classId)});
   return list;

@@ -7,6 +7,7 @@
 #include "embedded/store/schema.h"
 #include "embedded/store/transaction.h"
 #include "host/error.h"
+#include "host/names.h"
 #include "host/services.h"
 
 namespace tessel::embedded {
@@ -35,7 +36,7 @@ class SessionUtil final : public PcSessionUtil {
     run.objects.push_back(target);
     run.operation = operation.Name();
     run.directory = Parameter(parameters, "DIRECTORY").AsText();
-    const Value overwrite = Parameter(parameters, "FILE_OVERWRITE");
+    const Value overwrite = Parameter(parameters, attribute::kFileOverwrite);
     run.overwrite = !overwrite.IsNull() && overwrite.AsInt32() != 0;
     run.comment = Parameter(parameters, "COMMENT").AsText();
     run.confirm = !silent;

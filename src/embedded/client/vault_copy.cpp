@@ -5,6 +5,7 @@
 
 #include "embedded/client/keyed_rows.h"
 #include "host/error.h"
+#include "host/names.h"
 #include "platform/paths.h"
 
 namespace tessel::embedded {
@@ -138,10 +139,10 @@ bool VaultCopy::Run(const std::string& directory, bool overwrite) {
 
 PcRecordListPtr VaultCopy::CopiedRows() const {
   const auto rows = session_.Core().NewRecordList();
-  rows->AddColumn("CLASS_ID", ColumnType::kInteger);
-  rows->AddColumn("OBJECT_ID", ColumnType::kLong);
-  rows->AddColumn("OPERATION_ID", ColumnType::kInteger);
-  rows->AddColumn("FILE_NAME", ColumnType::kText);
+  rows->AddColumn(attribute::kClassId, ColumnType::kInteger);
+  rows->AddColumn(attribute::kObjectId, ColumnType::kLong);
+  rows->AddColumn(attribute::kOperationId, ColumnType::kInteger);
+  rows->AddColumn(attribute::kFileName, ColumnType::kText);
   for (const StructureObject& object : objects_) {
     rows->AppendRow({Value(object.key.classId), Value(object.key.objectId),
                      Value(object.vaultName.empty() ? kNoFile : kFileCopied), Value(object.fileName)});
@@ -151,13 +152,13 @@ PcRecordListPtr VaultCopy::CopiedRows() const {
 
 PcRecordListPtr VaultCopy::Links() const {
   const auto rows = session_.Core().NewRecordList();
-  rows->AddColumn("CLASS_ID", ColumnType::kInteger);
-  rows->AddColumn("OBJECT_ID", ColumnType::kLong);
-  rows->AddColumn("OBJECT_ID1", ColumnType::kLong);
-  rows->AddColumn("CLASS_ID1", ColumnType::kInteger);
-  rows->AddColumn("OBJECT_ID2", ColumnType::kLong);
-  rows->AddColumn("CLASS_ID2", ColumnType::kInteger);
-  rows->AddColumn("VRK_DIRECTION", ColumnType::kInteger);
+  rows->AddColumn(attribute::kClassId, ColumnType::kInteger);
+  rows->AddColumn(attribute::kObjectId, ColumnType::kLong);
+  rows->AddColumn(attribute::kObjectId1, ColumnType::kLong);
+  rows->AddColumn(attribute::kClassId1, ColumnType::kInteger);
+  rows->AddColumn(attribute::kObjectId2, ColumnType::kLong);
+  rows->AddColumn(attribute::kClassId2, ColumnType::kInteger);
+  rows->AddColumn(attribute::kDirection, ColumnType::kInteger);
   std::unordered_map<ObjectKey, std::size_t> places;
   for (std::size_t i = 0; i < objects_.size(); ++i)
     places.emplace(objects_[i].key, i);

@@ -4,6 +4,7 @@
 
 #include "host/ascii.h"
 #include "host/error.h"
+#include "host/names.h"
 
 namespace tessel::embedded {
 namespace {
@@ -77,7 +78,7 @@ bool ClassDefinition::MayTie(ClassId first, ClassId second) const {
 }
 
 std::string ClassDefinition::DescriptionAttribute() const {
-  for (const char* attribute : {"VRK_DESCRIPTION", "CN_DESCRIPTION", "DESCRIPTION"}) {
+  for (const char* attribute : {attribute::kDescription, attribute::kNamedDescription, "DESCRIPTION"}) {
     if (Has(attribute)) return attribute;
   }
   for (const auto& attribute : attributes_) {

@@ -8,6 +8,7 @@
 #include "embedded/model/sql_names.h"
 #include "host/ascii.h"
 #include "host/error.h"
+#include "host/names.h"
 
 namespace tessel::embedded {
 namespace {
@@ -182,20 +183,20 @@ class MetadataReader {
   }
 
   static void AddSystemAttributes(ClassDefinition& definition) {
-    AddPlain(definition, "OBJECT_ID", AttributeType::kLong);
-    AddPlain(definition, "CLASS_ID", AttributeType::kInteger);
+    AddPlain(definition, attribute::kObjectId, AttributeType::kLong);
+    AddPlain(definition, attribute::kClassId, AttributeType::kInteger);
     if (!definition.linkClass) return;
-    AddPlain(definition, "OBJECT_ID1", AttributeType::kLong);
-    AddPlain(definition, "CLASS_ID1", AttributeType::kInteger);
-    AddPlain(definition, "OBJECT_ID2", AttributeType::kLong);
-    AddPlain(definition, "CLASS_ID2", AttributeType::kInteger);
-    AddPlain(definition, "VRK_DIRECTION", AttributeType::kInteger);
+    AddPlain(definition, attribute::kObjectId1, AttributeType::kLong);
+    AddPlain(definition, attribute::kClassId1, AttributeType::kInteger);
+    AddPlain(definition, attribute::kObjectId2, AttributeType::kLong);
+    AddPlain(definition, attribute::kClassId2, AttributeType::kInteger);
+    AddPlain(definition, attribute::kDirection, AttributeType::kInteger);
     definition.Attributes().back()->defaultValue = Value(std::int16_t{1});
   }
 
   void ReadLookup(const JsonObject& source, ClassDefinition& definition) {
     if (!source.Has("lookup")) return;
-    AddPlain(definition, "VALUE_ORDER", AttributeType::kLong);
+    AddPlain(definition, attribute::kValueOrder, AttributeType::kLong);
     AddPlain(definition, "DESCRIPTION", AttributeType::kText);
     ObjectId next = 1;
     std::set<ObjectId> ids;

@@ -7,6 +7,7 @@
 
 #include "embedded/model/metadata_json.h"
 #include "host/error.h"
+#include "host/names.h"
 #include "platform/json_nesting.h"
 #include "platform/paths.h"
 
@@ -77,7 +78,7 @@ class ModelReader {
       for (const LookupValue& value : definition->lookupValues) {
         ModelObject object =
             NewObject(definition, value.id, "class \"" + definition->name + "\": lookup value");
-        Set(object, "VALUE_ORDER", Value(order++));
+        Set(object, attribute::kValueOrder, Value(order++));
         Set(object, "DESCRIPTION", Value(value.description));
         highestId_ = std::max<std::int64_t>(highestId_, value.id);
         ids_.insert({definition->id, value.id});
@@ -153,8 +154,8 @@ class ModelReader {
     object.where = where;
     for (const auto& attribute : definition->Attributes())
       object.values.push_back(attribute->defaultValue);
-    Set(object, "OBJECT_ID", Value(id));
-    Set(object, "CLASS_ID", Value(definition->id));
+    Set(object, attribute::kObjectId, Value(id));
+    Set(object, attribute::kClassId, Value(definition->id));
     return object;
   }
 
@@ -265,21 +266,21 @@ class ModelReader {
   void ReadFile(const JsonObject& source, ModelObject& object) {
     const std::string file = source.Text("file");
     if (!file.empty()) {
-      if (!object.definition->Has("FILE_NAME"))
+      if (!object.definition->Has(attribute::kFileName))
         source.Report("\"file\": the class has no attribute FILE_NAME");
       const std::string name = file.substr(file.find_last_of("/\\") + 1);
-      for (const char* attribute : {"FILE_NAME", "CAD_REF_FILE_NAME"}) {
+      for (const char* attribute : {attribute::kFileName, attribute::kCadFileName}) {
         if (TextOf(object, attribute).empty()) Set(object, attribute, Value(name));
       }
       object.file = file.front() == '/' ? file : paths::Join(source_.directory, file);
     }
-    for (const char* attribute : {"FILE_NAME", "CAD_REF_FILE_NAME"}) {
+    for (const char* attribute : {attribute::kFileName, attribute::kCadFileName}) {
       const std::string name = TextOf(object, attribute);
       if (name.empty() || paths::IsPlainFileName(name)) continue;
       problems_.Add(source.Where() + ": attribute \"" + attribute + "\"",
                     "\"" + name + "\" is no plain file name");
     }
-    object.vaultName = TextOf(object, "FILE_NAME");
+    object.vaultName = TextOf(object, attribute::kFileName);
     if (!object.file.empty() && !vaultNames_.insert(object.vaultName).second) {
       source.Report("another object brings a vault file \"" + object.vaultName + "\"; give a FILE_NAME");
     }
@@ -316,11 +317,11 @@ class ModelReader {
                     first->definition->name + "\" to class \"" + second->definition->name + "\"");
       }
       ModelObject object = NewObject(definition, NextId(link), link.Where());
-      Set(object, "OBJECT_ID1", Value(first->id));
-      Set(object, "CLASS_ID1", Value(first->definition->id));
-      Set(object, "OBJECT_ID2", Value(second->id));
-      Set(object, "CLASS_ID2", Value(second->definition->id));
-      Set(object, "VRK_DIRECTION",
+      Set(object, attribute::kObjectId1, Value(first->id));
+      Set(object, attribute::kClassId1, Value(first->definition->id));
+      Set(object, attribute::kObjectId2, Value(second->id));
+      Set(object, attribute::kClassId2, Value(second->definition->id));
+      Set(object, attribute::kDirection,
           Value(static_cast<std::int16_t>(link.Integer("direction", -32768, 32767, 1))));
       ReadValues(link, object);
       model_.objects.push_back(std::move(object));

@@ -5,6 +5,7 @@
 #include "embedded/store/new_database.h"
 #include "embedded/store/schema.h"
 #include "host/error.h"
+#include "host/names.h"
 
 namespace tessel::embedded {
 namespace {
@@ -15,18 +16,19 @@ std::vector<std::string> ObjectColumns(const ClassDefinition& definition) {
   for (const auto& attribute : definition.Attributes()) {
     if (attribute->identifying) columns.push_back(attribute->name);
   }
-  for (const std::string& name : {definition.DescriptionAttribute(), std::string("FILE_NAME")}) {
+  for (const std::string& name : {definition.DescriptionAttribute(), std::string(attribute::kFileName)}) {
     if (definition.Has(name) && !definition.FindAttribute(name)->IsIdentifying(name)) columns.push_back(name);
   }
   return columns;
 }
 
-const std::vector<std::string> kLinkColumns{"CLASS_ID1", "OBJECT_ID1", "CLASS_ID2", "OBJECT_ID2"};
+const std::vector<std::string> kLinkColumns{attribute::kClassId1, attribute::kObjectId1, attribute::kClassId2,
+                                            attribute::kObjectId2};
 
 DescribedClass Describe(Database& database, const ClassDefinition& definition) {
   DescribedClass described{definition.id, definition.name, definition.table, definition.linkClass, {}};
   const std::vector<std::string> columns = definition.linkClass ? kLinkColumns : ObjectColumns(definition);
-  std::string select = "OBJECT_ID";
+  std::string select = attribute::kObjectId;
   for (const std::string& column : columns)
     select += ", " + column;
   const QueryResult objects =

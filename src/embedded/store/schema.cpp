@@ -8,6 +8,7 @@
 #include "embedded/store/commit_marks.h"
 #include "embedded/store/exchange_sums.h"
 #include "embedded/store/transaction.h"
+#include "host/names.h"
 
 namespace tessel::embedded {
 namespace {
@@ -51,8 +52,8 @@ std::string ColumnType(const AttributeDefinition& attribute) {
 }
 
 bool IsKeyColumn(const std::string& name) {
-  return name == "OBJECT_ID" || name == "CLASS_ID" || name == "OBJECT_ID1" || name == "CLASS_ID1" ||
-         name == "OBJECT_ID2" || name == "CLASS_ID2";
+  return name == attribute::kObjectId || name == attribute::kClassId || name == attribute::kObjectId1 ||
+         name == attribute::kClassId1 || name == attribute::kObjectId2 || name == attribute::kClassId2;
 }
 
 std::string Joined(const std::vector<std::string>& names) {
@@ -67,7 +68,7 @@ std::string TableStatement(const ClassDefinition& definition) {
   for (const auto& attribute : definition.Attributes()) {
     columns += (columns.empty() ? "" : ", ") + attribute->name + " " + ColumnType(*attribute);
     if (IsKeyColumn(attribute->name)) columns += " NOT NULL";
-    if (attribute->name == "OBJECT_ID") columns += " PRIMARY KEY";
+    if (attribute->name == attribute::kObjectId) columns += " PRIMARY KEY";
   }
   for (const auto& names : definition.uniqueSets)
     columns += ", UNIQUE (" + Joined(names) + ")";
