@@ -1,31 +1,15 @@
-// Twips and pixels: 15 twips a pixel at 96 dots an inch, scaled for the screen.
+// A rectangle of the page model, in twips, in Qt's pixels.
 #pragma once
 
 #include <QRect>
-#include <cmath>
 
-#include "toolkit/geometry.h"
+#include "toolkit/units.h"
 
 namespace tessel::qt {
 
-class Units {
- public:
-  explicit Units(double dotsPerInch) : pixelsPerTwip_(dotsPerInch / kTwipsPerInch) {}
-
-  [[nodiscard]] int Pixels(double twips) const {
-    return static_cast<int>(std::lround(twips * pixelsPerTwip_));
-  }
-  [[nodiscard]] double Twips(int pixels) const { return pixels / pixelsPerTwip_; }
-  // Edges are rounded, not sizes, so that neighbours stay neighbours.
-  [[nodiscard]] QRect Pixels(const Rect& rect) const {
-    const int left = Pixels(rect.left);
-    const int top = Pixels(rect.top);
-    return {left, top, Pixels(rect.left + rect.width) - left, Pixels(rect.top + rect.height) - top};
-  }
-
- private:
-  static constexpr double kTwipsPerInch = 1440;
-  double pixelsPerTwip_;
-};
+[[nodiscard]] inline QRect PixelsOf(const Units& units, const Rect& rect) {
+  const PixelRect pixels = units.Pixels(rect);
+  return {pixels.left, pixels.top, pixels.width, pixels.height};
+}
 
 }  // namespace tessel::qt

@@ -114,7 +114,7 @@ void WindowView::ControlChanged(Control& control, Change change) {
 }
 
 void WindowView::Place(Control& control, ControlView& view) {
-  const QRect pixels = units_.Pixels(control.Bounds());
+  const QRect pixels = PixelsOf(units_, control.Bounds());
   if (view.Widget().geometry() == pixels) return;
   view.Widget().setGeometry(pixels);
   view.Resized();
@@ -148,7 +148,7 @@ void WindowView::FitCaptions() {
     const int wanted = view->CaptionWidth();
     if (wanted == 0) continue;
     const Rect& bounds = control->Bounds();
-    QRect pixels = units_.Pixels(bounds);
+    QRect pixels = PixelsOf(units_, bounds);
     const int room = units_.Pixels(bounds.left + RoomToTheRight(*control)) - pixels.left();
     pixels.setWidth(std::clamp(wanted, pixels.width(), std::max(room, pixels.width())));
     view->Widget().setGeometry(pixels);
@@ -158,7 +158,7 @@ void WindowView::FitCaptions() {
 void WindowView::MakeWayForCounters() {
   for (const auto& [bar, view] : views_) {
     if (bar->Kind() != ControlKind::kProgressBar) continue;
-    QRect pixels = units_.Pixels(bar->Bounds());
+    QRect pixels = PixelsOf(units_, bar->Bounds());
     for (const auto& [label, labelView] : views_) {
       if (label->Kind() != ControlKind::kLabel || !label->Visible() || label->Parent() != bar->Parent() ||
           label->Bounds().left >= bar->Bounds().left || !SameRows(label->Bounds(), bar->Bounds()))

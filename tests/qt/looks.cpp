@@ -87,7 +87,7 @@ std::string Differences(const Control& control, const QWidget& widget, const QWi
   if (widget.objectName() != qt::ToQt(control.Id())) found += " name";
   if (widget.accessibleName() != qt::ToQt(SpokenName(control))) found += " spoken name";
   if (ShownBy(widget) != ExpectedOf(control)) found += " shows " + ShownBy(widget);
-  const QRect model = qt::Units(widget.logicalDpiX()).Pixels(control.Bounds());
+  const QRect model = qt::PixelsOf(Units(widget.logicalDpiX()), control.Bounds());
   const QRect actual = widget.geometry();
   // A caption may take room on its right, and a progress bar makes way for it.
   const bool begins = actual.topLeft() == model.topLeft() ||

@@ -54,9 +54,9 @@ void TypeInto(QWidget& widget, const QString& text) {
 }
 
 void ResizeTo(QWidget& widget, const Rect& bounds) {
-  const qt::Units units(widget.logicalDpiX());
-  const QRect client = units.Pixels(Rect{bounds.left, bounds.top, bounds.width - Window::kBorderWidth,
-                                         bounds.height - Window::kBorderHeight});
+  const Units units(widget.logicalDpiX());
+  const QRect client = qt::PixelsOf(units, Rect{bounds.left, bounds.top, bounds.width - Window::kBorderWidth,
+                                                bounds.height - Window::kBorderHeight});
   widget.move(client.topLeft());
   widget.resize(client.size());
 }
