@@ -269,6 +269,8 @@ class Dispatch {
         {"Error while launching the 'Kestrix Server Monitor'", "", MessageIcon::kExclamation});
   }
 
+  // Blocks the user interface on purpose: between two steps the file system, often a share, and the programs
+  // that look at the directory are given time to follow. Each step has a length of its own.
   void Pause(milliseconds time) { services_.platform.pauser.Sleep(time); }
 
   DispatchParts& parts_;
