@@ -94,10 +94,10 @@ struct XmlDocument::Content {
   std::array<std::string, 64> acceptedNames;  // by hash; the same few names come again and again
   // Hashes of the attribute names of the element whose attributes are being set, so that setting one more
   // does not walk all of them.
-  const void* named = nullptr;
+  const XmlNodeRecord* named = nullptr;
   std::vector<std::size_t> attributeNames;
 
-  static XmlNode Handle(const pugi::xml_node& node) { return XmlNode(node.internal_object()); }
+  static XmlNode Handle(const pugi::xml_node& node) { return XmlNode(RecordOf(node)); }
 
   [[nodiscard]] bool IsAttached(pugi::xml_node node) const {
     if (!detached.first_child()) return true;
@@ -130,7 +130,7 @@ struct XmlDocument::Content {
     return element;
   }
 
-  void SelectNamed(void* node) {
+  void SelectNamed(XmlNodeRecord* node) {
     const pugi::xml_node element = Follow(node);
     if (element.type() != pugi::node_element || IsTopNode(element)) Refuse("only an element has attributes");
     named = node;
@@ -141,7 +141,7 @@ struct XmlDocument::Content {
   }
 
   // Adds or replaces an attribute, without a look at the index.
-  void PutAttribute(void* node, std::string_view attributeName, std::string_view value) {
+  void PutAttribute(XmlNodeRecord* node, std::string_view attributeName, std::string_view value) {
     if (node == nullptr || node != named) SelectNamed(node);
     pugi::xml_node element = Follow(node);
     const std::size_t hash = Hash(attributeName);
@@ -294,7 +294,7 @@ int XmlDocument::CountIdentified(std::string_view name, std::string_view identif
 }
 
 XmlNode XmlDocument::FindIdentified(std::string_view name, std::string_view identifier, int instance) const {
-  return XmlNode(content_->index.Find(name, identifier, instance));
+  return Content::Handle(pugi::xml_node(content_->index.Find(name, identifier, instance)));
 }
 
 void XmlDocument::Save(FileSystem& files, const TextEncodings& encodings, const std::string& path,

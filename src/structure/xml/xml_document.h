@@ -14,6 +14,9 @@ namespace tessel {
 
 enum class XmlNodeType { kElement = 1, kText = 3, kCData = 4, kProcessingInstruction = 7, kDocument = 9 };
 
+// What a handle leads to; known to the sources of this folder alone.
+struct XmlNodeRecord;
+
 // A handle to a node; cheap to copy, valid as long as its document. An empty one stands for nothing.
 class XmlNode {
  public:
@@ -37,8 +40,8 @@ class XmlNode {
 
  private:
   friend class XmlDocument;
-  explicit XmlNode(void* node) : node_(node) {}
-  void* node_ = nullptr;
+  explicit XmlNode(XmlNodeRecord* node) : node_(node) {}
+  XmlNodeRecord* node_ = nullptr;
 };
 
 class XmlDocument {

@@ -46,17 +46,17 @@ XmlNode XmlNode::Parent() const {
   const pugi::xml_node node = Follow(node_);
   const pugi::xml_node parent = node.parent();
   if (IsTopNode(node) || IsDetachedHolder(parent)) return {};
-  return XmlNode(parent.internal_object());
+  return XmlNode(RecordOf(parent));
 }
 
 XmlNode XmlNode::FirstChild() const {
-  return XmlNode(Follow(node_).first_child().internal_object());
+  return XmlNode(RecordOf(Follow(node_).first_child()));
 }
 
 XmlNode XmlNode::NextSibling() const {
   const pugi::xml_node node = Follow(node_);
   if (IsTopNode(node) || IsDetachedHolder(node.parent())) return {};
-  return XmlNode(node.next_sibling().internal_object());
+  return XmlNode(RecordOf(node.next_sibling()));
 }
 
 bool XmlNode::HasAttribute(std::string_view name) const {

@@ -7,6 +7,10 @@
 
 #include "host/error.h"
 
+namespace tessel {
+struct XmlNodeRecord;
+}
+
 namespace tessel::xml_tree {
 
 inline bool IsTopNode(const pugi::xml_node& node) {
@@ -19,8 +23,12 @@ inline bool IsDetachedHolder(const pugi::xml_node& node) {
   return IsTopNode(node) && node.previous_sibling();
 }
 
-inline pugi::xml_node Follow(void* node) {
-  return pugi::xml_node(static_cast<pugi::xml_node_struct*>(Required(node, "XML node")));
+// The library's own record of a node stands behind the handle.
+inline pugi::xml_node Follow(XmlNodeRecord* node) {
+  return pugi::xml_node(reinterpret_cast<pugi::xml_node_struct*>(Required(node, "XML node")));
+}
+inline XmlNodeRecord* RecordOf(const pugi::xml_node& node) {
+  return reinterpret_cast<XmlNodeRecord*>(node.internal_object());
 }
 
 inline pugi::xml_attribute FindAttribute(const pugi::xml_node& node, std::string_view name) {
