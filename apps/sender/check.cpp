@@ -2,11 +2,13 @@
 
 #include <functional>
 #include <ostream>
+#include <set>
 
 #include "host/error.h"
 #include "platform/paths.h"
-#include "sender/queue.h"
 #include "sender/smtp.h"
+#include "sender/system.h"
+#include "sender/work.h"
 
 namespace tessel::sender {
 namespace {
@@ -47,26 +49,58 @@ std::string TryFolder(FileSystem& files, const std::string& path, bool mayBeMiss
   return {};
 }
 
+// The path, the folder of the locks, and the exchanges that are to be sent or can be continued: all are
+// written, and renamed.
+std::string TryExchangePath(FileSystem& files, const std::string& path, bool mayBeMissing) {
+  std::string remark = TryFolder(files, path, mayBeMissing);
+  if (!remark.empty()) return remark;
+  if (files.FolderExists(LockFolder(path))) TryFolder(files, LockFolder(path), false);
+  int count = 0;
+  for (const ExchangeDirectory& directory : ListExchanges(files, path)) {
+    if (directory.place == Place::kSent) continue;
+    const std::string why = WhyNotWritable(files.NativePath(directory.Path()));
+    if (!why.empty()) Bad(directory.Name() + " cannot be sent by this account: " + why);
+    ++count;
+  }
+  return count == 0 ? remark : std::to_string(count) + " exchanges to be sent or stopped, all writable";
+}
+
 std::string TryPrivate(const FileSystem& files, const std::string& path) {
   const std::string why = WhyNotPrivate(files.NativePath(path));
   if (!why.empty()) Bad(why);
   return {};
 }
 
-void CheckDatabases(Checks& checks, const Settings& settings, FileSystem& files) {
+// Gives the mail servers that the databases name to `servers`.
+void CheckDatabases(Checks& checks, const Settings& settings, FileSystem& files,
+                    std::set<std::string>& servers) {
   for (const DatabaseLogin& login : settings.databases) {
     checks.Try("database " + login.path, [&] {
       const ExchangeDatabase database(login, files);
       checks.Try("exchange path " + database.Rules().exchangePath,
-                 [&] { return TryFolder(files, database.Rules().exchangePath, true); });
+                 [&] { return TryExchangePath(files, database.Rules().exchangePath, true); });
+      servers.insert(database.Rules().mailServer);
       return "\"" + database.Alias() + "\", account \"" + login.user + "\", language " + database.Language();
     });
   }
   for (const std::string& path : settings.exchangePaths)
-    checks.Try("exchange path " + path, [&] { return TryFolder(files, path, false); });
+    checks.Try("exchange path " + path, [&] { return TryExchangePath(files, path, false); });
 }
 
-void CheckMail(Checks& checks, const Settings& settings, FileSystem& files) {
+void CheckServer(Checks& checks, const Settings& settings, const FileSystem& files, const std::string& name) {
+  checks.Try("mail server " + name, [&] {
+    const MailServer server = ParseServer(name, settings.mailPort);
+    const bool usable =
+        !settings.mailAuthFile.empty() && WhyNotPrivate(files.NativePath(settings.mailAuthFile)).empty();
+    const std::string why =
+        TryServer(settings, server, usable ? files.NativePath(settings.mailAuthFile) : "");
+    if (!why.empty()) Bad(why);
+    return std::string("it lets us in");
+  });
+}
+
+void CheckMail(Checks& checks, const Settings& settings, FileSystem& files,
+               const std::set<std::string>& servers) {
   if (!settings.mailAuthFile.empty())
     checks.Try("file of the mail password " + settings.mailAuthFile,
                [&] { return TryPrivate(files, settings.mailAuthFile); });
@@ -79,16 +113,9 @@ void CheckMail(Checks& checks, const Settings& settings, FileSystem& files) {
   }
   if (settings.mailSecurity == MailSecurity::kPlain)
     checks.Try("mail security", [] { return std::string("not encrypted, and no password is sent"); });
-  if (settings.mailServer.empty()) return;
-  checks.Try("mail server " + settings.mailServer, [&] {
-    const MailServer server = ParseServer(settings.mailServer, settings.mailPort);
-    const bool usable =
-        !settings.mailAuthFile.empty() && WhyNotPrivate(files.NativePath(settings.mailAuthFile)).empty();
-    const std::string why =
-        TryServer(settings, server, usable ? files.NativePath(settings.mailAuthFile) : "");
-    if (!why.empty()) Bad(why);
-    return std::string("it lets us in");
-  });
+  for (const std::string& name : servers) {
+    if (!name.empty()) CheckServer(checks, settings, files, name);
+  }
 }
 
 void CheckOthers(Checks& checks, const Settings& settings, FileSystem& files) {
@@ -110,8 +137,9 @@ void CheckOthers(Checks& checks, const Settings& settings, FileSystem& files) {
 
 bool CheckSettings(const Settings& settings, FileSystem& files, std::ostream& out) {
   Checks checks(out);
-  CheckDatabases(checks, settings, files);
-  CheckMail(checks, settings, files);
+  std::set<std::string> servers{settings.mailServer};
+  CheckDatabases(checks, settings, files, servers);
+  CheckMail(checks, settings, files, servers);
   CheckOthers(checks, settings, files);
   return checks.Well();
 }

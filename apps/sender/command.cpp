@@ -55,28 +55,27 @@ Outcome Judge(const TransferJob& job, const ProgramResult& result) {
   using Kind = Outcome::Kind;
   const std::string& program = job.settings.commandProgram;
   const std::string output = CleanOutput(result.output);
-  const std::string said = output.empty() ? std::string() : "; it said: " + output;
+  const auto ended = [&](Kind kind, StatusText how, const std::string& value = {}) -> Outcome {
+    const std::string text = TextOf(job.language, how, {program, value});
+    return {kind, output.empty() ? text : TextOf(job.language, StatusText::kProgramSaid, {text, output}), {}};
+  };
+  const std::string status = std::to_string(result.status);
   switch (result.end) {
     case ProgramResult::End::kNotStarted:
-      return {Kind::kRefused, program + " cannot be started: " + std::strerror(result.status), {}};
+      return ended(Kind::kRefused, StatusText::kNotStarted, std::strerror(result.status));
     case ProgramResult::End::kTimedOut:
-      return {Kind::kUnknown, program + " did not end in time and was killed" + said, {}};
+      return ended(Kind::kUnknown, StatusText::kProgramSlow);
     case ProgramResult::End::kKilled:
-      return {Kind::kUnknown, program + " was ended by signal " + std::to_string(result.status) + said, {}};
+      return ended(Kind::kUnknown, StatusText::kProgramKilled, status);
     default:
       break;
   }
   if (result.status != 0) {
-    return {result.status == kTryAgain ? Kind::kLater : Kind::kRefused,
-            program + " ended with status " + std::to_string(result.status) + said,
-            {}};
+    return ended(result.status == kTryAgain ? Kind::kLater : Kind::kRefused, StatusText::kProgramStatus,
+                 status);
   }
-  if (result.output.find(job.settings.commandSuccessText) == std::string::npos) {
-    return {
-        Kind::kRefused,
-        program + " ended with status 0, but did not say \"" + job.settings.commandSuccessText + "\"" + said,
-        {}};
-  }
+  if (result.output.find(job.settings.commandSuccessText) == std::string::npos)
+    return ended(Kind::kRefused, StatusText::kProgramSilent, job.settings.commandSuccessText);
   const std::string how = TextOf(job.language, StatusText::kByCommand, {program});
   return {Kind::kSent, TextOf(job.language, StatusText::kSent, {how, job.identifier}), output};
 }
@@ -85,12 +84,12 @@ Outcome Judge(const TransferJob& job, const ProgramResult& result) {
 
 Outcome RunCommand(const TransferJob& job) {
   if (job.settings.commandProgram.empty())
-    return {Outcome::Kind::kRefused, "the settings name no program for the own send mode", {}};
+    return {Outcome::Kind::kRefused, TextOf(job.language, StatusText::kNoProgram), {}};
   std::vector<std::string> arguments;
   for (const std::string& argument : job.settings.commandArguments) {
     arguments.push_back(Replaced(job, argument));
     if (arguments.back().find('\0') != std::string::npos)
-      return {Outcome::Kind::kRefused, "an argument of the own send mode holds a NUL character", {}};
+      return {Outcome::Kind::kRefused, TextOf(job.language, StatusText::kProgramNul), {}};
   }
   job.begin();
   const auto limit = std::chrono::duration_cast<std::chrono::milliseconds>(job.settings.commandTimeout);

@@ -11,6 +11,7 @@
 #include "sender/check.h"
 #include "sender/list.h"
 #include "sender/queue.h"
+#include "sender/system.h"
 
 namespace tessel::sender {
 namespace {
@@ -75,6 +76,21 @@ int Work(const WorkParts& parts, const Options& options) {
     return kDone;
   }
   return queue.WorkOff() ? kDone : kProblems;
+}
+
+// The log of senders that exports start; the one before it is kept when it has grown.
+void OpenLog(FileSystem& files, const std::string& path, std::ofstream& log) {
+  constexpr long long kMostLog = 1'000'000;
+  const std::string before = path + ".1";
+  try {
+    if (RegularFileSize(files.NativePath(path)) > kMostLog) {
+      if (files.FileExists(before)) files.DeleteFile(before);
+      files.Move(path, before);
+    }
+  } catch (const RuntimeError&) {
+    // Another sender has just done it, or this account may not.
+  }
+  log.open(files.NativePath(path), std::ios::app);
 }
 
 int RunOptions(const Options& options, const Platform& platform, std::ostream& out, std::ostream& err) {
@@ -152,7 +168,7 @@ int Run(const std::vector<std::string>& arguments, const Platform& platform, std
   if (!options.start.empty()) {
     const std::string settings =
         options.settings.empty() ? SettingsPath(platform.program.directory) : options.settings;
-    file.open(platform.files.NativePath(settings + ".log"), std::ios::app);
+    OpenLog(platform.files, settings + ".log", file);
   }
   std::ostream& told = file.is_open() ? file : err;
   try {

@@ -6,12 +6,13 @@
 #include "host/error.h"
 #include "host/value.h"
 #include "platform/paths.h"
+#include "sender/status_texts.h"
 
 namespace tessel::sender {
 namespace {
 
-[[noreturn]] void Refuse(const std::string& what) {
-  throw RuntimeError(error_number::kInvalidCall, "The data file is damaged: " + what);
+[[noreturn]] void Refuse(StatusText why, std::vector<std::string> values = {}) {
+  throw Reason(why, std::move(values));
 }
 
 class Elements {
@@ -20,8 +21,8 @@ class Elements {
 
   [[nodiscard]] std::string Text(const char* name) const {
     const pugi::xml_node element = root_.child(name);
-    if (!element) Refuse(std::string("it has no element \"") + name + "\"");
-    if (element.next_sibling(name)) Refuse(std::string("it has a second element \"") + name + "\"");
+    if (!element) Refuse(StatusText::kDataNoElement, {name});
+    if (element.next_sibling(name)) Refuse(StatusText::kDataTwice, {name});
     return element.text().get();
   }
   // The empty text when the element is missing, as in the send modes that have no mail.
@@ -33,20 +34,17 @@ class Elements {
     try {
       return ParseInt32(text);
     } catch (const RuntimeError&) {
-      Refuse(std::string("\"") + name + "\" is no number but \"" + text + "\"");
+      Refuse(StatusText::kDataNoNumber, {name, text});
     }
   }
   [[nodiscard]] ObjectKey Key(const char* classElement, const char* objectElement) const {
     const std::int32_t classId = Number(classElement);
-    if (classId < INT16_MIN || classId > INT16_MAX)
-      Refuse(std::string("\"") + classElement + "\" is no class id");
+    if (classId < INT16_MIN || classId > INT16_MAX) Refuse(StatusText::kDataNoClass, {classElement});
     return {static_cast<ClassId>(classId), Number(objectElement)};
   }
   [[nodiscard]] std::string FileName(const char* name) const {
     std::string text = Text(name);
-    if (!paths::IsPlainFileName(text)) {
-      Refuse(std::string("\"") + name + "\" is no plain file name but \"" + text + "\"");
-    }
+    if (!paths::IsPlainFileName(text)) Refuse(StatusText::kDataFileName, {name, text});
     return text;
   }
 
@@ -55,7 +53,7 @@ class Elements {
 };
 
 SendMode ModeOf(std::int32_t number) {
-  if (number < 1 || number > 5) Refuse("there is no send mode " + std::to_string(number));
+  if (number < 1 || number > 5) Refuse(StatusText::kDataNoMode, {std::to_string(number)});
   return static_cast<SendMode>(number);
 }
 
@@ -82,16 +80,35 @@ void ReadNames(const Elements& elements, DataFile& file) {
 
 }  // namespace
 
+ObjectKey ObjectIn(std::string_view bytes) {
+  const auto number = [&](const std::string& element) -> std::int32_t {
+    const std::string begin = "<" + element + ">";
+    const auto at = bytes.find(begin);
+    if (at == std::string_view::npos || bytes.find(begin, at + 1) != std::string_view::npos) return 0;
+    const std::string_view rest = bytes.substr(at + begin.size());
+    const auto end = rest.find("</" + element + ">");
+    if (end == std::string_view::npos || rest.find_first_not_of("0123456789") != end) return 0;
+    try {
+      return ParseInt32(std::string(rest.substr(0, end)));
+    } catch (const RuntimeError&) {
+      return 0;
+    }
+  };
+  const std::int32_t classId = number("DataExchangeClassID");
+  const std::int32_t objectId = number("DataExchangeObjID");
+  if (classId < 1 || classId > INT16_MAX || objectId < 1) return {};
+  return {static_cast<ClassId>(classId), objectId};
+}
+
 DataFile ParseDataFile(std::string_view bytes) {
   pugi::xml_document document;
   // The reader would pass over a NUL, and over a document type that brings entities.
-  if (bytes.find('\0') != std::string_view::npos) Refuse("it holds a NUL character");
+  if (bytes.find('\0') != std::string_view::npos) Refuse(StatusText::kDataNul);
   const pugi::xml_parse_result parsed =
       document.load_buffer(bytes.data(), bytes.size(), pugi::parse_default | pugi::parse_ws_pcdata_single);
-  if (!parsed) Refuse(std::string("it is no XML: ") + parsed.description());
+  if (!parsed) Refuse(StatusText::kDataNoXml, {parsed.description()});
   const pugi::xml_node root = document.document_element();
-  if (std::strcmp(root.name(), "DataEx_Datas") != 0)
-    Refuse(std::string("its root is \"") + root.name() + "\"");
+  if (std::strcmp(root.name(), "DataEx_Datas") != 0) Refuse(StatusText::kDataRoot, {root.name()});
   const Elements elements(root);
   DataFile file;
   file.stamp = root.text().get();

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/names.h"
 #include "host/object_key.h"
 
 namespace tessel::sender {
@@ -24,11 +25,11 @@ struct DataFile {
   std::string mailServer;
   std::string mailSubject;
   ObjectKey exchange;
-  std::string statusAttribute;
-  std::string typeAttribute;
-  std::string protocolAttribute;
-  std::string urlAttribute;
-  std::string phaseAttribute;
+  std::string statusAttribute = attribute::kStatusInfo;
+  std::string typeAttribute = attribute::kExchangeType;
+  std::string protocolAttribute = attribute::kProtocol;
+  std::string urlAttribute = attribute::kRootDirectory;
+  std::string phaseAttribute = attribute::kProcessPhase;
   std::string structureFileName;
   std::string subdirectory;  // may be empty
   std::string databaseAlias;
@@ -36,8 +37,11 @@ struct DataFile {
   std::vector<std::string> customTexts;
 };
 
-// Parses the bytes. Error 5 saying what is wrong: no XML, another root, an element that is missing or twice,
-// a number that is none, a name that would leave the directory.
+// The data exchange object that can be made out in a data file, however damaged it is; 0:0 when none can.
+[[nodiscard]] ObjectKey ObjectIn(std::string_view bytes);
+
+// Parses the bytes. Raises a Reason saying what is wrong: no XML, another root, an element that is missing or
+// twice, a number that is none, a name that would leave the directory.
 [[nodiscard]] DataFile ParseDataFile(std::string_view bytes);
 
 }  // namespace tessel::sender

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "host/error.h"
 #include "platform/paths.h"
+#include "sender/status_texts.h"
 #include "sender/system.h"
 
 namespace tessel::sender {
@@ -37,18 +37,13 @@ class Lister {
  private:
   static const std::string& CheckedName(const std::string& folder, const std::string& name) {
     if (paths::IsPlainFileName(name)) return name;
-    throw RuntimeError(error_number::kPathFileAccess,
-                       "\"" + name + "\" in " + folder + " is no plain file name");
+    throw Reason(StatusText::kNotPlainName, {name, folder}, error_number::kPathFileAccess);
   }
   void File(const std::string& path, const std::string& name) {
     if (std::find(except_.begin(), except_.end(), name) != except_.end()) return;
     const long long size = RegularFileSize(files_.NativePath(path));
-    if (size < 0 || name == kWorkFolder) {
-      throw RuntimeError(error_number::kPathFileAccess,
-                         path +
-                             " cannot be sent: it is no regular file, or named like "
-                             "the folder of the server monitor");
-    }
+    if (size < 0 || name == kWorkFolder)
+      throw Reason(StatusText::kNotSendable, {path}, error_number::kPathFileAccess);
     documents_.push_back({name, size});
   }
 

@@ -33,6 +33,7 @@ void ExchangeWork::Protocol(const std::string& line) {
   const std::string text = TimeText(parts_.clock.Now()) + " " + line + "\r\n";
   journal_.protocol += text;
   try {
+    MakeWorkFolder(parts_.files, directory_);
     parts_.files.AppendBytes(paths::Join(directory_.WorkFolder(), "protocol.txt"), text);
   } catch (const RuntimeError&) {
     // A copy for people; the record has the lines.
@@ -48,7 +49,13 @@ void ExchangeWork::SaveIfPossible() {
 }
 
 std::string ExchangeWork::Words(StatusText text, const std::vector<std::string>& values) const {
-  return TextOf(database_ ? database_->Language() : std::string(), text, values);
+  return TextOf(Language(), text, values);
+}
+
+// Until it is known whose exchange it is, that of the first database.
+std::string ExchangeWork::Language() const {
+  if (database_ != nullptr) return database_->Language();
+  return databases_.All().empty() ? std::string() : databases_.All().begin()->second->Language();
 }
 
 void ExchangeWork::Report(std::optional<Phase> phase, const std::string& status,
@@ -95,7 +102,8 @@ WorkAnswer ExchangeWork::Run() {
   if (const auto answer = FindRecord()) return *answer;
   if (const auto answer = CheckIdentity()) return *answer;
   // It may have told of a transfer.
-  if (!journalProblem_.empty()) return Stop(Words(StatusText::kOutcomeUnknown, {journalProblem_}));
+  if (journalProblem_)
+    return Stop(Words(StatusText::kOutcomeUnknown, {ReasonText(Language(), *journalProblem_)}));
   return GoOn();
 }
 
@@ -107,14 +115,14 @@ std::optional<WorkAnswer> ExchangeWork::ReadAll() {
   try {
     journal_ = ReadJournal(parts_.files, directory_);
   } catch (const DamagedJournal& error) {
-    journalProblem_ = error.what();
+    journalProblem_ = error;
   }
   // What cannot be read now may be read later; what is wrong stays wrong.
-  const std::string bytes = parts_.files.ReadBytes(directory_.In(name));
+  dataBytes_ = parts_.files.ReadBytes(directory_.In(name));
   try {
-    data_ = ParseDataFile(bytes);
-  } catch (const RuntimeError& error) {
-    return StopWithoutRecord(error.what());
+    data_ = ParseDataFile(dataBytes_);
+  } catch (const Reason& why) {
+    return StopUnusable(why);
   }
   database_ = databases_.Find(data_.databaseAlias);
   if (!database_) return Left("the settings know no database \"" + data_.databaseAlias + "\"");
@@ -122,7 +130,7 @@ std::optional<WorkAnswer> ExchangeWork::ReadAll() {
 }
 
 std::optional<WorkAnswer> ExchangeWork::FindRecord() {
-  if (data_.exchange.objectId == 0) return StopWithoutRecord("The data file names no data exchange object");
+  if (data_.exchange.objectId == 0) return StopUnusable(Reason(StatusText::kNoObject));
   // Two directories that name one object are not worked on at once: the first one's name is on the record
   // before the second one is compared with it.
   LockAnswer answer = LockAnswer::kTaken;
@@ -131,38 +139,28 @@ std::optional<WorkAnswer> ExchangeWork::FindRecord() {
   if (!objectLock_) return WorkAnswer{WorkResult::kLater, Now() + 1, {}};
   try {
     record_ = database_->Find(data_);
-  } catch (const HostError&) {
-    throw;
-  } catch (const RuntimeError& error) {
-    return StopWithoutRecord(error.what());
+  } catch (const Reason& why) {
+    return StopUnusable(why);
   }
-  if (!record_) {
-    return StopWithoutRecord("The data exchange object " + ObjectKeyText(data_.exchange, ':') + " is gone");
-  }
+  if (!record_) return StopUnusable(Reason(StatusText::kObjectGone, {ObjectKeyText(data_.exchange, ':')}));
   return std::nullopt;
 }
 
 std::optional<WorkAnswer> ExchangeWork::CheckIdentity() {
   const std::string root = record_->RootDirectory();
   const std::string key = ObjectKeyText(data_.exchange, ':');
-  if (!root.empty() && !BelongsTo(parts_.files, root, directory_)) {
-    record_.reset();
-    return StopWithoutRecord("The data file names the object " + key + ", which belongs to " + root);
-  }
+  if (!root.empty() && !BelongsTo(parts_.files, root, directory_))
+    return StopUnusable(Reason(StatusText::kObjectElsewhere, {key, root}));
   if (journal_.exchange != ObjectKey{} && journal_.exchange != data_.exchange) {
-    record_.reset();
-    return StopWithoutRecord("The data file names the object " + key + ", and named " +
-                             ObjectKeyText(journal_.exchange, ':') + " before");
+    return StopUnusable(Reason(StatusText::kObjectBefore, {key, ObjectKeyText(journal_.exchange, ':')}));
   }
   const bool finished = journal_.stage == Stage::kAccepted || journal_.stage == Stage::kSent;
-  if (record_->CurrentPhase() == Phase::kSent && !finished) {
-    record_.reset();
-    return StopWithoutRecord("The object " + key + " is sent already");
-  }
+  if (record_->CurrentPhase() == Phase::kSent && !finished)
+    return StopUnusable(Reason(StatusText::kObjectSent, {key}));
   // The first attempt writes the journal, then the record's path.
-  if (journal_.exchange == ObjectKey{} && journal_.stage == Stage::kQueued && journalProblem_.empty() &&
+  if (journal_.exchange == ObjectKey{} && journal_.stage == Stage::kQueued && !journalProblem_ &&
       !root.empty() && record_->CurrentPhase() == Phase::kNew)
-    journalProblem_ = "the journal " + JournalPath(directory_) + " is missing";
+    journalProblem_ = Reason(StatusText::kJournalMissing, {JournalPath(directory_)});
   return std::nullopt;
 }
 
@@ -219,14 +217,14 @@ WorkAnswer ExchangeWork::Attempt() {
   } catch (const RuntimeError& error) {
     // Another account's sender may be let in.
     if (error.Number() == error_number::kPermissionDenied) throw;
-    return Stop(error.what());
+    return Stop(ReasonText(Language(), error));
   }
   Outcome outcome;
   try {
     outcome = Transfer();
   } catch (const std::exception& error) {
     if (journal_.stage != Stage::kSending && dynamic_cast<const HostError*>(&error) != nullptr) throw;
-    outcome.text = error.what();
+    outcome.text = ReasonText(Language(), error);
     outcome.kind = journal_.stage == Stage::kSending ? Outcome::Kind::kUnknown : Outcome::Kind::kRefused;
   }
   return Conclude(outcome);
@@ -245,16 +243,13 @@ void ExchangeWork::TakeDocuments() {
         now.begin(), now.end(), before.name,
         [](const Document& document, const std::string& name) { return document.name < name; });
     if (found == now.end() || found->name != before.name || found->size < before.size) {
-      throw RuntimeError(error_number::kPathFileAccess,
-                         directory_.In(before.name) + " is missing, or shorter than its " +
-                             std::to_string(before.size) + " bytes before; put it back and continue");
+      throw Reason(StatusText::kDocumentShrank, {directory_.In(before.name), std::to_string(before.size)},
+                   error_number::kPathFileAccess);
     }
   }
   for (const Document& document : now) {
-    if (document.name == PackageName()) {
-      throw RuntimeError(error_number::kPathFileAccess,
-                         directory_.In(document.name) + " bears the name of the package");
-    }
+    if (document.name == PackageName())
+      throw Reason(StatusText::kPackageName, {directory_.In(document.name)}, error_number::kPathFileAccess);
   }
   journal_.documents = std::move(now);
 }
@@ -285,7 +280,7 @@ void ExchangeWork::CheckAccount() {
 void ExchangeWork::ClearWorkFolder() {
   const std::string folder = directory_.WorkFolder();
   if (!IsRealFolder(parts_.files.NativePath(folder)))
-    throw RuntimeError(error_number::kPathFileAccess, folder + " is no folder");
+    throw Reason(StatusText::kNoWorkFolder, {folder}, error_number::kPathFileAccess);
   for (const auto& [name, kind] : EntriesOf(parts_.files.NativePath(folder))) {
     if (kind == EntryKind::kFile && name != "journal.json" && name != "protocol.txt")
       parts_.files.DeleteFile(paths::Join(folder, name));
@@ -329,7 +324,7 @@ Outcome ExchangeWork::AfterCrash() {
   if (data_.mode == SendMode::kOdette && StationHasJob(Job())) {
     return {Outcome::Kind::kWaiting, Words(StatusText::kWaiting, {record_->Identifier()}), {}};
   }
-  return {Outcome::Kind::kUnknown, "the server monitor ended during the transfer", {}};
+  return {Outcome::Kind::kUnknown, Words(StatusText::kEndedMeanwhile), {}};
 }
 
 WorkAnswer ExchangeWork::Conclude(const Outcome& outcome) {
@@ -396,10 +391,61 @@ WorkAnswer ExchangeWork::Stop(const std::string& reason) {
   return FinishStop();
 }
 
-WorkAnswer ExchangeWork::StopWithoutRecord(const std::string& reason) {
+// The data file does not lead to a record that may be reported in.
+WorkAnswer ExchangeWork::StopUnusable(const Reason& why) {
   record_.reset();
-  journal_.recordKnown = false;
-  return Stop(WithHistory(reason));
+  objectLock_.reset();
+  journal_.recordKnown = FindRecordOtherwise();
+  return Stop(WithHistory(ReasonText(Language(), why)));
+}
+
+// By the directory's name, which a record has as soon as it was worked on. One that never was is known by
+// what can be made out in the data file, as long as no other directory has it. What is sent stays so.
+bool ExchangeWork::FindRecordOtherwise() {
+  std::vector<std::pair<ExchangeDatabase*, ObjectKey>> named;
+  for (const auto& [alias, database] : databases_.All()) {
+    for (const ObjectKey& key : database->NamingDirectory(directory_.base))
+      named.emplace_back(database.get(), key);
+  }
+  if (named.size() == 1 && TakeRecord(*named.front().first, named.front().second)) return true;
+  const ObjectKey key = ObjectIn(dataBytes_);
+  if (databases_.All().size() != 1 || key == ObjectKey{} || IsNamedElsewhere(key)) return false;
+  return TakeRecord(*databases_.All().begin()->second, key);
+}
+
+bool ExchangeWork::TakeRecord(ExchangeDatabase& database, const ObjectKey& key) {
+  DataFile usual;
+  usual.exchange = key;
+  usual.subdirectory = data_.subdirectory;
+  LockAnswer answer = LockAnswer::kTaken;
+  objectLock_ = DirectoryLock::Take(parts_.files, database.Rules().exchangePath,
+                                    "object " + ObjectKeyText(key, '_'), parts_.leases, answer);
+  if (!objectLock_) throw HostError("another worker has the object " + ObjectKeyText(key, ':'));
+  std::unique_ptr<ExchangeRecord> record;
+  try {
+    record = database.Find(usual);
+  } catch (const Reason&) {
+    return false;
+  }
+  if (!record || record->CurrentPhase() == Phase::kSent) return false;
+  const std::string root = record->RootDirectory();
+  if (root.empty() ? record->CurrentPhase() != Phase::kNew : !BelongsTo(parts_.files, root, directory_))
+    return false;
+  database_ = &database;
+  data_ = usual;
+  record_ = std::move(record);
+  return true;
+}
+
+bool ExchangeWork::IsNamedElsewhere(const ObjectKey& key) const {
+  for (const std::string& path : ExchangePaths(parts_.settings, parts_.files, databases_)) {
+    for (const ExchangeDirectory& other : ListExchanges(parts_.files, path)) {
+      if (other.Path() == directory_.Path()) continue;
+      const std::string name = DataFileIn(parts_.files, databases_, other);
+      if (!name.empty() && ObjectIn(parts_.files.ReadBytes(other.In(name))) == key) return true;
+    }
+  }
+  return false;
 }
 
 // A stop for another reason says as well what is known of transfers before.
@@ -414,15 +460,20 @@ std::string ExchangeWork::WithHistory(const std::string& reason) const {
     case Stage::kStopping:
       return reason + " (" + journal_.reason + ")";
     default:
-      return journalProblem_.empty() ? reason
-                                     : Words(StatusText::kOutcomeUnknown, {reason + "; " + journalProblem_});
+      if (!journalProblem_) return reason;
+      return Words(StatusText::kOutcomeUnknown, {reason + "; " + ReasonText(Language(), *journalProblem_)});
   }
 }
 
 WorkAnswer ExchangeWork::FinishStop() {
   Report(Phase::kStopped, Words(StatusText::kStopped, {journal_.reason}),
          RootDirectoryText(directory_.At(Place::kStopped), data_.subdirectory));
-  Say("recorded", "stopped");
+  if (record_) {
+    Say("recorded", "stopped");
+  } else {
+    Say("unrecorded", "which data exchange object it is, is not known: its status stays as it is",
+        StepKind::kProblem);
+  }
   MoveTo(Place::kStopped);
   journal_.stage = Stage::kStopped;
   journal_.protocol.clear();

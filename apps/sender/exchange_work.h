@@ -39,7 +39,10 @@ class ExchangeWork {
   WorkAnswer TryLater(const Outcome& outcome);
   WorkAnswer Wait(const Outcome& outcome);
   WorkAnswer Stop(const std::string& reason);
-  WorkAnswer StopWithoutRecord(const std::string& reason);
+  WorkAnswer StopUnusable(const Reason& why);
+  [[nodiscard]] bool FindRecordOtherwise();
+  [[nodiscard]] bool TakeRecord(ExchangeDatabase& database, const ObjectKey& key);
+  [[nodiscard]] bool IsNamedElsewhere(const ObjectKey& key) const;
   [[nodiscard]] std::string WithHistory(const std::string& reason) const;
   WorkAnswer FinishStop();
   [[nodiscard]] bool WasContinued();
@@ -55,6 +58,7 @@ class ExchangeWork {
   [[nodiscard]] std::string PackagePath() const;
   [[nodiscard]] std::string PackageName() const;
   [[nodiscard]] TransferJob Job();
+  [[nodiscard]] std::string Language() const;
   [[nodiscard]] std::string Words(StatusText text, const std::vector<std::string>& values = {}) const;
 
   const WorkParts& parts_;
@@ -62,8 +66,9 @@ class ExchangeWork {
   ExchangeDirectory directory_;
   DirectoryLock& lock_;
   DataFile data_;
+  std::string dataBytes_;
   Journal journal_;
-  std::string journalProblem_;
+  std::optional<Reason> journalProblem_;
   ExchangeDatabase* database_ = nullptr;
   std::unique_ptr<DirectoryLock> objectLock_;
   std::unique_ptr<ExchangeRecord> record_;

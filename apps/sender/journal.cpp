@@ -69,14 +69,19 @@ Journal ReadJournal(const FileSystem& files, const ExchangeDirectory& directory)
   try {
     return FromJson(Json::parse(bytes));
   } catch (const std::exception& error) {
-    throw DamagedJournal("The journal " + path + " is damaged: " + error.what());
+    throw DamagedJournal(StatusText::kJournalDamaged, {path, error.what()});
   }
+}
+
+bool MakeWorkFolder(FileSystem& files, const ExchangeDirectory& directory) {
+  if (files.FolderExists(directory.WorkFolder())) return false;
+  files.CreateFolder(directory.WorkFolder());
+  return true;
 }
 
 void WriteJournal(FileSystem& files, const ExchangeDirectory& directory, const Journal& journal) {
   const std::string folder = directory.WorkFolder();
-  const bool newFolder = !files.FolderExists(folder);
-  if (newFolder) files.CreateFolder(folder);
+  const bool newFolder = MakeWorkFolder(files, directory);
   files.WriteBytes(JournalPath(directory),
                    ToJson(journal).dump(1, ' ', false, Json::error_handler_t::replace) + "\n");
   files.SyncFolder(folder);

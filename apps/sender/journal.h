@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "host/error.h"
 #include "host/object_key.h"
 #include "platform/file_system.h"
 #include "sender/exchange_directory.h"
+#include "sender/status_texts.h"
 
 namespace tessel::sender {
 
@@ -40,13 +40,15 @@ struct Journal {
 
 [[nodiscard]] std::string JournalPath(const ExchangeDirectory& directory);
 // What is in the file is no journal.
-class DamagedJournal : public RuntimeError {
+class DamagedJournal : public Reason {
  public:
-  explicit DamagedJournal(const std::string& description)
-      : RuntimeError(error_number::kInvalidCall, description) {}
+  using Reason::Reason;
 };
 // A new one when there is none. Errors: DamagedJournal; as the file system raises them.
 [[nodiscard]] Journal ReadJournal(const FileSystem& files, const ExchangeDirectory& directory);
+// The sender's folder in the directory, made when it is missing; true when it was. Errors as the file system
+// raises them.
+bool MakeWorkFolder(FileSystem& files, const ExchangeDirectory& directory);
 // On the disk when it returns. Errors as the file system raises them.
 void WriteJournal(FileSystem& files, const ExchangeDirectory& directory, const Journal& journal);
 

@@ -4,7 +4,8 @@
 #include <ostream>
 
 #include "sender/log.h"
-#include "sender/queue.h"
+#include "sender/status_texts.h"
+#include "sender/work.h"
 
 namespace tessel::sender {
 namespace {
@@ -20,6 +21,21 @@ const char* WordOf(const ListedExchange& exchange) {
   }
 }
 
+// Fills what the record tells that the directory's name leads to.
+void LookByName(const Databases& databases, ListedExchange& exchange) {
+  for (const auto& [alias, database] : databases.All()) {
+    const auto keys = database->NamingDirectory(exchange.directory.base);
+    DataFile usual;
+    if (keys.size() == 1) usual.exchange = keys.front();
+    const auto record = keys.size() == 1 ? database->Find(usual) : nullptr;
+    if (!record) continue;
+    exchange.exchange = usual.exchange;
+    exchange.alias = alias;
+    exchange.identifier = record->Identifier();
+    exchange.phase = static_cast<int>(record->CurrentPhase());
+  }
+}
+
 // Fills what data file, journal and record tell.
 void Look(const FileSystem& files, const Databases& databases, ListedExchange& exchange) {
   const std::string name = DataFileIn(files, databases, exchange.directory);
@@ -28,7 +44,14 @@ void Look(const FileSystem& files, const Databases& databases, ListedExchange& e
     return;
   }
   exchange.journal = ReadJournal(files, exchange.directory);
-  const DataFile data = ParseDataFile(files.ReadBytes(exchange.directory.In(name)));
+  DataFile data;
+  try {
+    data = ParseDataFile(files.ReadBytes(exchange.directory.In(name)));
+  } catch (const Reason& why) {
+    exchange.problem = why.what();
+    LookByName(databases, exchange);
+    return;
+  }
   exchange.exchange = data.exchange;
   exchange.mode = static_cast<int>(data.mode);
   exchange.alias = data.databaseAlias;
@@ -62,6 +85,7 @@ nlohmann::ordered_json ToJson(const ListedExchange& exchange, const FileSystem& 
           {"packageSize", exchange.journal.packageSize},
           {"reason", exchange.journal.reason},
           {"outcome", exchange.journal.outcome},
+          {"recorded", exchange.journal.recordKnown},
           {"problem", exchange.problem}};
 }
 

@@ -6,21 +6,21 @@
 #include <cstring>
 #include <ctime>
 
-#include "host/error.h"
 #include "host/object_key.h"
 #include "sender/mail_text.h"
+#include "sender/status_texts.h"
 #include "sender/system.h"
 
 namespace tessel::sender {
 namespace {
 
-constexpr std::size_t kLongestPlainHeader = 70;
+constexpr std::size_t kLongestHeaderLine = 76;  // with the field's name
 constexpr std::size_t kLongestTextLine = 900;   // the standards end at 998
 constexpr std::size_t kPieceBytes = 57 * 1024;  // whole lines of base64
 constexpr std::size_t kLongestMailbox = 254;
 
-[[noreturn]] void RefuseAddress(const std::string& address, const char* why) {
-  throw RuntimeError(error_number::kInvalidCall, "\"" + CleanText(address) + "\" is no mail address: " + why);
+[[noreturn]] void RefuseAddress(const std::string& address, StatusText why) {
+  throw Reason(why, {CleanText(address)});
 }
 
 std::string Trimmed(const std::string& text) {
@@ -35,7 +35,7 @@ std::string AsciiDomain(const std::string& domain, const std::string& address) {
   const auto* text = reinterpret_cast<const std::uint8_t*>(domain.c_str());
   if (idn2_lookup_u8(text, reinterpret_cast<std::uint8_t**>(&ascii), IDN2_NFC_INPUT | IDN2_NONTRANSITIONAL) !=
       IDN2_OK) {
-    RefuseAddress(address, "there can be no such domain");
+    RefuseAddress(address, StatusText::kAddressDomain);
   }
   std::string result(ascii);
   idn2_free(ascii);
@@ -43,39 +43,41 @@ std::string AsciiDomain(const std::string& domain, const std::string& address) {
 }
 
 std::string Mailbox(const std::string& text) {
-  if (CleanText(text) != text) RefuseAddress(text, "it holds control characters");
+  if (CleanText(text) != text) RefuseAddress(text, StatusText::kAddressControls);
   const auto at = text.rfind('@');
   if (at == std::string::npos || at == 0 || at + 1 == text.size())
-    RefuseAddress(text, "it is no NAME@DOMAIN");
+    RefuseAddress(text, StatusText::kAddressForm);
   constexpr const char* kHarmful = " \"(),:;<>@[]\\";
-  if (text.find_first_of(kHarmful) < at) RefuseAddress(text, "it holds a character that needs quotes");
+  if (text.find_first_of(kHarmful) < at) RefuseAddress(text, StatusText::kAddressQuotes);
   const std::string domain = AsciiDomain(text.substr(at + 1), text);
   if (domain.find_first_of(kHarmful) != std::string::npos || domain.front() == '.' ||
       domain.find("..") != std::string::npos) {
-    RefuseAddress(text, "there can be no such domain");
+    RefuseAddress(text, StatusText::kAddressDomain);
   }
   std::string mailbox = text.substr(0, at + 1) + domain;
   if (mailbox.front() == '-' || mailbox.size() > kLongestMailbox)
-    RefuseAddress(text, "it is too long, or an option");
+    RefuseAddress(text, StatusText::kAddressLength);
   return mailbox;
 }
 
 Address ParseAddress(const std::string& text) {
   const auto open = text.find('<');
   if (open == std::string::npos) return {{}, Mailbox(text)};
-  if (text.back() != '>') RefuseAddress(text, "the angle bracket stays open");
+  if (text.back() != '>') RefuseAddress(text, StatusText::kAddressOpen);
   std::string name = Trimmed(text.substr(0, open));
   if (name.size() >= 2 && name.front() == '"' && name.back() == '"') name = name.substr(1, name.size() - 2);
   return {CleanText(name), Mailbox(text.substr(open + 1, text.size() - open - 2))};
 }
 
-// Separators inside quotes and angle brackets belong to the address.
+// Separators inside quotes belong to the address, and so does a comma before which no mailbox stands: it is
+// part of a name, as in "Vogt, Anna <a@b>".
 std::vector<std::string> SplitAddresses(const std::string& text) {
   std::vector<std::string> parts(1);
   bool quoted = false;
   for (const char c : text) {
     if (c == '"') quoted = !quoted;
-    if (!quoted && (c == ';' || c == ',')) {
+    const bool inName = c == ',' && parts.back().find('@') == std::string::npos;
+    if (!quoted && !(inName && !Trimmed(parts.back()).empty()) && (c == ';' || c == ',')) {
       parts.emplace_back();
     } else {
       parts.back() += c;
@@ -84,25 +86,32 @@ std::vector<std::string> SplitAddresses(const std::string& text) {
   return parts;
 }
 
-std::string AddressText(const Address& address) {
+// `used` as for HeaderText; behind the address there may be a comma.
+std::string AddressText(const Address& address, std::size_t used) {
   if (address.name.empty()) return address.mailbox;
-  const bool plain = IsAscii(address.name) && address.name.size() < kLongestPlainHeader &&
+  const bool plain = IsAscii(address.name) && used + address.name.size() + 2 <= kLongestHeaderLine &&
                      address.name.find_first_of("\"\\") == std::string::npos &&
                      address.name.find("=?") == std::string::npos;
-  const std::string name = plain ? "\"" + address.name + "\"" : EncodedWords(address.name);
-  return name + (name.size() + address.mailbox.size() > kLongestPlainHeader ? "\r\n <" : " <") +
-         address.mailbox + ">";
+  const std::string name = plain ? "\"" + address.name + "\"" : EncodedWords(address.name, used);
+  const auto fold = name.rfind("\r\n");
+  const std::size_t line = fold == std::string::npos ? used + name.size() : name.size() - fold - 2;
+  const bool fits = line + address.mailbox.size() + 4 <= kLongestHeaderLine;
+  return name + (fits ? " <" : "\r\n <") + address.mailbox + ">";
 }
 
-std::string AddressList(const std::vector<Address>& addresses) {
+std::string AddressList(const std::string& name, const std::vector<Address>& addresses) {
   std::string text;
   for (const Address& address : addresses)
-    text += (text.empty() ? "" : ",\r\n ") + AddressText(address);
-  return text;
+    text += text.empty() ? AddressText(address, name.size() + 2) : ",\r\n " + AddressText(address, 1);
+  return name + ": " + text + "\r\n";
 }
 
 std::string Field(const std::string& name, const std::string& value) {
   return name + ": " + value + "\r\n";
+}
+
+std::string TextField(const std::string& name, const std::string& text) {
+  return Field(name, HeaderText(text, name.size() + 2));
 }
 
 // Lines that end with CR LF, whatever they ended with.
@@ -150,10 +159,10 @@ std::string Boundary(const MailHead& head) {
 }
 
 std::string Begin(const MailHead& head, const std::string& boundary) {
-  std::string text = Field("Date", head.date) + Field("From", AddressText(head.sender)) +
-                     Field("To", AddressList(head.recipients)) + Field("Subject", HeaderText(head.subject)) +
-                     Field("Message-ID", head.messageId) +
-                     Field("X-Kestrix-Exchange", HeaderText(head.exchange)) + Field("MIME-Version", "1.0") +
+  std::string text = Field("Date", head.date) + AddressList("From", {head.sender}) +
+                     AddressList("To", head.recipients) + TextField("Subject", head.subject) +
+                     Field("Message-ID", head.messageId) + TextField("X-Kestrix-Exchange", head.exchange) +
+                     Field("MIME-Version", "1.0") +
                      Field("Content-Type", "multipart/mixed;\r\n boundary=\"" + boundary + "\"") + "\r\n";
   text += "--" + boundary + "\r\n" + TextPart(head.content) + "--" + boundary + "\r\n";
   return text + "Content-Type: application/zip" + Parameter("name", head.attachmentName) +
@@ -168,7 +177,7 @@ std::vector<Address> ParseAddresses(const std::string& text) {
   for (const std::string& part : SplitAddresses(text)) {
     if (!Trimmed(part).empty()) addresses.push_back(ParseAddress(Trimmed(part)));
   }
-  if (addresses.empty()) throw RuntimeError(error_number::kInvalidCall, "There is no mail address");
+  if (addresses.empty()) throw Reason(StatusText::kNoAddress);
   return addresses;
 }
 
@@ -178,18 +187,18 @@ bool NeedsUtf8(const MailHead& head) {
                      [](const Address& address) { return !IsAscii(address.mailbox); });
 }
 
-std::string HeaderText(std::string_view text) {
+std::string HeaderText(std::string_view text, std::size_t used) {
   const std::string clean = CleanText(text);
-  const bool plain = IsAscii(clean) && clean.size() < kLongestPlainHeader &&
+  const bool plain = IsAscii(clean) && used + clean.size() <= kLongestHeaderLine &&
                      clean.find("=?") == std::string::npos && Trimmed(clean) == clean;
-  return plain ? clean : EncodedWords(clean);
+  return plain ? clean : EncodedWords(clean, used);
 }
 
 MailSource::MailSource(const MailHead& head, const std::string& attachmentPath)
     : file_(std::fopen(attachmentPath.c_str(), "rb")), path_(attachmentPath) {
   attachmentLeft_ = RegularFileSize(attachmentPath);
   if (!file_ || attachmentLeft_ < 0)
-    throw RuntimeError(error_number::kFileNotFound, "Cannot read the package " + attachmentPath);
+    throw Reason(StatusText::kPackageUnreadable, {attachmentPath}, error_number::kFileNotFound);
   const std::string boundary = Boundary(head);
   piece_ = Begin(head, boundary);
   tail_ = "--" + boundary + "--\r\n";
@@ -214,8 +223,7 @@ bool MailSource::Refill() {
   }
   std::string bytes(static_cast<std::size_t>(std::min<long long>(attachmentLeft_, kPieceBytes)), '\0');
   if (std::fread(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size())
-    throw RuntimeError(error_number::kPathFileAccess,
-                       "The package " + path_ + " became shorter while it was sent");
+    throw Reason(StatusText::kPackageShrank, {path_}, error_number::kPathFileAccess);
   attachmentLeft_ -= static_cast<long long>(bytes.size());
   piece_ = Base64Lines(bytes);
   return true;

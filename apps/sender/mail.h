@@ -15,8 +15,8 @@ struct Address {
   std::string mailbox;  // local@domain, the domain in ASCII
 };
 
-// The addresses of a text, separated by ";" or ",", each "mailbox" or "name <mailbox>". Error 5 for one that
-// is none, or when there is none. International domains become ASCII.
+// The addresses of a text, separated by ";" or ",", each "mailbox" or "name <mailbox>"; a name may hold
+// commas. Raises a Reason for one that is none, or when there is none. International domains become ASCII.
 [[nodiscard]] std::vector<Address> ParseAddresses(const std::string& text);
 
 struct MailHead {
@@ -67,7 +67,8 @@ class MailSource {
 [[nodiscard]] std::string MessageIdOf(const std::string& alias, const std::string& stamp,
                                       const std::string& key, int issue, const std::string& mailbox);
 
-// Unstructured header text: as it is, or in encoded words; folded, never longer than a line may be.
-[[nodiscard]] std::string HeaderText(std::string_view text);
+// Unstructured header text: as it is, or in encoded words; folded, so that no line is longer than 76
+// characters, of which `used` stand before it in the first one.
+[[nodiscard]] std::string HeaderText(std::string_view text, std::size_t used);
 
 }  // namespace tessel::sender

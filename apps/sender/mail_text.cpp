@@ -7,8 +7,10 @@
 namespace tessel::sender {
 namespace {
 
-constexpr std::size_t kLineBytes = 57;  // 76 characters of base64
-constexpr std::size_t kWordBytes = 45;  // 60 characters, with "=?UTF-8?B?" and "?=" 72 of at most 75
+constexpr std::size_t kLongestInLine = 24;  // of a parameter that stands in one line with its field
+constexpr std::size_t kLineBytes = 57;      // 76 characters of base64
+constexpr std::size_t kHeaderLine = 76;
+constexpr std::size_t kWordFrame = 12;  // "=?UTF-8?B?" and "?="
 
 bool IsParameterCharacter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.' || c == '-' ||
@@ -60,10 +62,11 @@ std::string CleanText(std::string_view text) {
   return clean;
 }
 
-std::string EncodedWords(std::string_view text) {
+std::string EncodedWords(std::string_view text, std::size_t used) {
   std::string words;
   for (std::size_t start = 0; start < text.size();) {
-    std::size_t end = std::min(text.size(), start + kWordBytes);
+    const std::size_t before = words.empty() ? used : 1;
+    std::size_t end = std::min(text.size(), start + (kHeaderLine - kWordFrame - before) / 4 * 3);
     while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
       --end;
     if (!words.empty()) words += "\r\n ";
@@ -74,7 +77,8 @@ std::string EncodedWords(std::string_view text) {
 }
 
 std::string Parameter(std::string_view name, std::string_view value) {
-  std::string text = "; " + std::string(name);
+  std::string text = value.size() < kLongestInLine ? "; " : ";\r\n ";
+  text += name;
   if (std::all_of(value.begin(), value.end(), IsParameterCharacter))
     return text + "=\"" + std::string(value) + "\"";
   constexpr const char* kDigits = "0123456789ABCDEF";

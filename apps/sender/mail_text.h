@@ -15,8 +15,9 @@ namespace tessel::sender {
 [[nodiscard]] bool IsAscii(std::string_view text);
 // Valid UTF-8 without control characters: malformed bytes become U+FFFD, controls blanks.
 [[nodiscard]] std::string CleanText(std::string_view text);
-// Encoded words (RFC 2047) of clean text, folded with CR LF and blank, whole characters in each.
-[[nodiscard]] std::string EncodedWords(std::string_view text);
+// Encoded words (RFC 2047) of clean text, folded with CR LF and blank, whole characters in each. `used`
+// characters stand before it in its first line; no line gets longer than 76.
+[[nodiscard]] std::string EncodedWords(std::string_view text, std::size_t used);
 // `; name="value"`, or as RFC 2231 has it for what is no plain ASCII.
 [[nodiscard]] std::string Parameter(std::string_view name, std::string_view value);
 

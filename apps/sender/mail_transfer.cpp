@@ -1,7 +1,6 @@
 // Send modes 1 and 2: the package by mail.
 #include <ctime>
 
-#include "host/error.h"
 #include "sender/mail.h"
 #include "sender/smtp.h"
 #include "sender/status_texts.h"
@@ -10,15 +9,10 @@
 namespace tessel::sender {
 namespace {
 
-Outcome Refused(const std::string& text) {
-  return {Outcome::Kind::kRefused, text, {}};
-}
-
 MailHead HeadOf(const TransferJob& job) {
   MailHead head;
   const std::vector<Address> senders = ParseAddresses(job.data.mailSender);
-  if (senders.size() != 1)
-    throw RuntimeError(error_number::kInvalidCall, "\"" + job.data.mailSender + "\" is more than one sender");
+  if (senders.size() != 1) throw Reason(StatusText::kSeveralSenders, {job.data.mailSender});
   head.sender = senders.front();
   head.recipients = ParseAddresses(job.data.mailRecipient);
   head.subject = job.data.mailSubject;
@@ -40,15 +34,15 @@ std::string RecipientTexts(const MailHead& head) {
 
 Outcome Send(const TransferJob& job) {
   const std::string serverText = job.data.mailServer.empty() ? job.settings.mailServer : job.data.mailServer;
-  if (serverText.empty()) return Refused("neither the data file nor the settings name a mail server");
+  if (serverText.empty()) throw Reason(StatusText::kNoMailServer);
   const MailServer server = ParseServer(serverText, job.settings.mailPort);
   const MailHead head = HeadOf(job);
   MailSource source(head, job.files.NativePath(job.package));
   if (source.Size() > job.settings.mailMaxSize) {
-    return Refused("the mail has " + std::to_string(source.Size()) + " bytes, allowed are " +
-                   std::to_string(job.settings.mailMaxSize) + " (setting MaxSize)");
+    throw Reason(StatusText::kMailTooLarge,
+                 {std::to_string(source.Size()), std::to_string(job.settings.mailMaxSize)});
   }
-  Outcome outcome = TransferMail(job.settings, server, head, source, job.begin);
+  Outcome outcome = TransferMail(job.settings, server, head, source, job.language, job.begin);
   if (outcome.kind == Outcome::Kind::kSent) {
     const std::string how = TextOf(job.language, StatusText::kByMail, {server.Text()});
     outcome.text = TextOf(job.language, StatusText::kSent, {how, RecipientTexts(head)});
@@ -72,7 +66,7 @@ Outcome SendMail(const TransferJob& job) {
     throw;
   } catch (const std::exception& error) {
     if (begun) throw;
-    return Refused(error.what());
+    return {Outcome::Kind::kRefused, ReasonText(job.language, error), {}};
   }
 }
 

@@ -23,10 +23,8 @@ std::string DatasetOf(const TransferJob& job) {
   std::string name = job.database.DatasetPrefix() + std::to_string(job.data.exchange.classId) + "X" +
                      std::to_string(job.data.exchange.objectId);
   if (job.journal.issue > 1) name += "R" + std::to_string(job.journal.issue);
-  if (name.size() > kLongestDataset) {
-    throw RuntimeError(error_number::kInvalidCall, "the dataset name " + name + " is longer than " +
-                                                       std::to_string(kLongestDataset) + " characters");
-  }
+  if (name.size() > kLongestDataset)
+    throw Reason(StatusText::kDatasetLength, {name, std::to_string(kLongestDataset)});
   return name;
 }
 
@@ -49,8 +47,8 @@ std::string JobText(const TransferJob& job, const std::string& partner) {
          line("Exchange", job.identifier) + line("Description", description);
 }
 
-Outcome Refused(const std::string& text) {
-  return {Outcome::Kind::kRefused, text, {}};
+Outcome Refused(const TransferJob& job, StatusText why, const std::vector<std::string>& values = {}) {
+  return {Outcome::Kind::kRefused, TextOf(job.language, why, values), {}};
 }
 
 // A refusal of an earlier hand-over says nothing about this one.
@@ -88,38 +86,38 @@ Outcome Acknowledged(const TransferJob& job) {
 }  // namespace
 
 Outcome HandToStation(const TransferJob& job) {
-  if (job.settings.odetteOutbox.empty()) return Refused("the settings name no outbox of a transfer station");
+  if (job.settings.odetteOutbox.empty()) return Refused(job, StatusText::kNoOutbox);
   if (!job.files.FolderExists(job.settings.odetteOutbox)) {
-    return {Outcome::Kind::kLater, "the outbox " + job.settings.odetteOutbox + " is not there", {}};
+    return {Outcome::Kind::kLater,
+            TextOf(job.language, StatusText::kOutboxGone, {job.settings.odetteOutbox}),
+            {}};
   }
   const std::string partner = job.database.TextOf(job.data.company, job.settings.odettePartnerAttribute);
-  if (CleanText(partner).find_first_not_of(' ') == std::string::npos) {
-    return Refused("the company has no value in " + job.settings.odettePartnerAttribute +
-                   ", which names the partner");
-  }
+  if (CleanText(partner).find_first_not_of(' ') == std::string::npos)
+    return Refused(job, StatusText::kNoPartner, {job.settings.odettePartnerAttribute});
   if (job.files.FileExists(InAcknowledgements(job, ".ack"))) {
     // It came after we had stopped waiting for it.
     if (job.journal.handedOver > 0) return Acknowledged(job);
-    return Refused("the station has acknowledged " + DatasetOf(job) + ", which was not handed over; take " +
-                   InAcknowledgements(job, ".ack") + " away");
+    return Refused(job, StatusText::kStrangeAnswer, {DatasetOf(job), InAcknowledgements(job, ".ack")});
   }
   if (job.files.FileExists(InOutbox(job, ".job")))
-    return Refused("the outbox holds " + DatasetOf(job) + ".job already");
+    return Refused(job, StatusText::kJobThere, {DatasetOf(job)});
   try {
     RemoveRefusal(job);
     PutPackage(job);
   } catch (const RuntimeError& error) {
     TakeBack(job);
-    return {Outcome::Kind::kLater, error.what(), {}};
+    return {Outcome::Kind::kLater, ReasonText(job.language, error), {}};
   }
   job.begin();
   try {
     job.files.WriteBytes(InOutbox(job, ".job"), JobText(job, partner));
     job.files.SyncFolder(job.settings.odetteOutbox);
   } catch (const RuntimeError& error) {
-    if (job.files.FileExists(InOutbox(job, ".job"))) return {Outcome::Kind::kUnknown, error.what(), {}};
+    if (job.files.FileExists(InOutbox(job, ".job")))
+      return {Outcome::Kind::kUnknown, ReasonText(job.language, error), {}};
     TakeBack(job);
-    return {Outcome::Kind::kLater, error.what(), {}};
+    return {Outcome::Kind::kLater, ReasonText(job.language, error), {}};
   }
   return {Outcome::Kind::kWaiting, TextOf(job.language, StatusText::kWaiting, {DatasetOf(job)}), {}};
 }
@@ -132,13 +130,13 @@ bool StationHasJob(const TransferJob& job) {
 
 Outcome AskStation(const TransferJob& job) {
   if (job.files.FileExists(InAcknowledgements(job, ".err")))
-    return Refused("the transfer station refused " + DatasetOf(job) + ": " + Answer(job, ".err"));
+    return Refused(job, StatusText::kStationRefused, {DatasetOf(job), Answer(job, ".err")});
   if (job.files.FileExists(InAcknowledgements(job, ".ack"))) return Acknowledged(job);
   const auto waited = static_cast<double>(std::time(nullptr) - job.journal.handedOver);
   if (waited > job.settings.odetteTimeout.count()) {
     return {Outcome::Kind::kUnknown,
-            "no acknowledgement of " + DatasetOf(job) + " after " +
-                std::to_string(static_cast<long long>(waited)) + " s",
+            TextOf(job.language, StatusText::kStationSilent,
+                   {DatasetOf(job), std::to_string(static_cast<long long>(waited))}),
             {}};
   }
   return {Outcome::Kind::kWaiting, TextOf(job.language, StatusText::kWaiting, {DatasetOf(job)}), {}};

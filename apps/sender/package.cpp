@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <memory>
 
-#include "host/error.h"
 #include "platform/paths.h"
+#include "sender/status_texts.h"
 #include "sender/system.h"
 
 namespace tessel::sender {
@@ -36,10 +36,14 @@ DosTime DosTimeOf(const std::string& text) {
           static_cast<zip_uint16_t>(((year - 1980) << 9) | (month << 5) | day)};
 }
 
-[[noreturn]] void Fail(const std::string& path, const std::string& why, int systemError) {
+[[noreturn]] void Fail(StatusText why, std::vector<std::string> values) {
+  throw Reason(why, std::move(values), error_number::kPathFileAccess);
+}
+
+[[noreturn]] void FailWith(const std::string& path, const std::string& why, int systemError) {
   const bool full = systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
-  throw RuntimeError(full ? error_number::kDiskFull : error_number::kPathFileAccess,
-                     "Cannot write the package " + path + ": " + why);
+  throw Reason(StatusText::kPackageFailed, {path, why},
+               full ? error_number::kDiskFull : error_number::kPathFileAccess);
 }
 
 class Archive {
@@ -52,7 +56,7 @@ class Archive {
       zip_error_init_with_code(&error, code);
       const std::string why = zip_error_strerror(&error);
       zip_error_fini(&error);
-      Fail(shown_, why, errno);
+      FailWith(shown_, why, errno);
     }
   }
   ~Archive() {
@@ -87,8 +91,8 @@ class Archive {
  private:
   [[noreturn]] void Throw() const {
     zip_error_t* error = zip_get_error(archive_);
-    Fail(shown_, zip_error_strerror(error),
-         zip_error_system_type(error) == ZIP_ET_SYS ? zip_error_code_system(error) : 0);
+    FailWith(shown_, zip_error_strerror(error),
+             zip_error_system_type(error) == ZIP_ET_SYS ? zip_error_code_system(error) : 0);
   }
 
   zip_t* archive_ = nullptr;
@@ -100,15 +104,12 @@ void Verify(const FileSystem& files, const ExchangeDirectory& directory,
             const std::vector<Document>& documents, const std::string& path) {
   const Archive archive(files.NativePath(path), path, ZIP_RDONLY);
   if (archive.Count() != static_cast<long long>(documents.size()))
-    Fail(path, "documents are missing in it", 0);
+    Fail(StatusText::kPackageIncomplete, {path});
   for (const Document& document : documents) {
     const long long now = RegularFileSize(files.NativePath(directory.In(document.name)));
-    if (archive.SizeOf(document.name) != document.size || now != document.size) {
-      Fail(path,
-           "\"" + document.name + "\" changed while it was packed (" + std::to_string(document.size) +
-               " bytes before, " + std::to_string(now) + " now)",
-           0);
-    }
+    if (archive.SizeOf(document.name) != document.size || now != document.size)
+      Fail(StatusText::kPackageChanged,
+           {path, document.name, std::to_string(document.size), std::to_string(now)});
   }
 }
 
@@ -132,16 +133,15 @@ class Unfinished {
 
 void WritePackage(const FileSystem& files, const ExchangeDirectory& directory,
                   const std::vector<Document>& documents, const std::string& time, const std::string& path) {
-  if (documents.empty()) Fail(path, "the directory holds no documents", 0);
+  if (documents.empty()) Fail(StatusText::kPackageEmpty, {path});
   const std::string native = files.NativePath(path);
   Unfinished unfinished(native);
   const DosTime dosTime = DosTimeOf(time);
   Archive archive(native, path, ZIP_CREATE | ZIP_TRUNCATE);
   for (const Document& document : documents) {
     const std::string file = directory.In(document.name);
-    if (RegularFileSize(files.NativePath(file)) != document.size) {
-      Fail(path, "\"" + document.name + "\" is missing, or has another size than before", 0);
-    }
+    if (RegularFileSize(files.NativePath(file)) != document.size)
+      Fail(StatusText::kPackageOther, {path, document.name});
     archive.Add(document.name, files.NativePath(file), dosTime);
   }
   archive.Close();

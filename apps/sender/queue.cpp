@@ -15,19 +15,6 @@ milliseconds InMilliseconds(Seconds time) {
 
 }  // namespace
 
-std::vector<std::string> ExchangePaths(const Settings& settings, const FileSystem& files,
-                                       const Databases& databases) {
-  std::vector<std::string> all = settings.exchangePaths;
-  for (const auto& [alias, database] : databases.All())
-    all.push_back(database->Rules().exchangePath);
-  std::vector<std::string> paths;
-  std::set<std::string> seen;
-  for (const std::string& path : all) {
-    if (seen.insert(files.NativePath(path)).second) paths.push_back(path);
-  }
-  return paths;
-}
-
 Queue::Queue(const WorkParts& parts, Watch& watch)
     : parts_(parts), watch_(watch), databases_(parts.settings, parts.files) {
   for (int i = 0; i < parts.settings.workers; ++i)

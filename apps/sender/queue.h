@@ -16,10 +16,6 @@
 
 namespace tessel::sender {
 
-// The exchange paths of settings and open databases, each once.
-[[nodiscard]] std::vector<std::string> ExchangePaths(const Settings& settings, const FileSystem& files,
-                                                     const Databases& databases);
-
 class Queue {
  public:
   Queue(const WorkParts& parts, Watch& watch);

@@ -5,6 +5,8 @@
 #include "embedded/embedded_host.h"
 #include "host/error.h"
 #include "host/names.h"
+#include "sender/root_directory.h"
+#include "sender/status_texts.h"
 #include "sender/system.h"
 
 namespace tessel::sender {
@@ -26,19 +28,15 @@ struct DoubleAlias {
   std::string alias;
 };
 
-[[noreturn]] void RefuseRecord(const std::string& what) {
-  throw RuntimeError(error_number::kInvalidCall, "The data file is damaged: " + what);
-}
-
 // Attributes that somebody may report in: there, different, and no part of the object's identity.
 void CheckAttributes(const PcClass& objectClass, const std::vector<std::string>& names) {
   std::set<std::string> seen;
   for (const std::string& name : names) {
     const PcAttributePtr attribute = objectClass.FindAttribute(name);
-    if (!attribute) RefuseRecord("class \"" + objectClass.Name() + "\" has no attribute \"" + name + "\"");
+    if (!attribute) throw Reason(StatusText::kDataNoAttribute, {objectClass.Name(), name});
     if (!seen.insert(name).second || attribute->IsIdentifying(name) || name == attribute::kClassId ||
         name == attribute::kObjectId)
-      RefuseRecord("it is not for \"" + name + "\" to be reported in");
+      throw Reason(StatusText::kDataForeign, {name});
   }
 }
 
@@ -107,7 +105,7 @@ ExchangeRecord::ExchangeRecord(PcSessionPtr session, PcObjectPtr object, const D
   const PcClassPtr objectClass = object_->Class();
   const PcClassMechanismPtr mechanism = session_->MetaData()->ClassMechanism(class_mechanism::kTransmittal);
   if (!mechanism || !mechanism->Supports(objectClass->Id()))
-    RefuseRecord("class \"" + objectClass->Name() + "\" is none of data exchange objects");
+    throw Reason(StatusText::kDataOtherClass, {objectClass->Name()});
   CheckAttributes(*objectClass, {statusAttribute_, protocolAttribute_, urlAttribute_, phaseAttribute_});
 }
 
@@ -161,6 +159,7 @@ ExchangeDatabase::ExchangeDatabase(const DatabaseLogin& login, FileSystem& files
   const std::string text = RulesText(*session_);
   rules_.exchangePath = RuleValue(text, "Path", "ExchangePath", "C:\\temp\\Exchange");
   rules_.dataFileName = RuleValue(text, "ini_xml", "DataFileName", "Kestrix_Data.xml");
+  rules_.mailServer = RuleValue(text, "Mail", "SMTPServer", "");
   rules_.useUrl = ParseBoolean(RuleValue(text, "AddInis", "UseURL2RefExDir", "False"));
 }
 
@@ -176,6 +175,27 @@ std::unique_ptr<ExchangeRecord> ExchangeDatabase::Find(const DataFile& data) con
   PcObjectPtr object = session_->ObjectStore()->Object(data.exchange);
   if (!object) return nullptr;
   return std::make_unique<ExchangeRecord>(session_, std::move(object), data);
+}
+
+std::vector<ObjectKey> ExchangeDatabase::NamingDirectory(const std::string& base) const {
+  const std::string path = DataFile{}.urlAttribute;
+  std::vector<ObjectKey> keys;
+  const PcClassMechanismPtr mechanism = session_->MetaData()->ClassMechanism(class_mechanism::kTransmittal);
+  for (int i = 0; mechanism && i < mechanism->SupportedClassCount(); ++i) {
+    const PcClassPtr objectClass = mechanism->SupportedClass(i);
+    if (!objectClass->FindAttribute(path)) continue;
+    const PcQueryPtr query = session_->ObjectStore()->NewQuery();
+    query->SetClass(objectClass->Id());
+    for (const std::string& column :
+         {std::string(attribute::kClassId), std::string(attribute::kObjectId), path})
+      query->AddSelect(column);
+    const PcRecordListPtr rows = query->Run();
+    for (int row = 0; row < rows->RowCount(); ++row) {
+      if (LiesIn(rows->GetValue(std::string_view(path), row).AsText(), base))
+        keys.push_back(rows->KeyOfRow(row));
+    }
+  }
+  return keys;
 }
 
 std::string ExchangeDatabase::TextOf(const ObjectKey& key, const std::string& attribute) const {

@@ -52,6 +52,7 @@ class ExchangeRecord {
 struct DatabaseRules {
   std::string exchangePath;
   std::string dataFileName;
+  std::string mailServer;  // that data files name; may be empty
   bool useUrl = false;
 };
 
@@ -67,6 +68,8 @@ class ExchangeDatabase {
   [[nodiscard]] const DatabaseRules& Rules() const { return rules_; }
   // Nothing when the object is gone. Errors: see ExchangeRecord.
   [[nodiscard]] std::unique_ptr<ExchangeRecord> Find(const DataFile& data) const;
+  // The data exchange objects whose path lies in a directory of this base name.
+  [[nodiscard]] std::vector<ObjectKey> NamingDirectory(const std::string& base) const;
   // Text of an attribute of some object; empty when the object or the attribute is not there.
   [[nodiscard]] std::string TextOf(const ObjectKey& key, const std::string& attribute) const;
 

@@ -45,7 +45,7 @@ struct Settings {
   std::string mailAuthFile;
   long long mailMaxSize = 25'000'000;
   Seconds connectTimeout{30};
-  Seconds answerTimeout{300};
+  Seconds answerTimeout{600};
   Seconds stallTimeout{60};
   Seconds transferTimeout{3600};
 

@@ -11,6 +11,7 @@
 #include "host/value.h"
 #include "sender/log.h"
 #include "sender/mail_text.h"
+#include "sender/status_texts.h"
 
 namespace tessel::sender {
 namespace {
@@ -23,6 +24,7 @@ long Milliseconds(Seconds time) {
 
 // What the server says, and how far the mail went.
 struct Conversation {
+  std::string language;
   MailSource* source = nullptr;
   const std::function<void()>* begin = nullptr;
   bool needsUtf8 = false;
@@ -75,11 +77,10 @@ int OnDebug(CURL*, curl_infotype type, char* data, std::size_t size, void* point
 std::string Refusal(const Conversation& talk) {
   const long long size = talk.source->Size();
   if (talk.largest > 0 && size > talk.largest) {
-    return "the mail has " + std::to_string(size) + " bytes, the server takes " +
-           std::to_string(talk.largest);
+    return TextOf(talk.language, StatusText::kServerSmaller,
+                  {std::to_string(size), std::to_string(talk.largest)});
   }
-  if (talk.needsUtf8 && !talk.takesUtf8) return "the server takes no addresses beyond ASCII (SMTPUTF8)";
-  return {};
+  return talk.needsUtf8 && !talk.takesUtf8 ? TextOf(talk.language, StatusText::kNoUtf8) : std::string();
 }
 
 std::size_t OnRead(char* buffer, std::size_t size, std::size_t count, void* pointer) {
@@ -186,24 +187,61 @@ bool IsPassing(CURLcode code) {
   }
 }
 
-std::string TextOfError(const std::exception_ptr& error) {
-  try {
-    std::rethrow_exception(error);
-  } catch (const std::exception& exception) {
-    return exception.what();
+// What a failure is, for people.
+StatusText KindOf(CURLcode code) {
+  switch (code) {
+    case CURLE_COULDNT_RESOLVE_HOST:
+      return StatusText::kMailUnknownHost;
+    case CURLE_COULDNT_CONNECT:
+      return StatusText::kMailNoConnection;
+    case CURLE_OPERATION_TIMEDOUT:
+      return StatusText::kMailTimeOut;
+    case CURLE_SEND_ERROR:
+    case CURLE_RECV_ERROR:
+    case CURLE_GOT_NOTHING:
+    case CURLE_PARTIAL_FILE:
+      return StatusText::kMailHungUp;
+    case CURLE_SSL_CONNECT_ERROR:
+    case CURLE_USE_SSL_FAILED:
+      return StatusText::kMailNoEncryption;
+    case CURLE_PEER_FAILED_VERIFICATION:
+    case CURLE_SSL_CACERT_BADFILE:
+      return StatusText::kMailCertificate;
+    case CURLE_LOGIN_DENIED:
+      return StatusText::kMailLogin;
+    case CURLE_WEIRD_SERVER_REPLY:
+      return StatusText::kMailGarbage;
+    default:
+      return StatusText::kMailOther;
   }
 }
 
-Outcome Judge(const Conversation& talk, CURLcode code, const std::string& what) {
+bool IsRefusal(const std::string& answer) {
+  return CodeOf(answer) >= 400 && CodeOf(answer) < 600;
+}
+
+std::string WhatHappened(const Conversation& talk, CURLcode code, const std::string& detail) {
+  const bool refused = IsRefusal(talk.answer) && code != CURLE_LOGIN_DENIED;
+  const std::string what = TextOf(talk.language, refused ? StatusText::kMailRefused : KindOf(code), {detail});
+  return talk.answer.empty() ? what : TextOf(talk.language, StatusText::kServerSaid, {what, talk.answer});
+}
+
+std::string TextOfError(const std::exception_ptr& error, const std::string& language) {
+  try {
+    std::rethrow_exception(error);
+  } catch (const std::exception& exception) {
+    return ReasonText(language, exception);
+  }
+}
+
+Outcome Judge(const Conversation& talk, CURLcode code, const std::string& text) {
   using Kind = Outcome::Kind;
   if (code == CURLE_OK) return {Kind::kSent, {}, talk.answer};
   if (!talk.refusal.empty()) return {Kind::kRefused, talk.refusal, {}};
-  const int answerCode = CodeOf(talk.answer);
-  const std::string text = what + (talk.answer.empty() ? "" : "; the server said: " + talk.answer);
-  const bool refused = answerCode >= 400 && answerCode < 600;
+  const bool refused = IsRefusal(talk.answer);
   // After the last byte only a refusal says that the server does not have the mail.
   if (talk.finished && !(talk.answered && refused)) return {Kind::kUnknown, text, {}};
-  if (refused) return {answerCode < 500 ? Kind::kLater : Kind::kRefused, text, {}};
+  if (refused) return {CodeOf(talk.answer) < 500 ? Kind::kLater : Kind::kRefused, text, {}};
   return {IsPassing(code) ? Kind::kLater : Kind::kRefused, text, {}};
 }
 
@@ -225,14 +263,15 @@ MailServer ParseServer(const std::string& text, int defaultPort) {
   constexpr const char* kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789.-_[]:";
   if (server.host.empty() || server.host.find_first_not_of(kPlain) != std::string::npos || server.port < 1 ||
       server.port > 65535 || (server.host.front() != '[' && server.host.find(':') != std::string::npos)) {
-    throw RuntimeError(error_number::kInvalidCall, "\"" + CleanText(text) + "\" names no mail server");
+    throw Reason(StatusText::kNoServerName, {CleanText(text)});
   }
   return server;
 }
 
 Outcome TransferMail(const Settings& settings, const MailServer& server, const MailHead& head,
-                     MailSource& source, const std::function<void()>& begin) {
+                     MailSource& source, const std::string& language, const std::function<void()>& begin) {
   Conversation talk;
+  talk.language = language;
   talk.source = &source;
   talk.begin = &begin;
   talk.needsUtf8 = NeedsUtf8(head);
@@ -253,8 +292,8 @@ Outcome TransferMail(const Settings& settings, const MailServer& server, const M
       std::max(1L, static_cast<long>(std::max(settings.stallTimeout, settings.answerTimeout).count())));
   const CURLcode code = handle.Perform();
   if (talk.error && !talk.begun) std::rethrow_exception(talk.error);
-  if (talk.error) return {Outcome::Kind::kRefused, TextOfError(talk.error), {}};
-  std::string what = server.Text() + ": " + handle.ErrorText(code);
+  if (talk.error) return {Outcome::Kind::kRefused, TextOfError(talk.error, language), {}};
+  std::string what = server.Text() + ": " + WhatHappened(talk, code, handle.ErrorText(code));
   if (talk.largest > 0 && source.Size() > talk.largest) what += " (" + Refusal(talk) + ")";
   return Judge(talk, code, what);
 }
@@ -267,7 +306,7 @@ std::string TryServer(const Settings& settings, const MailServer& server, const 
   handle.Set(CURLOPT_CUSTOMREQUEST, "NOOP");
   const CURLcode code = handle.Perform();
   if (code == CURLE_OK) return {};
-  return handle.ErrorText(code) + (talk.answer.empty() ? "" : "; the server said: " + talk.answer);
+  return WhatHappened(talk, code, handle.ErrorText(code));
 }
 
 }  // namespace tessel::sender

@@ -17,12 +17,14 @@ struct MailServer {
   [[nodiscard]] std::string Text() const { return host + ":" + std::to_string(port); }
 };
 
-// "host", "host:port" or "[address]:port". Error 5 for anything else.
+// "host", "host:port" or "[address]:port". Raises a Reason for anything else.
 [[nodiscard]] MailServer ParseServer(const std::string& text, int defaultPort);
 
-// The envelope is the head's. `begin` as in TransferJob. Nothing is raised but what `begin` raises.
+// The envelope is the head's; the outcome's text is in the language. `begin` as in TransferJob. Nothing is
+// raised but what `begin` raises.
 [[nodiscard]] Outcome TransferMail(const Settings& settings, const MailServer& server, const MailHead& head,
-                                   MailSource& source, const std::function<void()>& begin);
+                                   MailSource& source, const std::string& language,
+                                   const std::function<void()>& begin);
 
 // Connects, encrypts and authenticates, and sends nothing. The empty text when the server lets us in, else
 // why not.

@@ -34,6 +34,9 @@ struct Entry {
 [[nodiscard]] std::vector<Entry> EntriesOf(const std::string& folder);
 [[nodiscard]] bool IsRealFolder(const std::string& path);
 
+// Why this account may not make, rename and delete files in a folder, as text; empty when it may.
+[[nodiscard]] std::string WhyNotWritable(const std::string& folder);
+
 // Whether this account may run the file as a program.
 [[nodiscard]] bool IsProgram(const std::string& path);
 

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "sender/directory_lock.h"
 #include "sender/exchange_directory.h"
@@ -41,5 +42,9 @@ struct WorkParts {
 // Name of the data file that lies in a directory, of those that the databases have; empty without one.
 [[nodiscard]] std::string DataFileIn(const FileSystem& files, const Databases& databases,
                                      const ExchangeDirectory& directory);
+
+// The exchange paths of settings and open databases, each once.
+[[nodiscard]] std::vector<std::string> ExchangePaths(const Settings& settings, const FileSystem& files,
+                                                     const Databases& databases);
 
 }  // namespace tessel::sender

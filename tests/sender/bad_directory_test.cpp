@@ -36,14 +36,14 @@ class BadDirectoryTest : public SenderWorld, public testing::WithParamInterface<
 
 const std::vector<BadDirectory>& Cases() {
   static const std::vector<BadDirectory> cases{
-      {"damaged", Edit("</DataEx_Datas>", "</DataEx"), "it is no XML", "1"},
-      {"other root", Edit("<DataEx_Datas>", "<Other xmlns='x'></Other><DataEx_Datas>"), "damaged", "1"},
+      {"damaged", Edit("</DataEx_Datas>", "</DataEx"), "it is no XML", "3"},
+      {"other root", Edit("<DataEx_Datas>", "<Other xmlns='x'></Other><DataEx_Datas>"), "damaged", "3"},
       {"no object", Edit("<DataExchangeObjID>", "<DataExchangeObjID>0</DataExchangeObjID><Was>"), "damaged",
        "1"},
       {"object gone", Edit("<DataExchangeObjID>", "<DataExchangeObjID>7"), "is gone", "1"},
-      {"leaves the directory", Edit("Kestrix.zip", "../../Kestrix.zip"), "no plain file name", "1"},
-      {"subdirectory leaves", Edit("<SubExDir>SubDir", "<SubExDir>..\\.."), "no plain file name", "1"},
-      {"foreign attribute", Edit(">VRKX_DX_STATUS_INFO<", ">VRK_ID<"), "to be reported in", "1"},
+      {"leaves the directory", Edit("Kestrix.zip", "../../Kestrix.zip"), "no plain file name", "3"},
+      {"subdirectory leaves", Edit("<SubExDir>SubDir", "<SubExDir>..\\.."), "no plain file name", "3"},
+      {"foreign attribute", Edit(">VRKX_DX_STATUS_INFO<", ">VRK_ID<"), "to be reported in", "3"},
       {"foreign class", Edit("<DataExchangeClassID>900", "<DataExchangeClassID>901"), "is gone", "1"},
       {"bad sender", Edit("<MailSender>", "<MailSender>x@y.example&#13;&#10;Bcc: z@z.example, "),
        "control characters", "3"},
@@ -106,6 +106,48 @@ TEST_F(DirectoryTest, OfAnotherExchangesObjectIsNotReportedThere) {
   EXPECT_EQ(Record("VRKX_DX_PROCESS_PHASE"), "4");
   EXPECT_EQ((EndOf(base) == "Sent") + (EndOf("Export_zzz") == "Sent"), 1);
   EXPECT_EQ((EndOf(base) == "Break") + (EndOf("Export_zzz") == "Break"), 1);
+}
+
+// Without a data file the name of the directory leads to the record, or what is left of the file does; never
+// when another directory has the same object.
+TEST_F(DirectoryTest, WithADamagedDataFileIsStoppedOnRecordAndContinuedWhenItIsMended) {
+  const std::string base = ExportOne("mail");
+  const std::string path = folder.Path(ExchangePath() + "/");
+  const std::string good = folder.Read(In(base, "Kestrix_Data.xml"));
+  const auto cut = [](const std::string& text) { return text.substr(0, text.find("<ZipFileName>")); };
+  std::filesystem::copy(path + base + "_New", path + "Export_copy_New",
+                        std::filesystem::copy_options::recursive);
+  folder.Write(In("Export_copy", "Kestrix_Data.xml"), cut(good));
+  folder.Write("sender.ini", Replace(folder.Read("sender.ini"), "Language=ENG", "Language=GER"));
+  EXPECT_EQ(Once(), 1);
+  EXPECT_EQ(EndOf(base), "Sent");
+  EXPECT_EQ(EndOf("Export_copy"), "Break");
+  EXPECT_EQ(Record("VRKX_DX_PROCESS_PHASE"), "4") << "not the copy's";
+  EXPECT_NE(err.find("unrecorded Export_copy_New"), std::string::npos) << err;
+  EXPECT_NE(err.find("stopped Export_copy_Break: Die Datendatei ist beschädigt"), std::string::npos) << err;
+  std::filesystem::remove_all(path + "Export_copy_Break");
+
+  EXPECT_EQ(Sender({"--send-again", base + "_Sent"}), 0) << err;
+  folder.Write(In(base, "Kestrix_Data.xml"), "no XML at all");
+  EXPECT_EQ(Once(), 1);
+  EXPECT_EQ(Record("VRKX_DX_PROCESS_PHASE"), "3") << "known by the directory's name";
+  EXPECT_EQ(Record("VRKX_DX_STATUS_INFO").find("Angehalten: Die Datendatei ist beschädigt: sie ist kein XML"),
+            0U)
+      << Record("VRKX_DX_STATUS_INFO");
+  EXPECT_EQ(Sender({"--list", "--json"}), 0);
+  EXPECT_NE(out.find("\"id\":\"DX-000002\""), std::string::npos) << out;
+  EXPECT_NE(out.find("\"recorded\":true,\"problem\":\"The data file is damaged"), std::string::npos) << out;
+  folder.Write(In(base, "Kestrix_Data.xml"), good);
+  EXPECT_EQ(Tessel({"continue", Database(), "--user", "anna", RecordKey()}), 0) << err;
+  EXPECT_EQ(Once(), 0) << err;
+  EXPECT_EQ(EndOf(base), "Sent");
+  EXPECT_EQ(Mails(), 2U);
+
+  const std::string fresh = ExportOne("mail");
+  folder.Write(In(fresh, "Kestrix_Data.xml"), cut(folder.Read(In(fresh, "Kestrix_Data.xml"))));
+  EXPECT_EQ(Once(), 1);
+  EXPECT_EQ(Record("VRKX_DX_PROCESS_PHASE", 3), "3") << "known by what is left of the data file: " << err;
+  EXPECT_NE(folder.Read(In(fresh, "KestrixServMon/protocol.txt")).find("Angehalten"), std::string::npos);
 }
 
 // What the sender had begun is in the reason, whatever else went wrong; the journal's loss is no fresh start.

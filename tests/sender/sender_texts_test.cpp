@@ -35,6 +35,10 @@ TEST(MailFields, KnowAddresses) {
       {" a@b.example ; c@d.example,", "[|a@b.example][|c@d.example]"},
       {"Jörg <j@b.example>", "[Jörg|j@b.example]"},
       {"\"Sons, Ltd\" <s@b.example>", "[Sons, Ltd|s@b.example]"},
+      {"Müller, Jörg <a@b.example>", "[Müller, Jörg|a@b.example]"},
+      {"c@d.example, Müller, Jörg <a@b.example>,x@y.example",
+       "[|c@d.example][Müller, Jörg|a@b.example][|x@y.example]"},
+      {"Müller; Jörg <a@b.example>", "refused"},
       {"j@größe.example", "[|j@xn--gre-6ka8i.example]"},
       {"jörg@b.example", "[|jörg@b.example]"},
       {"", "refused"},
@@ -52,16 +56,18 @@ TEST(MailFields, KnowAddresses) {
 }
 
 TEST(MailFields, HoldNoFurtherLine) {
-  EXPECT_EQ(HeaderText("Gearbox, second issue"), "Gearbox, second issue");
-  EXPECT_EQ(HeaderText("x\r\nBcc: y@z.example"), "x  Bcc: y@z.example");
-  EXPECT_EQ(HeaderText("=?UTF-8?Q?x?="), EncodedWords("=?UTF-8?Q?x?="));
-  EXPECT_EQ(HeaderText("Größe"), "=?UTF-8?B?R3LDtsOfZQ==?=");
-  const std::string folded = HeaderText(std::string(44, 'x') + "öö" + std::string(300, 'y'));
-  for (std::size_t at = 0; at < folded.size();) {
-    const auto end = std::min(folded.find("\r\n", at), folded.size());
-    EXPECT_LE(end - at, 76U);
-    EXPECT_TRUE(at == 0 || folded[at] == ' ');
-    at = end + 2;
+  EXPECT_EQ(HeaderText("Gearbox, second issue", 9), "Gearbox, second issue");
+  EXPECT_EQ(HeaderText("x\r\nBcc: y@z.example", 9), "x  Bcc: y@z.example");
+  EXPECT_EQ(HeaderText("=?UTF-8?Q?x?=", 9), EncodedWords("=?UTF-8?Q?x?=", 9));
+  EXPECT_EQ(HeaderText("Größe", 9), "=?UTF-8?B?R3LDtsOfZQ==?=");
+  for (const std::size_t used : {4U, 9U, 20U}) {
+    const std::string folded = HeaderText(std::string(44, 'x') + "öö" + std::string(300, 'y'), used);
+    for (std::size_t at = 0; at < folded.size();) {
+      const auto end = std::min(folded.find("\r\n", at), folded.size());
+      EXPECT_LE(end - at + (at == 0 ? used : 0), 76U) << folded;
+      EXPECT_TRUE(at == 0 || folded[at] == ' ');
+      at = end + 2;
+    }
   }
   EXPECT_EQ(Parameter("filename", "Kestrix.zip"), "; filename=\"Kestrix.zip\"");
   EXPECT_EQ(Parameter("filename", "Größe \".zip"), "; filename*=UTF-8''Gr%C3%B6%C3%9Fe%20%22.zip");

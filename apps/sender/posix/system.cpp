@@ -74,6 +74,11 @@ bool IsRealFolder(const std::string& path) {
   return ::lstat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
 }
 
+std::string WhyNotWritable(const std::string& folder) {
+  const bool may = ::faccessat(AT_FDCWD, folder.c_str(), R_OK | W_OK | X_OK, AT_EACCESS) == 0;
+  return may ? std::string() : std::strerror(errno);
+}
+
 bool IsProgram(const std::string& path) {
   struct stat facts {};
   return ::stat(path.c_str(), &facts) == 0 && S_ISREG(facts.st_mode) && ::access(path.c_str(), X_OK) == 0;
