@@ -18,14 +18,24 @@ namespace {
 
 constexpr const char* kCatalogues[] = {"error.Kestrix_", "caption.Kestrix_", "protocol.Kestrix_"};
 
-// As a start-up finds it; nothing without one.
-PcObjectPtr FindSettings(const PcSessionPtr& session) {
+struct FoundSettings {
+  PcObjectPtr object;  // nothing without one
+  std::string cause;   // of a failed read on the way there
+};
+
+// As a start-up finds it.
+FoundSettings FindSettings(const PcSessionPtr& session) {
   Trace trace = administration::QuietTrace();
   PelicoreAdminTool tool(trace);
-  return tool.adm_GetLinkedAdmObj(session, admin_setting::kSetName, nullptr);
+  FoundSettings found{tool.adm_GetLinkedAdmObj(session, admin_setting::kSetName, nullptr), {}};
+  if (!trace.problems.Kept().empty()) found.cause = trace.problems.Kept().front().cause;
+  return found;
 }
 
-std::string MissingSettings(const PcSession& session) {
+std::string MissingSettings(const PcSession& session, const std::string& cause) {
+  if (!cause.empty()) {
+    return "The settings of the user " + session.CurrentUser()->LoginName() + " could not be read: " + cause;
+  }
   return "No settings object is linked to the user " + session.CurrentUser()->LoginName() +
          ": the data exchange cannot start (\"tessel config check\" shows what each user has, "
          "docs/configuration.md how to link one)";
@@ -81,8 +91,8 @@ void TellMissingTexts(const std::string& missing, Streams& streams) {
 }  // namespace
 
 void RequireReady(Workbench& workbench, const Login& login, Streams& streams) {
-  const PcObjectPtr settings = FindSettings(workbench.Session());
-  if (!settings) throw HostError(MissingSettings(*workbench.Session()));
+  const auto [settings, cause] = FindSettings(workbench.Session());
+  if (!settings) throw HostError(MissingSettings(*workbench.Session(), cause));
   const std::string missing = MissingTexts(workbench, *settings);
   if (!missing.empty() && !login.language.empty())
     throw HostError("The language " + login.language + ": " + missing);
@@ -90,9 +100,9 @@ void RequireReady(Workbench& workbench, const Login& login, Streams& streams) {
 }
 
 void TellReadiness(Workbench& workbench, Streams& streams) {
-  const PcObjectPtr settings = FindSettings(workbench.Session());
+  const auto [settings, cause] = FindSettings(workbench.Session());
   if (settings) return TellMissingTexts(MissingTexts(workbench, *settings), streams);
-  streams.err << "warning: " << MissingSettings(*workbench.Session()) << "\n";
+  streams.err << "warning: " << MissingSettings(*workbench.Session(), cause) << "\n";
 }
 
 void TellTraceFile(Workbench& workbench, Streams& streams) {

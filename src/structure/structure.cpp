@@ -60,7 +60,8 @@ void FillRootNode(Services& services, StructureState& state, StructureBuilder& b
 bool AddRoot(Services& services, ExchangeState& exchange, StructureState& state, StructureBuilder& builder,
              const ObjectKey& key) {
   Trace& trace = services.trace;
-  PcObject& root = builder.Object(key);
+  const PcObjectPtr object = builder.Object(key);
+  PcObject& root = *object;
   trace.Write("selektierte Root Object (CreateStructure/CommonXFunctions): " + std::to_string(key.objectId) +
               " ; " + std::to_string(key.classId));
   HoldHierarchicalLinkClass(services, state, root);

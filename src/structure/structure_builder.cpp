@@ -48,13 +48,23 @@ StructureBuilder::StructureBuilder(Services& services, const ExchangeState& exch
       store_(Required(services.Session().ObjectStore(), "object store")),
       metaData_(Required(services.Session().MetaData(), "metadata")) {}
 
-PcObject& StructureBuilder::Object(const ObjectKey& key) {
-  const auto known = objects_.find(key);
-  if (known != objects_.end()) return *known->second;
-  const PcObjectPtr object = store_->Object(key);
+PcObjectPtr StructureBuilder::Object(const ObjectKey& key) {
+  PcObjectPtr object = store_->Object(key);
   if (!object) ThrowObjectNotSet("object " + ObjectKeyText(key, '_'));
   object->ReadData();
-  return *objects_.emplace(key, object).first->second;
+  return object;
+}
+
+const std::string& StructureBuilder::Description(const ObjectKey& key) {
+  const auto known = descriptions_.find(key);
+  return known != descriptions_.end() ? known->second : Description(*Object(key));
+}
+
+const std::string& StructureBuilder::Description(const PcObject& object) {
+  const ObjectKey key = object.Key();
+  if (const auto known = descriptions_.find(key); known != descriptions_.end()) return known->second;
+  return descriptions_.emplace(key, DisplayValue(object, services_.Settings().DisplayAttribute1))
+      .first->second;
 }
 
 std::string StructureBuilder::ClassName(ClassId classId) {
@@ -109,7 +119,7 @@ void StructureBuilder::FillNodeAttributes(XmlNode element, PcObject& object, int
   SetAccess(element, object);
   services_.trace.Write("  Set Access mode for new XML node with: " +
                         element.Attribute("ACCESS_AUTHORIZATION"));
-  SetAttribute(element, "FIRST_DESCRIPTION", DisplayValue(object, settings.DisplayAttribute1),
+  SetAttribute(element, "FIRST_DESCRIPTION", Description(object),
                "  Set DisplayAttribute1 for new XML Node with: ");
   SetAttribute(element, "SECOND_DESCRIPTION", DisplayValue(object, settings.DisplayAttribute2),
                "  Set DisplayAttribute2 for new XML Node with: ");
@@ -134,21 +144,15 @@ void StructureBuilder::FillNodeAttributes(XmlNode element, PcObject& object, int
 }
 
 XmlNode StructureBuilder::AddStructureNode(XmlNode parent, const ObjectKey& key, const char* elementName,
-                                           const LinkEnd* filledWith) {
-  PcObject& object = Object(key);
-  const XmlNode element = DX_XML::CreateDXNodeElement(
-      *state_.document, elementName, DisplayValue(object, services_.Settings().DisplayAttribute1), parent,
-      ObjectKeyText(object.Key(), '_'));
+                                           const std::string& description) {
+  const XmlNode element = DX_XML::CreateDXNodeElement(*state_.document, elementName, description, parent,
+                                                      ObjectKeyText(key, '_'));
   services_.trace.Write(std::string("Set new xml node with name: ") + elementName +
                         " to parent node: " + parent.Name());
-  if (element && filledWith != nullptr) {
-    FillNodeAttributes(element, object, filledWith->level, filledWith->linkName, filledWith->linkDirection);
-  }
   return element;
 }
 
 void StructureBuilder::BuildContentList(XmlNode rootNode) {
-  constexpr LinkEnd kFurtherObject{2, "NoName", -1};
   const PcRecordList& files = *Required(copied_.Files().get(), "copied-files list");
   if (!HasXmlAttribute(rootNode, "PELICORE_OBJ_ID") || !HasXmlAttribute(rootNode, "PELICORE_CLASS_ID"))
     return;
@@ -158,7 +162,9 @@ void StructureBuilder::BuildContentList(XmlNode rootNode) {
   for (int row = 0; row < rows; ++row) {
     const ObjectKey key = files.KeyOfRow(row);
     if (key == root || !IsFileCopied(files.GetValue(attribute::kOperationId, row))) continue;
-    AddStructureNode(rootNode, key, kContentElement, &kFurtherObject);
+    const PcObjectPtr object = Object(key);
+    const XmlNode element = AddStructureNode(rootNode, key, kContentElement, Description(*object));
+    if (element) FillNodeAttributes(element, *object, 2, "NoName", -1);
   }
 }
 
@@ -173,7 +179,7 @@ void StructureBuilder::AddChildren(XmlNode element, const ObjectKey& parent) {
     const CopiedLink link = copied_.Link(row);
     (void)ClassName(link.linkClass);
     if (link.linkClass == state_.defaultHierarchicalLinkClassId && BothEndsCopied(parent, link.second)) {
-      AddStructureNode(element, link.second, kHierarchyElement, nullptr);
+      AddStructureNode(element, link.second, kHierarchyElement, Description(link.second));
     }
   }
   copied_.CheckLinks();
@@ -218,8 +224,8 @@ void StructureBuilder::BuildDependencyList(XmlNode list) {
     const CopiedLink link = copied_.Link(row);
     const std::string linkName = ClassName(link.linkClass);
     if (!BothEndsCopied(link.first, link.second)) continue;
-    const XmlNode first = AddStructureNode(list, link.first, kDependencyElement, nullptr);
-    AddStructureNode(first, link.second, kDependencyElement, nullptr);
+    const XmlNode first = AddStructureNode(list, link.first, kDependencyElement, Description(link.first));
+    AddStructureNode(first, link.second, kDependencyElement, Description(link.second));
     SetAttribute(first, "LINK_NAME", linkName, kLinkNameTrace);
     SetAttribute(first, "LINK_DIRECTION", std::to_string(link.direction), kLinkDirectionTrace);
   }

@@ -30,7 +30,7 @@ EmbeddedObject::EmbeddedObject(EmbeddedSessionPtr session, ClassDefinitionPtr de
 void EmbeddedObject::KeepForUndo() {
   const std::uint64_t transaction = session_->Sql().Transaction();
   if (transaction == state_->keptIn) return;
-  session_->Sql().OnUndo([state = std::weak_ptr<State>(state_), earlier = *state_]() mutable {
+  session_->Sql().OnUndo(state_, [state = std::weak_ptr<State>(state_), earlier = *state_]() mutable {
     if (const auto kept = state.lock()) *kept = std::move(earlier);
   });
   state_->keptIn = transaction;
@@ -165,7 +165,7 @@ int EmbeddedObject::Insert() {
 // An undone transaction takes the identity back.
 void EmbeddedObject::TakeIdentity(ObjectId id) {
   const std::size_t position = RequiredPosition(attribute::kObjectId);
-  session_->Sql().OnUndo([state = std::weak_ptr<State>(state_), position] {
+  session_->Sql().OnUndo(state_, [state = std::weak_ptr<State>(state_), position] {
     const auto kept = state.lock();
     if (!kept) return;
     kept->id = 0;

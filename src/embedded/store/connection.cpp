@@ -1,9 +1,12 @@
 #include "embedded/store/connection.h"
 
+#include <algorithm>
+
 namespace tessel::embedded {
 namespace {
 
 constexpr std::size_t kMostPreparedStatements = 500;
+constexpr std::size_t kFewUndoSteps = 256;
 
 std::string SavePoint(std::size_t depth) {
   return "T" + std::to_string(depth);
@@ -78,8 +81,20 @@ void Connection::UndoWrite() noexcept {
     // The database has undone the transaction itself, as it does after a full disk.
   }
   for (; undoSteps.size() > writes.back().earlierSteps; undoSteps.pop_back())
-    undoSteps.back()();
+    undoSteps.back().undo();
   writes.pop_back();
+}
+
+// An export makes a link a document in one transaction, and nobody holds most of them any more.
+void Connection::KeepUndo(const std::weak_ptr<const void>& owner, std::function<void()> undo) {
+  if (undoSteps.size() >= std::max(kFewUndoSteps, sweepUndoStepsAt)) {
+    const auto first = undoSteps.begin() + static_cast<std::ptrdiff_t>(writes.back().earlierSteps);
+    undoSteps.erase(
+        std::remove_if(first, undoSteps.end(), [](const UndoStep& step) { return step.owner.expired(); }),
+        undoSteps.end());
+    sweepUndoStepsAt = 2 * undoSteps.size();
+  }
+  undoSteps.push_back({owner, std::move(undo)});
 }
 
 void Connection::EndMoment() noexcept {

@@ -49,6 +49,8 @@ struct Connection {
   void BeginWrite();
   void CommitWrite();
   void UndoWrite() noexcept;
+  // Keeps an undo step of the innermost open write transaction as long as its owner lives.
+  void KeepUndo(const std::weak_ptr<const void>& owner, std::function<void()> undo);
   void EndMoment() noexcept;
 
   std::unique_ptr<SqlConnection> sql;
@@ -62,7 +64,12 @@ struct Connection {
   };
   std::vector<OpenWrite> writes;
   std::uint64_t lastNumber = 0;
-  std::vector<std::function<void()>> undoSteps;
+  struct UndoStep {
+    std::weak_ptr<const void> owner;
+    std::function<void()> undo;
+  };
+  std::vector<UndoStep> undoSteps;
+  std::size_t sweepUndoStepsAt = 0;  // so many of them
   std::uint64_t moments = 0;  // begun so far, be it by a transaction, its undoing or a change of the tables
   int snapshots = 0;
   bool momentOpen = false;

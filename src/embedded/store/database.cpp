@@ -52,8 +52,8 @@ std::uint64_t Database::Transaction() const {
   return connection_->writes.empty() ? 0 : connection_->writes.back().number;
 }
 
-void Database::OnUndo(std::function<void()> undo) {
-  if (Writing()) connection_->undoSteps.push_back(std::move(undo));
+void Database::OnUndo(const std::weak_ptr<const void>& owner, std::function<void()> undo) {
+  if (Writing()) connection_->KeepUndo(owner, std::move(undo));
 }
 
 }  // namespace tessel::embedded

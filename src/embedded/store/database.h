@@ -62,8 +62,9 @@ class Database {
   // transaction stands and nothing was written. 0 where nothing is known, as outside of both.
   [[nodiscard]] std::uint64_t StateNumber() const;
   // Keeps what is to be called when the open write transaction is undone, newest first, so that what is held
-  // in memory goes back with the rows; nothing is kept without one. It must not throw.
-  void OnUndo(std::function<void()> undo);
+  // in memory goes back with the rows; nothing is kept without one. It must not throw, and need not be called
+  // when its owner is gone.
+  void OnUndo(const std::weak_ptr<const void>& owner, std::function<void()> undo);
 
  private:
   friend class WriteTransaction;

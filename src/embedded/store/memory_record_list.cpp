@@ -1,5 +1,7 @@
 #include "embedded/store/memory_record_list.h"
 
+#include <algorithm>
+
 #include "host/error.h"
 #include "platform/paths.h"
 
@@ -41,7 +43,7 @@ Value Converted(const Value& value, int typeCode) {
 
 void MemoryRecordList::AddColumn(const std::string& name, int length, int typeCode) {
   if (positions_.contains(name)) throw HostError("The record list has a column \"" + name + "\" already");
-  columns_.push_back({name, length, typeCode});
+  columns_.push_back({name, length, typeCode, {}});
   try {
     positions_.emplace(name, ColumnCount() - 1);
   } catch (...) {
@@ -78,38 +80,50 @@ int MemoryRecordList::FindColumn(std::string_view name) const {
   return found == positions_.end() ? -1 : found->second;
 }
 
+MemoryRecordList::Cell MemoryRecordList::CellOf(const Value& value) {
+  if (value.IsNull()) return {};
+  if (value.IsText()) return std::make_unique<const std::string>(value.AsText());
+  if (value.IsBoolean()) return value.AsBoolean();
+  if (value.IsDouble()) return value.AsDouble();
+  return value.AsInt32();
+}
+
+Value MemoryRecordList::ValueOf(const Cell& cell) {
+  if (const auto* number = std::get_if<std::int32_t>(&cell)) return Value(*number);
+  if (const auto* text = std::get_if<std::unique_ptr<const std::string>>(&cell)) return Value(**text);
+  if (const auto* boolean = std::get_if<bool>(&cell)) return Value(*boolean);
+  if (const auto* real = std::get_if<double>(&cell)) return Value(*real);
+  return {};
+}
+
 Value MemoryRecordList::GetValue(int column, int row) const {
   if (column < 0 || column >= ColumnCount() || row < 0 || row >= RowCount()) ThrowOutside();
-  const auto& cells = rows_[static_cast<std::size_t>(row)];
-  const auto position = static_cast<std::size_t>(column);
-  return position < cells.size() ? cells[position] : Value();
+  const std::vector<Cell>& cells = columns_[static_cast<std::size_t>(column)].cells;
+  const auto position = static_cast<std::size_t>(row);
+  return position < cells.size() ? ValueOf(cells[position]) : Value();
 }
 
+// A list for which the memory does not suffice stays as it was: cells beyond the last row do not count.
 void MemoryRecordList::SetValue(int column, int row, const Value& value) {
   if (row < 0) ThrowOutside();
-  Value converted = Converted(value, ColumnAt(column).typeCode);
-  const auto rowPosition = static_cast<std::size_t>(row);
-  const auto position = static_cast<std::size_t>(column);
-  if (rowPosition >= rows_.size()) {
-    // The row is made before the list grows, so that a list for which the memory does not suffice stays as it
-    // was.
-    std::vector<Value> cells(columns_.size());
-    cells[position] = std::move(converted);
-    rows_.resize(rowPosition + 1);
-    rows_[rowPosition] = std::move(cells);
-    return;
-  }
-  auto& cells = rows_[rowPosition];
-  if (position >= cells.size()) cells.resize(columns_.size());
-  cells[position] = std::move(converted);
+  Cell cell = CellOf(Converted(value, ColumnAt(column).typeCode));
+  std::vector<Cell>& cells = columns_[static_cast<std::size_t>(column)].cells;
+  const auto position = static_cast<std::size_t>(row);
+  if (position >= cells.size()) cells.resize(position + 1);
+  cells[position] = std::move(cell);
+  rows_ = std::max(rows_, position + 1);
 }
 
-void MemoryRecordList::AppendRow(const std::vector<Value>& cells) {
-  std::vector<Value> row;
-  row.reserve(cells.size());
-  for (const Value& cell : cells)
-    row.push_back(Converted(cell, ColumnAt(static_cast<int>(row.size())).typeCode));
-  rows_.push_back(std::move(row));
+void MemoryRecordList::AppendRow(const std::vector<Value>& values) {
+  std::vector<Cell> row;
+  row.reserve(values.size());
+  for (const Value& value : values)
+    row.push_back(CellOf(Converted(value, ColumnAt(static_cast<int>(row.size())).typeCode)));
+  for (std::size_t column = 0; column < row.size(); ++column)
+    columns_[column].cells.resize(rows_ + 1);
+  for (std::size_t column = 0; column < row.size(); ++column)
+    columns_[column].cells[rows_] = std::move(row[column]);
+  ++rows_;
 }
 
 // For people who look for a fault: written at once, without the care for a crash that costs milliseconds.

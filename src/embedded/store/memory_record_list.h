@@ -1,6 +1,9 @@
 // The record list of the embedded host: typed cells in memory, columns found by name in constant time.
 #pragma once
 
+#include <memory>
+#include <string>
+#include <variant>
 #include <vector>
 
 #include "embedded/model/text_map.h"
@@ -21,7 +24,7 @@ class MemoryRecordList final : public PcRecordList {
   void AddColumn(const std::string& name, int length, int typeCode) override;
   void AddColumn(const std::string& name, ColumnType type);
   [[nodiscard]] int ColumnCount() const override { return static_cast<int>(columns_.size()); }
-  [[nodiscard]] int RowCount() const override { return static_cast<int>(rows_.size()); }
+  [[nodiscard]] int RowCount() const override { return static_cast<int>(rows_); }
   [[nodiscard]] std::string ColumnName(int column) const override;
   [[nodiscard]] int ColumnLength(int column) const override;
   [[nodiscard]] int ColumnTypeCode(int column) const override;
@@ -32,20 +35,25 @@ class MemoryRecordList final : public PcRecordList {
   void WriteToFile(const std::string& title, const std::string& path) const override;
 
   // Appends a row; the cells stand in column order, trailing ones may be left out.
-  void AppendRow(const std::vector<Value>& cells);
+  void AppendRow(const std::vector<Value>& values);
 
  private:
+  // A value in less than half of its room: lists of a hundred thousand rows are kept twice during an export.
+  using Cell = std::variant<std::monostate, std::int32_t, bool, double, std::unique_ptr<const std::string>>;
   struct Column {
     std::string name;
     int length;
     int typeCode;
+    std::vector<Cell> cells;  // trailing ones that were never set may be missing
   };
+  [[nodiscard]] static Cell CellOf(const Value& value);
+  [[nodiscard]] static Value ValueOf(const Cell& cell);
   [[nodiscard]] const Column& ColumnAt(int column) const;
 
   FileSystem& files_;
   std::vector<Column> columns_;
   TextMap<int> positions_;
-  std::vector<std::vector<Value>> rows_;
+  std::size_t rows_ = 0;
 };
 
 }  // namespace tessel::embedded

@@ -118,6 +118,7 @@ MetadataPtr LoadMetadata(Database& database) {
   try {
     stored = database.Query("SELECT CONTENT FROM TESSEL_METADATA WHERE NAME = :name", {Value("model")});
   } catch (const DatabaseError& error) {
+    if (error.Number() != kCodeError) throw;  // else a table is not there
     throw HostError(std::string("This is no database of the embedded host: ") + error.what(), error.Number());
   }
   if (stored.rows.empty()) throw HostError("The database holds no metadata");

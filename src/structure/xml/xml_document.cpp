@@ -1,13 +1,12 @@
 #include "structure/xml/xml_document.h"
 
 #include <algorithm>
-#include <array>
 #include <pugixml.hpp>
 
 #include "host/error.h"
 #include "structure/xml/identity_index.h"
 #include "structure/xml/xml_encoding.h"
-#include "structure/xml/xml_names.h"
+#include "structure/xml/xml_name_pool.h"
 #include "structure/xml/xml_tree.h"
 #include "structure/xml/xml_writer.h"
 
@@ -23,14 +22,6 @@ constexpr std::string_view kDeclaration = "xml";
 
 [[noreturn]] void Refuse(const std::string& description) {
   throw RuntimeError(error_number::kInvalidCall, "Invalid procedure call: " + description);
-}
-
-void CheckName(std::string_view name) {
-  if (name.empty()) Refuse("an XML name may not be empty");
-  const std::string_view offence = FindNameOffence(name);
-  if (offence.empty()) return;
-  // Where the arrow points is part of the message that traces show.
-  Refuse("an XML name may not contain the character -->" + std::string(offence) + "<-- here");
 }
 
 // The tree ends a text at NUL, so NUL is kept as another character that XML does not allow.
@@ -90,8 +81,8 @@ struct XmlDocument::Content {
   pugi::xml_document tree;
   pugi::xml_node document = tree.append_child(pugi::node_element);
   pugi::xml_node detached = tree.append_child(pugi::node_element);
+  XmlNamePool names{tree};
   IdentityIndex index;
-  std::array<std::string, 64> acceptedNames;  // by hash; the same few names come again and again
   // Hashes of the attribute names of the element whose attributes are being set, so that setting one more
   // does not walk all of them.
   const XmlNodeRecord* named = nullptr;
@@ -106,27 +97,9 @@ struct XmlDocument::Content {
     return node == document;
   }
 
-  // Quick, and good enough to tell the names of one element apart.
-  static std::size_t Hash(std::string_view name) {
-    if (name.empty()) return 0;
-    const auto at = [name](std::size_t position) { return static_cast<unsigned char>(name[position]); };
-    return name.size() + 31U * at(0) + 8191U * at(name.size() / 2) + 524287U * at(name.size() - 1);
-  }
-
-  // The name ended by NUL, once it is known to be one.
-  const char* AcceptedName(std::string_view name, std::size_t hash) {
-    std::string& known = acceptedNames[hash % acceptedNames.size()];
-    if (known != name || name.empty()) {
-      CheckName(name);
-      known = name;
-    }
-    return known.c_str();
-  }
-
-  pugi::xml_node AddElement(const pugi::xml_node& parent, std::string_view name) {
-    const char* accepted = AcceptedName(name, Hash(name));
-    pugi::xml_node element = AddChild(parent, pugi::node_element);
-    element.set_name(accepted);
+  pugi::xml_node AddElement(pugi::xml_node parent, std::string_view name) {
+    const pugi::xml_node element = names.AppendElement(parent, name);
+    if (!element) throw RuntimeError(error_number::kOutOfMemory, "Out of memory: XML node");
     return element;
   }
 
@@ -136,7 +109,7 @@ struct XmlDocument::Content {
     named = node;
     attributeNames.clear();
     for (const pugi::xml_attribute& attribute : element.attributes()) {
-      attributeNames.push_back(Hash(attribute.name()));
+      attributeNames.push_back(XmlNamePool::Hash(attribute.name()));
     }
   }
 
@@ -144,15 +117,14 @@ struct XmlDocument::Content {
   void PutAttribute(XmlNodeRecord* node, std::string_view attributeName, std::string_view value) {
     if (node == nullptr || node != named) SelectNamed(node);
     pugi::xml_node element = Follow(node);
-    const std::size_t hash = Hash(attributeName);
+    const std::size_t hash = XmlNamePool::Hash(attributeName);
     if (std::find(attributeNames.begin(), attributeNames.end(), hash) != attributeNames.end()) {
       if (const pugi::xml_attribute present = FindAttribute(element, attributeName)) {
         SetTreeValue(present, value);
         return;
       }
     }
-    const char* accepted = AcceptedName(attributeName, hash);
-    SetTreeValue(element.append_attribute(accepted), value);
+    SetTreeValue(names.AppendAttribute(element, attributeName), value);
     attributeNames.push_back(hash);
   }
 
@@ -220,13 +192,13 @@ void XmlDocument::Append(XmlNode parent, XmlNode child) {
 }
 
 void XmlDocument::InsertProcessingInstruction(std::string_view target, std::string_view data) {
-  const char* accepted = content_->AcceptedName(target, Content::Hash(target));
+  XmlNamePool::Check(target);
   pugi::xml_node instruction = target == kDeclaration ? content_->Declaration() : pugi::xml_node();
   if (instruction) {
     content_->document.prepend_move(instruction);
   } else {
     instruction = content_->document.prepend_child(pugi::node_pi);
-    instruction.set_name(accepted);
+    instruction.set_name(std::string(target).c_str());
   }
   SetTreeValue(instruction, data);
 }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <cstdint>
 #include <cstring>
 #include <iterator>
 #include <pugixml.hpp>
@@ -163,9 +164,24 @@ void XmlWriter::WriteMarkup(std::string_view ascii) {
   }
 }
 
+void XmlWriter::WriteName(const char* name) {
+  EncodedName& known = names_[(reinterpret_cast<std::uintptr_t>(name) / 8) % names_.size()];
+  if (known.name != name) {
+    const std::size_t start = buffer_.size();
+    const int before = replaced_;
+    EncodeName(name);
+    known.name = name;
+    known.bytes.assign(buffer_, start);
+    known.replaced = replaced_ - before;
+    return;
+  }
+  buffer_ += known.bytes;
+  replaced_ += known.replaced;
+}
+
 // A reference may not stand in a name, so a character that the encoding lacks is written as "_x3b1_". What
 // looks so in the name itself is escaped too, so that two names stay two.
-void XmlWriter::WriteName(const char* name) {
+void XmlWriter::EncodeName(const char* name) {
   if (asciiCompatible_ && (complete_ || std::strstr(name, "_x") == nullptr))
     name += WritePlainRun(name, Place::kText);
   while (*name != '\0') {

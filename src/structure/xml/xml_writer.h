@@ -35,8 +35,9 @@ class XmlWriter {
   bool Open(const pugi::xml_node& node);
   void Close(const pugi::xml_node& element);
   void WriteMarkup(std::string_view ascii);
-  // Texts of the tree, ended by NUL.
+  // Texts of the tree, ended by NUL. A name whose text several nodes share is encoded once.
   void WriteName(const char* name);
+  void EncodeName(const char* name);
   void WriteInstruction(const char* target, std::string_view data);
   void WriteEscaped(const char* text, Place place);
   void WriteCData(const char* text);
@@ -53,6 +54,12 @@ class XmlWriter {
   const bool asciiCompatible_;
   const bool complete_;                   // the encoding has all characters, so that names need no escapes
   std::array<unsigned char, 256> plain_;  // ASCII characters written as they are, one bit a place
+  struct EncodedName {
+    const char* name = nullptr;
+    std::string bytes;
+    int replaced = 0;
+  };
+  std::array<EncodedName, 128> names_;  // by place in memory
   std::string buffer_;
   int replaced_ = 0;
 };

@@ -62,8 +62,8 @@ class SqliteConnection final : public SqlConnection {
     return std::make_unique<SqliteStatement>(database_.get(), sql);
   }
   void RunOnce(const std::string& sql) override {
-    if (sqlite3_exec(database_.get(), sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK)
-      ThrowLastError(database_.get());
+    const int code = sqlite3_exec(database_.get(), sql.c_str(), nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK) ThrowRefusal(database_.get(), code);
   }
   [[nodiscard]] QueryResult ReadTables(const std::string& sql, const TableCheck& readable) override {
     const ReadPermission permission(database_.get(), readable);

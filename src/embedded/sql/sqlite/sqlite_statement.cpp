@@ -3,11 +3,28 @@
 #include <cstdint>
 #include <limits>
 #include <string_view>
+#include <system_error>
 
 #include "host/ascii.h"
 
 namespace tessel::embedded {
 namespace {
+
+int Primary(int code) {
+  return code & 0xff;
+}
+
+// The system's error number of the last failed call on a file of the database, 0 for none.
+int FileError(sqlite3* database) {
+  int number = 0;
+  (void)sqlite3_file_control(database, "main", SQLITE_FCNTL_LAST_ERRNO, &number);
+  sqlite3_file* log = nullptr;
+  const bool asked =
+      number == 0 && sqlite3_file_control(database, "main", SQLITE_FCNTL_JOURNAL_POINTER, &log) == SQLITE_OK;
+  if (asked && log != nullptr && log->pMethods != nullptr)
+    (void)log->pMethods->xFileControl(log, SQLITE_FCNTL_LAST_ERRNO, &number);
+  return number;
+}
 
 // `text` holds the value's text as long as it is bound.
 int Bind(sqlite3_stmt* statement, int position, const Value& value, std::string& text) {
@@ -40,10 +57,24 @@ Value IntegerValue(long long value) {
 
 }  // namespace
 
-void ThrowLastError(sqlite3* database) {
-  const int code = sqlite3_extended_errcode(database);
+void ThrowRefusal(sqlite3* database, int code) {
+  // The connection keeps the text of its last failed call alone.
+  const int last = sqlite3_extended_errcode(database);
+  const bool told = Primary(last) == Primary(code);
+  std::string text = told ? sqlite3_errmsg(database) : sqlite3_errstr(code);
+  if (told) code = last;
+  const bool byFile =
+      Primary(code) == SQLITE_IOERR || Primary(code) == SQLITE_CANTOPEN || Primary(code) == SQLITE_CORRUPT;
+  if (const int number = byFile ? FileError(database) : 0; number != 0) {
+    // A device that fails to read looks to the library like a file with wrong content.
+    if (Primary(code) == SQLITE_CORRUPT) {
+      code = kCodeInputOutput;
+      text = sqlite3_errstr(code);
+    }
+    text += " (" + std::generic_category().message(number) + ")";
+  }
   const bool refusal = code > SQLITE_OK && code != SQLITE_ROW && code != SQLITE_DONE;
-  throw DatabaseError(sqlite3_errmsg(database), refusal ? code : kCodeError);
+  throw DatabaseError(text, refusal ? code : kCodeError);
 }
 
 // One run of the statement, which leaves it ready for the next one, and no values behind.
@@ -55,8 +86,8 @@ class SqliteStatement::Execution {
     if (texts.size() != values.size())
       throw DatabaseError("The statement takes another number of values", kCodeError);
     for (std::size_t i = 0; i < texts.size(); ++i) {
-      if (Bind(statement_, static_cast<int>(i) + 1, values[i], texts[i]) != SQLITE_OK)
-        ThrowLastError(database_);
+      const int code = Bind(statement_, static_cast<int>(i) + 1, values[i], texts[i]);
+      if (code != SQLITE_OK) ThrowRefusal(database_, code);
     }
   }
   ~Execution() {
@@ -69,7 +100,7 @@ class SqliteStatement::Execution {
   // Whether there is another row.
   bool Step() {
     const int code = sqlite3_step(statement_);
-    if (code != SQLITE_ROW && code != SQLITE_DONE) ThrowLastError(database_);
+    if (code != SQLITE_ROW && code != SQLITE_DONE) ThrowRefusal(database_, code);
     return code == SQLITE_ROW;
   }
 
@@ -83,7 +114,7 @@ SqliteStatement::SqliteStatement(sqlite3* database, const std::string& sql) : da
   const int code =
       sqlite3_prepare_v2(database_, sql.data(), static_cast<int>(sql.size()), &prepared, nullptr);
   statement_.reset(prepared);
-  if (code != SQLITE_OK) ThrowLastError(database_);
+  if (code != SQLITE_OK) ThrowRefusal(database_, code);
   if (!prepared) throw DatabaseError("The statement is empty", kCodeError);
   texts_.resize(static_cast<std::size_t>(sqlite3_bind_parameter_count(prepared)));
 }

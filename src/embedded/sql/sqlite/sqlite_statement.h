@@ -11,9 +11,9 @@
 
 namespace tessel::embedded {
 
-// Throws the newest error of a connection as a DatabaseError with its extended code, which tells a unique key
-// from a missing parent.
-[[noreturn]] void ThrowLastError(sqlite3* database);
+// Throws what a call returned as a DatabaseError with its extended code, which tells a unique key from a
+// missing parent, and with the system's reason where a file is to blame.
+[[noreturn]] void ThrowRefusal(sqlite3* database, int code);
 
 class SqliteStatement final : public SqlStatement {
  public:
