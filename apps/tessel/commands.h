@@ -20,6 +20,7 @@ struct HookDesk {
   const MessageDriver& driver;
   const std::vector<std::string>& objects;
   Streams& streams;
+  std::size_t done = 0;  // objects, so far
 };
 using HookRun = int (*)(HookDesk& desk);
 int RunHook(const NamedHookCall& command, HookRun action, Streams& streams);

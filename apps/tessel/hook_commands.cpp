@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <iterator>
 #include <ostream>
 
+#include "platform/caught_signals.h"
 #include "tessel/commands.h"
 #include "tessel/json_result.h"
 #include "tessel/message_driver.h"
@@ -15,11 +17,31 @@ using LockHook = std::int16_t (StartApplication::*)(const PcSessionPtr&, const s
                                                     const PcRecordListPtr&, const PcRecordListPtr&,
                                                     PcRecordListPtr&);
 
+// A signal ends a command behind the object in hand.
+bool Ended() {
+  return CaughtSignals::Caught() != 0;
+}
+
+void Append(LockOutcome& all, LockOutcome one) {
+  all.started = one.started;
+  all.changed = all.changed || one.changed;
+  std::ranges::move(one.documents, std::back_inserter(all.documents));
+  std::ranges::move(one.problems, std::back_inserter(all.problems));
+}
+
+// One object a call, so that a signal finds no more than one in hand.
 int RunLocks(HookDesk& desk, LockHook hook, const char* command, const char* done) {
-  PcRecordListPtr none;
   Workbench& workbench = desk.workbench;
-  (workbench.Entry().*hook)(workbench.Session(), "", workbench.ObjectRows(desk.objects), nullptr, none);
-  const LockOutcome& outcome = workbench.LoadedProgram().lockOutcome;
+  (void)workbench.ObjectRows(desk.objects);  // a wrong one is told before the first is locked
+  LockOutcome outcome;
+  outcome.started = true;
+  for (const std::string& object : desk.objects) {
+    if (Ended() || !outcome.started) break;
+    PcRecordListPtr none;
+    (workbench.Entry().*hook)(workbench.Session(), "", workbench.ObjectRows({object}), nullptr, none);
+    Append(outcome, workbench.LoadedProgram().lockOutcome);
+    ++desk.done;
+  }
   const int status = ReportLocks(outcome, done, desk.streams);
   return desk.streams.json ? WriteResult(desk.streams, command, status, JsonOf(outcome)) : status;
 }
@@ -39,6 +61,7 @@ int RunContinue(HookDesk& desk) {
   int worst = kDone;
   Json exchanges = Json::array();
   for (const std::string& object : desk.objects) {
+    if (Ended()) break;
     PcRecordListPtr none;
     Workbench& workbench = desk.workbench;
     const PcRecordListPtr rows = workbench.ObjectRows({object});
@@ -46,6 +69,7 @@ int RunContinue(HookDesk& desk) {
     const ContinueOutcome& outcome = workbench.LoadedProgram().continueOutcome;
     worst = std::max(worst, ReportContinue(outcome, rows->KeyOfRow(0), desk.streams));
     exchanges.push_back(JsonOf(outcome, rows->KeyOfRow(0)));
+    ++desk.done;
   }
   return desk.streams.json ? WriteResult(desk.streams, "continue", worst, {{"exchanges", exchanges}}) : worst;
 }
@@ -54,6 +78,8 @@ int RunLatest(HookDesk& desk) {
   const MessageDriver& driver = desk.driver;
   Json problems = Json::array();
   for (const std::string& object : desk.objects) {
+    if (Ended()) break;
+    ++desk.done;
     const std::size_t shown = driver.Objects().size();
     const std::size_t told = driver.Messages().size();
     Workbench& workbench = desk.workbench;
@@ -84,8 +110,14 @@ int RunHook(const NamedHookCall& command, HookRun action, Streams& streams) {
   MessageDriver driver(streams.err);
   Workbench workbench(command.login, driver);
   RequireReady(workbench, command.login, streams);
+  const CaughtSignals signals;
   HookDesk desk{workbench, driver, command.objects, streams};
   const int status = action(desk);
+  if (const int signal = CaughtSignals::Caught(); signal != 0) {
+    streams.err << "ended by " << CaughtSignals::Name(signal) << " after " << desk.done << " of "
+                << command.objects.size() << " objects\n";
+    return StatusOfSignal(signal);
+  }
   if (status != kDone) TellTraceFile(workbench, streams);
   return status;
 }

@@ -28,7 +28,8 @@ class DriveProtocol::Conversation {
   // Takes a command when it is of a kind that is awaited; false otherwise. May throw CommandError.
   using Take = std::function<bool(const std::string& verb, const Json& command)>;
 
-  Conversation(std::istream& input, std::ostream& output) : lines_(input, output) {}
+  Conversation(std::istream& input, std::ostream& output, std::function<bool()> endAsked)
+      : lines_(input, output), endAsked_(std::move(endAsked)) {}
 
   void Begin(DrivenHooks& hooks, HeadlessToolkit& toolkit) {
     hooks_ = &hooks;
@@ -55,6 +56,7 @@ class DriveProtocol::Conversation {
   };
 
   bool TakeLine(const Take& take);
+  [[nodiscard]] std::optional<Json> NextCommand();
   bool Hold(const std::string& verb, const Json& command);
   bool AnswerQuestion(const std::string& verb, const Json& command);
   [[nodiscard]] Json GlobalValue(const std::string& name) const;
@@ -63,6 +65,7 @@ class DriveProtocol::Conversation {
   void DropHeldActions();
 
   DriveLines lines_;
+  std::function<bool()> endAsked_;
   DrivenHooks* hooks_ = nullptr;
   HeadlessToolkit* toolkit_ = nullptr;
   bool ended_ = false;
@@ -81,7 +84,7 @@ bool DriveProtocol::Conversation::Await(const Json& waiting, const Take& take) {
 bool DriveProtocol::Conversation::TakeLine(const Take& take) {
   int line = 0;
   try {
-    const auto command = lines_.Read();
+    const auto command = NextCommand();
     line = lines_.LineNumber();
     if (!command) {
       ended_ = true;
@@ -97,6 +100,13 @@ bool DriveProtocol::Conversation::TakeLine(const Take& take) {
     lines_.WriteError(line > 0 ? line : lines_.LineNumber(), error.what());
     return false;
   }
+}
+
+std::optional<Json> DriveProtocol::Conversation::NextCommand() {
+  const auto asked = [this] { return endAsked_ && endAsked_(); };
+  if (asked()) return std::nullopt;
+  auto command = lines_.Read();
+  return asked() ? std::nullopt : std::move(command);
 }
 
 template <class Result>
@@ -221,8 +231,8 @@ void DriveProtocol::Conversation::ReportProgress(const Window& window) {
   }
 }
 
-DriveProtocol::DriveProtocol(std::istream& input, std::ostream& output)
-    : conversation_(std::make_unique<Conversation>(input, output)) {}
+DriveProtocol::DriveProtocol(std::istream& input, std::ostream& output, std::function<bool()> ended)
+    : conversation_(std::make_unique<Conversation>(input, output, std::move(ended))) {}
 
 DriveProtocol::~DriveProtocol() = default;
 

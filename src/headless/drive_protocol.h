@@ -2,6 +2,7 @@
 // person would see. docs/drive-protocol.md describes the lines.
 #pragma once
 
+#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -14,7 +15,8 @@ namespace tessel {
 
 class DriveProtocol : public Driver {
  public:
-  DriveProtocol(std::istream& input, std::ostream& output);
+  // When `ended` says so, the input counts as ended.
+  DriveProtocol(std::istream& input, std::ostream& output, std::function<bool()> ended = nullptr);
   ~DriveProtocol() override;
 
   // Performs commands until the input ends; then open windows are closed as at a system shutdown, boxes get

@@ -141,6 +141,37 @@ TEST_F(CliWorld, ASignalEndsAnExportAsACancelDoes) {
   EXPECT_EQ(RunAs("anna", "export", {"--select", "1201:4712", "--no-send"}), 0) << "nothing is left of it";
 }
 
+// Asks the program to end as soon as it has said something.
+class EndingListener : public std::stringbuf {
+ public:
+  EndingListener(int signal, std::string text) : signal_(signal), text_(std::move(text)) {}
+
+ protected:
+  std::streamsize xsputn(const char* text, std::streamsize length) override {
+    const std::streamsize written = std::stringbuf::xsputn(text, length);
+    if (signal_ != 0 && str().find(text_) != std::string::npos) std::raise(std::exchange(signal_, 0));
+    return written;
+  }
+
+ private:
+  int signal_;
+  std::string text_;
+};
+
+TEST_F(CliWorld, ASignalEndsALockBehindTheDocumentInHand) {
+  ASSERT_EQ(RunAs("ben", "lock", {"1202:4721"}), 0);
+  EndingListener listener(SIGINT, "already locked");
+  std::ostream errors(&listener);
+  std::istringstream in;
+  std::ostringstream output;
+  EXPECT_EQ(cli::Run({"lock", Database(), "--user", "anna", "1202:4721", "1202:4723", "1202:4724"},
+                     {in, output, errors, false}),
+            130);
+  EXPECT_NE(listener.str().find("\nended by Ctrl-C after 1 of 3 objects\n"), std::string::npos)
+      << listener.str();
+  EXPECT_EQ(RunAs("anna", "lock", {"1202:4723"}), 0) << "it was not locked before";
+}
+
 TEST_F(CliWorld, ALostRecordIsNoSuccess) {
   embedded::Database(Database())
       .ExecuteOnce(
@@ -239,7 +270,7 @@ TEST_F(CliWorld, ContinueAndLatest) {
 TEST_F(CliWorld, DriveWalksAnExport) {
   const std::string script =
       "{\"do\":\"call\",\"hook\":\"CollectSelObjs\",\"first\":[{\"CLASS_ID\":1202,\"OBJECT_ID\":4721,"
-      "\"STATE\":3}]}\n"
+      "\"STATE\":3},{\"CLASS_ID\":1202,\"OBJECT_ID\":4723,\"STATE\":3}]}\n"
       "{\"do\":\"call\",\"hook\":\"StartExport\"}\n"
       "{\"do\":\"click\",\"control\":\"Command1\"}\n"
       "{\"do\":\"check\",\"control\":\"Check1(5)\"}\n"
@@ -250,8 +281,16 @@ TEST_F(CliWorld, DriveWalksAnExport) {
   EXPECT_EQ(Run({"drive", Database(), "--user", "anna"}, script), 0) << out << err;
   EXPECT_EQ(Exchanges(), 1U);
 
-  // Input that ends in the middle cancels the export.
+  // Input that ends in the middle cancels the export, and so does a signal.
   EXPECT_EQ(Run({"drive", Database(), "--user", "ben"}, script.substr(0, script.rfind("{"))), 0);
+  EXPECT_EQ(Exchanges(), 1U);
+  EndingListener listener(SIGTERM, "\"event\":\"progress\"");
+  std::ostream events(&listener);
+  std::istringstream in(script);
+  std::ostringstream errors;
+  EXPECT_EQ(cli::Run({"drive", Database(), "--user", "ben"}, {in, events, errors, false}), 143);
+  EXPECT_EQ(errors.str(), "ended by TERM\n");
+  EXPECT_EQ(listener.str().find("Tessel_3"), std::string::npos) << listener.str();
   EXPECT_EQ(Exchanges(), 1U);
 }
 

@@ -76,6 +76,15 @@ void KeepStandardStreams() {
   ::signal(SIGPIPE, SIG_IGN);
 }
 
+void LetSignalsEndWaits() {
+  for (const int signal : {SIGINT, SIGTERM}) {
+    struct sigaction action {};
+    ::sigaction(signal, nullptr, &action);
+    action.sa_flags &= ~SA_RESTART;
+    ::sigaction(signal, &action, nullptr);
+  }
+}
+
 std::optional<std::string> AskUnseen(const std::string& question) {
   termios seen{};
   if (::isatty(STDERR_FILENO) == 0 || ::tcgetattr(STDIN_FILENO, &seen) != 0) return std::nullopt;

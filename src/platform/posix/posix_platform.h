@@ -36,6 +36,9 @@ struct PosixPlatformOptions {
 // reader who has gone an error of the write. Called once, at the beginning of the program.
 void KeepStandardStreams();
 
+// Lets Ctrl-C and TERM, as they are caught at the moment, end a wait for input.
+void LetSignalsEndWaits();
+
 // Asks a person at the terminal, who does not see what he types. Nothing without a terminal or at its end.
 [[nodiscard]] std::optional<std::string> AskUnseen(const std::string& question);
 

@@ -40,6 +40,8 @@ bool StandardErrorIsTerminal() {
 // Handles are never given twice here, and a closed pipe fails the write as it is.
 void KeepStandardStreams() {}
 
+void LetSignalsEndWaits() {}
+
 std::optional<std::string> AskUnseen(const std::string& question) {
   if (::_isatty(0) == 0) return std::nullopt;
   constexpr wchar_t kEndOfInput = 26;

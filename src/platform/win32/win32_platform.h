@@ -37,6 +37,9 @@ struct Win32PlatformOptions {
 // reader who has gone an error of the write. Called once, at the beginning of the program.
 void KeepStandardStreams();
 
+// Nothing to do: Ctrl-C ends a wait for input by itself.
+void LetSignalsEndWaits();
+
 // Asks a person at the terminal, who does not see what he types. Nothing without a terminal or at its end.
 [[nodiscard]] std::optional<std::string> AskUnseen(const std::string& question);
 
