@@ -25,6 +25,7 @@ struct DocumentRow {
 };
 
 constexpr int kPhaseStopped = 3;
+constexpr int kPhaseSent = 4;
 
 struct ExchangeRow {
   ObjectKey key;

@@ -4,6 +4,7 @@
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTreeWidget>
+#include <algorithm>
 #include <iterator>
 
 #include "tell.h"
@@ -13,6 +14,7 @@ namespace tessel::client {
 namespace {
 
 constexpr int kPositionRole = Qt::UserRole;
+constexpr int kWidestStatus = 260;
 
 QString PhaseName(int phase, qt::Language language) {
   const bool known = phase >= 0 && phase < static_cast<int>(std::size(texts::kPhases));
@@ -34,8 +36,8 @@ ExchangePanel::ExchangePanel(const DatabaseContents& contents, qt::Language lang
   list_->setAlternatingRowColors(true);
   QStringList labels;
   for (const qt::BothTexts& label :
-       {texts::kNumber, texts::kDate, texts::kSender, texts::kCompany, texts::kContact, texts::kDocumentCount,
-        texts::kPhase, texts::kStatus, texts::kDirectory})
+       {texts::kNumber, texts::kPhase, texts::kStatus, texts::kDate, texts::kSender, texts::kCompany,
+        texts::kContact, texts::kDocumentCount, texts::kDirectory})
     labels.append(label.In(language));
   list_->setHeaderLabels(labels);
   list_->setSortingEnabled(true);
@@ -83,11 +85,13 @@ void ExchangePanel::Show(std::vector<ExchangeRow> rows) {
 
 // One that was stopped was not sent, and somebody has to do something about it.
 QTreeWidgetItem* ExchangePanel::MakeItem(const ExchangeRow& row) const {
-  auto* item = new QTreeWidgetItem({row.number, row.date, row.sender, row.company, row.contact, QString(),
-                                    PhaseName(row.phase, language_), row.status, FolderOf(row.directory)});
+  auto* item =
+      new QTreeWidgetItem({row.number, PhaseName(row.phase, language_), row.status, row.date, row.sender,
+                           row.company, row.contact, QString(), FolderOf(row.directory)});
   item->setData(kDocumentsColumn, Qt::DisplayRole, row.documents);
   item->setIcon(0, contents_.IconOf(row.key.classId));
   item->setToolTip(kDirectoryColumn, FolderOf(row.directory));
+  item->setToolTip(kStatusColumn, row.status);
   if (row.phase != kPhaseStopped) return item;
   QFont font = list_->font();
   font.setBold(true);
@@ -101,6 +105,8 @@ QTreeWidgetItem* ExchangePanel::MakeItem(const ExchangeRow& row) const {
 void ExchangePanel::FitColumns() {
   for (int column = 0; column < list_->columnCount() - 1; ++column)
     list_->resizeColumnToContents(column);
+  // A reason is long; its whole text is in the tip and in the protocol.
+  list_->setColumnWidth(kStatusColumn, std::min(list_->columnWidth(kStatusColumn), kWidestStatus));
 }
 
 const ExchangeRow* ExchangePanel::Marked() const {

@@ -19,13 +19,13 @@ class ExchangePanel : public QSplitter {
  public:
   enum Column {
     kNumberColumn,
+    kPhaseColumn,
+    kStatusColumn,
     kDateColumn,
     kSenderColumn,
     kCompanyColumn,
     kContactColumn,
     kDocumentsColumn,
-    kPhaseColumn,
-    kStatusColumn,
     kDirectoryColumn
   };
 

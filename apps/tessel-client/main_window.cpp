@@ -28,13 +28,14 @@ constexpr const char* kGeometryKey = "window/geometry";
 constexpr const char* kUpperKey = "window/upper";
 constexpr const char* kWholeKey = "window/whole";
 constexpr const char* kColumnsKey = "window/columns";
-constexpr const char* kExchangeColumnsKey = "window/exchangeList";
+constexpr const char* kExchangeColumnsKey = "window/exchangeColumns";
 
 }  // namespace
 
 MainWindow::MainWindow(HostedProgram& hosted, qt::Language language, QSettings& settings,
                        const QString& databasePath, std::function<void()> reopen)
     : OpenUrl(QDesktopServices::openUrl),
+      Sender(AskSender),
       hosted_(hosted),
       language_(language),
       settings_(settings),
@@ -254,6 +255,8 @@ void MainWindow::EnableActions() {
     action->setEnabled(!marked.empty());
   latest_->setEnabled(marked.size() == 1);
   continue_->setEnabled(exchange);
+  const int phase = exchange ? exchanges_->Marked()->phase : 0;
+  sendAgain_->setEnabled(phase == kPhaseStopped || phase == kPhaseSent);
   openFolder_->setEnabled(exchange && !exchanges_->Marked()->directory.isEmpty());
   properties_->setEnabled(!marked.empty() || exchange);
 }

@@ -11,6 +11,7 @@
 #include "document_pane.h"
 #include "exchange_panel.h"
 #include "hook_caller.h"
+#include "sender_program.h"
 #include "structure_tree.h"
 #include "texts.h"
 
@@ -40,6 +41,8 @@ class MainWindow : public QMainWindow {
   void SavePlace();
   // Opens a file or folder with the program that the desktop has for it; false when it has none.
   std::function<bool(const QUrl&)> OpenUrl;
+  // Asks the sender: its program and the arguments.
+  std::function<SenderAnswer(const QString&, const QStringList&)> Sender;
   [[nodiscard]] const DatabaseContents& Contents() const { return contents_; }
 
  protected:
@@ -76,6 +79,9 @@ class MainWindow : public QMainWindow {
   void TellRefused(const std::vector<RefusedDocument>& refused, std::size_t asked);
   void TellLocks(const LockOutcome& outcome, const qt::BothTexts& head);
   void TellContinue(const ContinueOutcome& outcome);
+  void Continue();
+  void SendAgain();
+  void StartSender(const ObjectKey& exchange);
   [[nodiscard]] QString NumberOf(const ObjectKey& key) const;
   void ShowProperties();
   void ShowStructure();
@@ -101,6 +107,7 @@ class MainWindow : public QMainWindow {
   std::vector<QAction*> onDocuments_;
   QAction* latest_ = nullptr;
   QAction* continue_ = nullptr;
+  QAction* sendAgain_ = nullptr;
   QAction* openFolder_ = nullptr;
   QAction* editSelection_ = nullptr;
   QAction* properties_ = nullptr;

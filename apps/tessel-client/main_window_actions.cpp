@@ -10,9 +10,12 @@
 #include <QTreeWidget>
 #include <utility>
 
+#include "common/sender_start.h"
+#include "dispatch/server_monitor.h"
 #include "export_report.h"
 #include "help.h"
 #include "main_window.h"
+#include "platform/paths.h"
 #include "qt/text.h"
 #include "selection_dialog.h"
 #include "tell.h"
@@ -62,6 +65,33 @@ void MainWindow::OpenFolder(const QString& folder, QWidget* parent) {
     Tell(texts::kCannotOpen.In(language_).arg(path), language_, parent);
 }
 
+void MainWindow::Continue() {
+  const ObjectKey exchange = *exchanges_->MarkedKey();
+  const ContinueOutcome& outcome = hooks_.Continue(exchange);
+  TellContinue(outcome);
+  if (outcome.result == ContinueResult::kContinued) StartSender(exchange);
+}
+
+// The sender decides, since it alone knows how far it came.
+void MainWindow::SendAgain() {
+  const ExchangeRow exchange = *exchanges_->Marked();
+  if (exchange.phase == kPhaseSent &&
+      !Confirm(texts::kSendAgainAsk.In(language_).arg(exchange.number, exchange.contact), language_, this))
+    return;
+  const std::string program =
+      paths::Join(hosted_.LoadedProgram().platform.program.directory, kServerMonitorProgram);
+  const SenderAnswer answer =
+      Sender(NativePath(qt::ToQt(program)),
+             {QStringLiteral("--send-again"), qt::ToQt(ObjectKeyText(exchange.key, ':'))});
+  if (!answer.done) return TellAll(texts::kNotSentAgain.In(language_), {answer.text}, language_, this);
+  StartSender(exchange.key);
+}
+
+void MainWindow::StartSender(const ObjectKey& exchange) {
+  if (StartSenderFor(hosted_, exchange) == SenderStart::kFailed)
+    Tell(texts::kMonitorFailed.In(language_), language_, this);
+}
+
 // The keys are none that edit text, so that they act wherever the focus is.
 QAction* MainWindow::AddAction(const char* name, const qt::BothTexts& text, const qt::BothTexts& tip,
                                const QKeySequence& key, Work work) {
@@ -96,8 +126,9 @@ void MainWindow::BuildActions() {
   onDocuments_.push_back(add("unlock", texts::kUnlock, texts::kUnlockTip, "Shift+F9",
                              [this] { TellLocks(hooks_.Unlock(MarkedDocuments()), texts::kNotUnlocked); }));
   toolBar_->addSeparator();
-  continue_ = add("continue", texts::kContinue, texts::kContinueTip, "F6",
-                  [this] { TellContinue(hooks_.Continue(*exchanges_->MarkedKey())); });
+  continue_ = add("continue", texts::kContinue, texts::kContinueTip, "F6", [this] { Continue(); });
+  sendAgain_ = AddAction("sendAgain", texts::kSendAgain, texts::kSendAgainTip,
+                         QKeySequence(QStringLiteral("Shift+F6")), [this] { SendAgain(); });
   latest_ = add("latest", texts::kLatest, texts::kLatestTip, "F4",
                 [this] { hooks_.ShowLatest(MarkedDocuments().front()); });
   openFolder_ = AddAction("openFolder", texts::kOpenFolder, texts::kOpenFolderTip,
@@ -141,6 +172,7 @@ void MainWindow::BuildMenus(const std::function<void()>& reopen) {
   objects->addAction(editSelection_);
   objects->addSeparator();
   objects->addAction(properties_);
+  exchange->addAction(sendAgain_);
   exchange->addAction(openFolder_);
   BuildHelpMenu();
 
@@ -149,7 +181,7 @@ void MainWindow::BuildMenus(const std::function<void()>& reopen) {
     view->addActions(objects->actions());
   }
   exchanges_->List()->setContextMenuPolicy(Qt::ActionsContextMenu);
-  exchanges_->List()->addActions({continue_, openFolder_, properties_});
+  exchanges_->List()->addActions({continue_, sendAgain_, openFolder_, properties_});
 
   auto* find = new QShortcut(QKeySequence::Find, this);
   connect(find, &QShortcut::activated, this, [this] { documents_->GoToSearch(); });

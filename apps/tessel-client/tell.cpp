@@ -18,6 +18,12 @@ void Tell(const QString& text, qt::Language language, QWidget* parent) {
   static_cast<void>(qt::ShowMessageBox(request, language, parent));
 }
 
+bool Confirm(const QString& text, qt::Language language, QWidget* parent) {
+  const MessageRequest request{qt::FromQt(text), qt::FromQt(texts::kError.In(language)),
+                               MessageIcon::kExclamation, MessageButtons::kYesNo};
+  return qt::ShowMessageBox(request, language, parent) == MessageAnswer::kYes;
+}
+
 void TellAll(const QString& head, const QStringList& lines, qt::Language language, QWidget* parent) {
   constexpr int kMost = 15;
   if (lines.isEmpty()) return;

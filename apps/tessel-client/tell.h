@@ -19,6 +19,9 @@ void Tell(const std::exception& error, qt::Language language, QWidget* parent);
 // Nothing without lines.
 void TellAll(const QString& head, const QStringList& lines, qt::Language language, QWidget* parent);
 
+// Asks; true for yes.
+[[nodiscard]] bool Confirm(const QString& text, qt::Language language, QWidget* parent);
+
 // What somebody has to look after stands out in it.
 [[nodiscard]] inline QColor WarningColour() {
   return {0xb0, 0x20, 0x10};

@@ -41,6 +41,14 @@ inline constexpr BothTexts kUnlockTip{"Lift the lock of the marked documents",
                                       "Die Sperre der markierten Dokumente aufheben"};
 inline constexpr BothTexts kContinueTip{"Continue the marked exchange that was stopped",
                                         "Den markierten angehaltenen Austausch fortsetzen"};
+inline constexpr BothTexts kSendAgain{"Send a&gain", "Erneut &versenden"};
+inline constexpr BothTexts kSendAgainTip{
+    "Send the marked exchange, which is sent or stopped, once more",
+    "Den markierten Austausch, versendet oder angehalten, noch einmal versenden"};
+inline constexpr BothTexts kSendAgainAsk{"%1 is sent. Shall it be sent to %2 once more?",
+                                         "%1 ist versendet. Soll es noch einmal an %2 gehen?"};
+inline constexpr BothTexts kNotSentAgain{"The data exchange is not sent again:",
+                                         "Der Datenaustausch wird nicht erneut versendet:"};
 inline constexpr BothTexts kLatestTip{"Show the newest data exchange of the marked document",
                                       "Den neuesten Datenaustausch des markierten Dokuments zeigen"};
 
@@ -74,7 +82,7 @@ inline constexpr BothTexts kStates[]{{"", ""},
                                      {"Released", "Freigegeben"},
                                      {"Obsolete", "Ungültig"}};
 inline constexpr BothTexts kPhases[]{
-    {"", ""}, {"New", "Neu"}, {"Continued", "Fortgesetzt"}, {"Stopped", "Angehalten"}};
+    {"", ""}, {"New", "Neu"}, {"Continued", "Fortgesetzt"}, {"Stopped", "Angehalten"}, {"Sent", "Versendet"}};
 
 inline constexpr BothTexts kNothingSelected{"Selection for export: none", "Auswahl für den Export: keine"};
 inline constexpr BothTexts kSelected{"Selection for export (%1): %2", "Auswahl für den Export (%1): %2"};

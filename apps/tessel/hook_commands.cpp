@@ -2,6 +2,7 @@
 #include <iterator>
 #include <ostream>
 
+#include "common/sender_start.h"
 #include "platform/caught_signals.h"
 #include "tessel/commands.h"
 #include "tessel/json_result.h"
@@ -69,6 +70,9 @@ int RunContinue(HookDesk& desk) {
     const ContinueOutcome& outcome = workbench.LoadedProgram().continueOutcome;
     worst = std::max(worst, ReportContinue(outcome, rows->KeyOfRow(0), desk.streams));
     exchanges.push_back(JsonOf(outcome, rows->KeyOfRow(0)));
+    if (outcome.result == ContinueResult::kContinued &&
+        StartSenderFor(workbench.Hosted(), rows->KeyOfRow(0)) == SenderStart::kFailed)
+      desk.streams.err << "the server monitor was not started: the exchange waits for one\n";
     ++desk.done;
   }
   return desk.streams.json ? WriteResult(desk.streams, "continue", worst, {{"exchanges", exchanges}}) : worst;

@@ -21,6 +21,7 @@ class Workbench : public DrivenHooks {
   Workbench(const Login& login, Driver& driver);
 
   [[nodiscard]] const PcSessionPtr& Session() const { return hosted_.Session(); }
+  [[nodiscard]] HostedProgram& Hosted() { return hosted_; }
   [[nodiscard]] Program& LoadedProgram() { return hosted_.LoadedProgram(); }
   [[nodiscard]] HeadlessToolkit& Windows() { return toolkit_; }
   [[nodiscard]] StartApplication& Entry() { return hosted_.Entry(); }

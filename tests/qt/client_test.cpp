@@ -272,6 +272,46 @@ TEST_F(ClientTest, ShowsExchangesAndTheLatest) {
   EXPECT_NE(person_.TakeTranscript().find("1202:4725"), std::string::npos);
 }
 
+class SendingClientTest : public ClientTest {
+ protected:
+  SendingClientTest() : ClientTest(Walk().Answer().Answer(MessageAnswer::kYes).Answer(MessageAnswer::kNo)) {}
+};
+
+TEST_F(SendingClientTest, AsksTheSenderToSendAgain) {
+  std::string asked;
+  client::SenderAnswer answer{false, "900:701 is being worked on"};
+  window_.Sender = [&](const QString& program, const QStringList& arguments) {
+    asked += FromQt(program.section('/', -1) + ' ' + arguments.join(' ') + '\n');
+    return answer;
+  };
+  auto& exchanges = Part<QTreeWidget>("exchanges");
+  EXPECT_FALSE(Enabled("sendAgain"));
+  exchanges.setCurrentItem(exchanges.topLevelItem(0));
+  Trigger("sendAgain");
+  EXPECT_EQ(asked, "KestrixServMon.exe --send-again 900:701\n");
+  EXPECT_EQ(told_, "The data exchange is not sent again:\n\n900:701 is being worked on");
+  answer.done = true;
+  const PcObjectPtr record = hosted_.Session()->ObjectStore()->Object({900, 701});
+  const PcBehaviorPtr behavior = hosted_.Session()->NewBehavior();
+  const auto becomes = [&](int phase) {
+    record->SetValue("VRKX_DX_PROCESS_PHASE", Value(phase));
+    ASSERT_EQ(record->Update(*behavior), 0);
+    Trigger("refresh");
+  };
+  becomes(4);
+  EXPECT_EQ(FromQt(exchanges.topLevelItem(0)->text(client::ExchangePanel::kPhaseColumn)), "Sent");
+  told_.clear();
+  Trigger("sendAgain");
+  Trigger("sendAgain");
+  EXPECT_EQ(std::count(asked.begin(), asked.end(), '\n'), 2) << "the second time a person said no";
+  EXPECT_NE(told_.find("is sent. Shall it be sent to"), std::string::npos) << told_;
+  becomes(2);
+  EXPECT_FALSE(Enabled("sendAgain")) << "it is in the queue";
+  EXPECT_FALSE(client::AskSender("/nowhere/KestrixServMon.exe", {}).done);
+  EXPECT_EQ(client::AskSender("/bin/sh", {"-c", "echo it is not stopped >&2; exit 2"}).text,
+            QString("it is not stopped"));
+}
+
 class RefusingClientTest : public ClientTest {
  protected:
   RefusingClientTest() : ClientTest(Walk().Answer()) {}
