@@ -1,4 +1,7 @@
 // Send modes 1 and 2 against a real mail server with encryption and a password.
+#include <cstdint>
+#include <cstdlib>
+
 #include "sender/sender_world.h"
 
 namespace tessel::test {
@@ -129,10 +132,96 @@ INSTANTIATE_TEST_SUITE_P(
                     Trouble{"drop-after", "", "Break", 1, "it is not known whether it arrived"},
                     Trouble{"drop-silent", "", "Break", 0, "it is not known whether it arrived"},
                     Trouble{"garbage-after", "", "Break", 1, "it is not known whether it arrived"},
+                    Trouble{"hang-after", "StallTimeout=1\n", "Break", 1,
+                            "it is not known whether it arrived"},
                     Trouble{"hang", "", "Sent", 1, "Sent by mail"},
                     Trouble{"hang\nhang", "", "Break", 0, "given up after 2 attempts"},
                     Trouble{"garbage\ngarbage", "", "Break", 0, "localhost:"},
                     Trouble{"", "MaxSize=1000\n", "Break", 0, "bytes, allowed are 1000 (setting MaxSize)"}));
+
+// What a server cannot have, it has not got: the mail is sent again without asking.
+TEST_F(MailTest, IsSentAfterTheConnectionBrokeInsideTheMail) {
+  const std::string base = ExportOne("mail");
+  std::string noise(20'000'000, '\0');
+  std::uint32_t seed = 1;
+  for (char& c : noise)
+    c = static_cast<char>((seed = seed * 1664525 + 1013904223) >> 24);
+  folder.Write(In(base, "Messung.dat"), noise);
+  Misbehave("drop-in");
+  WriteSettings("MaxSize=100000000\n");
+  EXPECT_EQ(Once(), 0) << err;
+  EXPECT_NE(err.find("later"), std::string::npos) << err;
+  EXPECT_EQ(Mails(), 1U);
+  ExpectPackage(1, base, false);
+}
+
+// Addresses, names and subject beyond ASCII as they stand on the wire and in the mail.
+TEST_F(MailTest, SendsToAddressesBeyondAscii) {
+  const std::string base = ExportOne("mail");
+  std::string data = folder.Read(In(base, "Kestrix_Data.xml"));
+  const auto at = data.find("<MailRecipient>") + 15;
+  data.replace(at, data.find("</MailRecipient>") - at,
+               "M&#252;ller, J&#246;rg &lt;j&#246;rg@gr&#246;&#223;e.example&gt;");
+  folder.Write(In(base, "Kestrix_Data.xml"), data);
+  EXPECT_EQ(Once(), 0) << err;
+  const std::string envelope = folder.Read("mail/mail-001.json");
+  EXPECT_NE(envelope.find("\"to\": [\"jörg@xn--gre-6ka8i.example\"]"), std::string::npos) << envelope;
+  EXPECT_NE(envelope.find("\"SMTPUTF8\""), std::string::npos) << envelope;
+  EXPECT_NE(ShowMail(1).find("\nTo: \"Müller, Jörg\" <jörg@xn--gre-6ka8i.example>\n"), std::string::npos)
+      << ShowMail(1);
+}
+
+TEST_F(MailTest, RecordsTheFinalPathAsUrlWhereItIsWanted) {
+  EXPECT_EQ(Tessel({"config", "set", Database(), "UseURL2RefExDir", "True"}), 0) << err;
+  const std::string base = ExportOne("mail");
+  EXPECT_EQ(Once(), 0) << err;
+  const std::string url = "file:///C:/temp/Exchange/" + base + "_Sent/SubDir";
+  EXPECT_EQ(Record("VRKX_DX_EXCHANGE_ROOT_DIR"), url);
+  EXPECT_EQ(Sender({"--send-again", "DX-000002"}), 0) << err;
+  Misbehave("mail 550");
+  EXPECT_EQ(Once(), 1);
+  EXPECT_EQ(Record("VRKX_DX_EXCHANGE_ROOT_DIR"), "C:\\temp\\Exchange\\" + base + "_Break\\SubDir");
+  EXPECT_EQ(Tessel({"continue", Database(), "--user", "anna", RecordKey()}), 0) << err;
+  EXPECT_EQ(Once(), 0) << err;
+  EXPECT_EQ(Record("VRKX_DX_EXCHANGE_ROOT_DIR"), url);
+}
+
+// A file system of its own that the package does not fit on.
+class SmallDiskTest : public MailTest {
+ protected:
+  void SetUp() override {
+    folder.MakeFolder(ExchangePath());
+    mounted_ =
+        std::system(
+            ("mount -t tmpfs -o size=3m tmpfs " + folder.Path(ExchangePath()) + " 2>/dev/null").c_str()) == 0;
+    if (!mounted_) GTEST_SKIP() << "this account may not mount";
+  }
+  ~SmallDiskTest() override {
+    if (mounted_) static_cast<void>(std::system(("umount " + folder.Path(ExchangePath())).c_str()));
+  }
+
+ private:
+  bool mounted_ = false;
+};
+
+TEST_F(SmallDiskTest, StopsUntilThereIsRoom) {
+  const auto bases = Export("mail", {"901_301:902_401", "901_302:902_404"});
+  std::string noise(1'700'000, '\0');
+  std::uint32_t seed = 1;
+  for (char& c : noise)
+    c = static_cast<char>((seed = seed * 1664525 + 1013904223) >> 24);
+  folder.Write(In(bases[0], "Messung.dat"), noise);
+  EXPECT_EQ(Once(), 1);
+  EXPECT_EQ(EndOf(bases[0]), "Break") << err;
+  EXPECT_EQ(EndOf(bases[1]), "Sent") << "the next one is served: " << err;
+  EXPECT_EQ(Mails(), 1U);
+  const std::string status = Record("VRKX_DX_STATUS_INFO");
+  EXPECT_NE(status.find("No space left"), std::string::npos) << status;
+  EXPECT_EQ(std::system(("mount -o remount,size=20m " + folder.Path(ExchangePath())).c_str()), 0);
+  EXPECT_EQ(Tessel({"continue", Database(), "--user", "anna", RecordKey()}), 0) << err;
+  EXPECT_EQ(Once(), 0) << err;
+  EXPECT_EQ(Mails(), 2U);
+}
 
 TEST_F(MailTest, KeepsTheIdentityOfAMailThatMayHaveArrived) {
   const auto messageId = [&](int mail) {
@@ -174,6 +263,12 @@ TEST_F(MailTest, TrustsNoServerWithoutReason) {
   };
   stopsFor("AuthFile=login\n", "certificate");
   stopsFor("CAFile=mail/ca.pem\n", "530");
+  const std::string data = folder.Read(In(base, "Kestrix_Data.xml"));
+  std::string elsewhere = data;
+  elsewhere.replace(elsewhere.find(">localhost:") + 1, 9, "127.0.0.1");
+  folder.Write(In(base, "Kestrix_Data.xml"), elsewhere);
+  stopsFor("CAFile=mail/ca.pem\n", "the server's certificate is not accepted");
+  folder.Write(In(base, "Kestrix_Data.xml"), data);
   folder.Write("bad", "machine localhost login kestrix password falsch\n");
   std::filesystem::permissions(folder.Path("bad"), std::filesystem::perms::owner_all);
   stopsFor("CAFile=mail/ca.pem\nAuthFile=bad\n", "535");

@@ -3,6 +3,8 @@
 #include <signal.h>
 #include <sys/resource.h>
 
+#include <fstream>
+
 #include "host/error.h"
 #include "platform/native/native_platform.h"
 #include "sender/directory_lock.h"
@@ -11,6 +13,7 @@
 #include "sender/package.h"
 #include "sender/record.h"
 #include "sender/root_directory.h"
+#include "sender/sender_world.h"
 #include "sender/smtp.h"
 #include "sender/status_texts.h"
 #include "support/temporary_folder.h"
@@ -128,6 +131,26 @@ TEST(Package, IsTheSameForTheSameDocuments) {
   EXPECT_THROW(WritePackage(files, directory, documents, "", folder.Path("3.zip")), RuntimeError);
   EXPECT_THROW(WritePackage(files, directory, {}, "", folder.Path("3.zip")), RuntimeError);
   EXPECT_FALSE(folder.Exists("3.zip"));
+}
+
+// More entries than the first form of the format can count; a file beyond 4 GB as well when asked for, since
+// it takes its time.
+TEST(Package, GoesBeyondTheBordersOfTheOldFormat) {
+  test::TemporaryFolder folder;
+  NativePlatform machine;
+  const FileSystem& files = machine.Services().files;
+  const ExchangeDirectory directory{folder.Path(), "Export_x", Place::kQueued};
+  constexpr int kMany = 65'600;
+  folder.MakeFolder("Export_x_New");
+  for (int i = 0; i < kMany; ++i)
+    std::ofstream(folder.Path("Export_x_New/" + std::to_string(i)));
+  const bool large = std::getenv("TESSEL_SENDER_LARGE") != nullptr;
+  if (large) std::filesystem::resize_file(folder.Path("Export_x_New/0"), 5'000'000'000);
+  WritePackage(files, directory, ListDocuments(files, directory, {}), "", folder.Path("x.zip"));
+  const std::string told =
+      test::OutputOf("python3 -c \"import zipfile; z = zipfile.ZipFile('" + folder.Path("x.zip") +
+                     "'); print(len(z.namelist()), z.getinfo('0').file_size)\"");
+  EXPECT_EQ(told, std::to_string(kMany) + (large ? " 5000000000\n" : " 0\n"));
 }
 
 // A limit on the size of files stands for the full disk: the same error path, and no other file is in danger.
