@@ -318,10 +318,10 @@ void ExportDriver::GiveUp(const std::string& reason) {
 
 void ExportDriver::Leave(HeadlessToolkit& toolkit) {
   UserActions actions(toolkit);
-  const std::string page = toolkit.TopWindow()->Name();
-  const char* cancel = page == "Tessel_2" || page == "Tessel_3" ? "Command3" : "Command2";
-  const bool hasCancel = page != "Tessel_4" && page != "Tessel_4a" && page != "Tessel_5";
-  if (hasCancel && actions.Click(cancel).empty()) return;
+  for (const auto& control : toolkit.TopWindow()->Controls()) {
+    const auto* button = dynamic_cast<const Button*>(control.get());
+    if (button != nullptr && button->IsCancel && actions.Click(button->Id()).empty()) return;
+  }
   if (!actions.CloseWindow().empty() || toolkit.TopWindow()) toolkit.CloseForShutdown();
 }
 
@@ -355,7 +355,7 @@ bool ExportDriver::CopyRuns(const embedded::CopyStep& step) {
 }
 
 void ExportDriver::WindowRedrawn(const Window& window) {
-  if (window.Name() != "Tessel_2") return;
+  if (PageOfWindow(window.Name()) != PageId::kSendData) return;
   const auto* bar = dynamic_cast<const ProgressBar*>(window.Find("ProgressBar1"));
   if (bar != nullptr && bar->Visible() && bar->Maximum() > 0)
     progress_.Documents(bar->Value(), bar->Maximum());

@@ -1,5 +1,6 @@
 #include "tessel/outcome_report.h"
 
+#include <algorithm>
 #include <ostream>
 
 #include "tessel/command.h"
@@ -65,17 +66,20 @@ const char* NameIn(const char* const (&names)[kCount], Enum value) {
 
 }  // namespace
 
-void ReportProblems(const std::vector<Problem>& problems, Streams& streams) {
+void ReportProblems(const std::vector<Problem>& problems, Streams& streams, std::size_t count) {
   std::size_t lines = 0;
+  std::size_t silent = 0;
   for (const Problem& problem : problems) {
-    if (++lines > kMostLines) {
-      streams.err << "and " << problems.size() - kMostLines << " more problems\n";
-      return;
-    }
     const bool aside = problem.kind == ProblemKind::kAside;
-    if (aside && streams.quiet) continue;
-    streams.err << (aside ? "note: " : "problem: ") << ProblemText(problem) << "\n";
+    if (aside && streams.quiet) {
+      ++silent;
+    } else if (lines < kMostLines) {
+      streams.err << (aside ? "note: " : "problem: ") << ProblemText(problem) << "\n";
+      ++lines;
+    }
   }
+  const std::size_t untold = std::max(count, problems.size()) - lines - silent;
+  if (untold > 0) streams.err << "and " << untold << " more problems\n";
 }
 
 int ReportExport(const ExportOutcome& outcome, const FileSystem& files, Streams& streams) {
@@ -94,7 +98,7 @@ int ReportExport(const ExportOutcome& outcome, const FileSystem& files, Streams&
       streams.err << "not recorded completely in the database: " << files.NativePath(one.directory) << "\n";
   }
   if (outcome.monitor == MonitorStart::kFailed) streams.err << "the server monitor was not started\n";
-  ReportProblems(outcome.problems, streams);
+  ReportProblems(outcome.problems, streams, outcome.problemCount);
   if (outcome.Whole()) return kDone;
   streams.err << (finished ? "the export was handed over, but not everything is as it should be\n"
                            : "the export was not completed\n");
@@ -132,7 +136,8 @@ Json JsonOf(const ExportOutcome& outcome, const FileSystem& files) {
   return {{"dispatch", NameIn(kDispatchEnds, outcome.dispatch)},
           {"directories", directories},
           {"monitor", NameIn(kMonitorStarts, outcome.monitor)},
-          {"problems", JsonOf(outcome.problems)}};
+          {"problems", JsonOf(outcome.problems)},
+          {"problemCount", outcome.problemCount}};
 }
 
 Json JsonOf(const LockOutcome& outcome) {

@@ -1,6 +1,7 @@
 // Says on the command line what became of a hook, and with which exit status the command ends.
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "dispatch/export_outcome.h"
@@ -19,8 +20,9 @@ namespace tessel::cli {
 [[nodiscard]] int ReportLocks(const LockOutcome& outcome, const char* done, Streams& streams);
 [[nodiscard]] int ReportContinue(const ContinueOutcome& outcome, const ObjectKey& exchange, Streams& streams);
 
-// One line a problem, the oldest first; those that touch nothing that was wanted as notes.
-void ReportProblems(const std::vector<Problem>& problems, Streams& streams);
+// One line a problem, the oldest first, those that touch nothing that was wanted as notes; at the end how
+// many were not shown, of `count` problems when some were not kept.
+void ReportProblems(const std::vector<Problem>& problems, Streams& streams, std::size_t count = 0);
 
 // The same as members of a result.
 [[nodiscard]] Json JsonOf(const ExportOutcome& outcome, const FileSystem& files);

@@ -25,6 +25,18 @@ constexpr const char* kPartnerSettings = "DRAXASettings";
 constexpr std::int16_t kLinkExportedObjects = 7;
 
 // A company or contact person and its settings; both may be nothing.
+// The data exchange object of one recipient.
+struct ExchangeRecord {
+  ObjectKey key;
+  std::string idValue;
+  bool whole = false;  // the database has it with all its values and links
+};
+
+struct SentExchange {
+  std::string directory;  // the final one
+  ExchangeRecord record;
+};
+
 struct Partner {
   PcObjectPtr object;
   PcObjectPtr settings;
@@ -101,15 +113,17 @@ class Dispatch {
     BackupDirectory backup(services_, journal, backupPath);
     const PcRecordList& recipients = *request_.recipients;
     const int count = recipients.RowCount();
+    ExchangeRecord last;
     for (int row = 0; row < count; ++row) {
       const Recipient recipient = RecipientOfRow(recipients, row);
       subject.Change(recipient.directory);
-      std::string directory = SendTo(recipient, row, row == count - 1, backup, journal);
-      outcome.directories.push_back({std::move(directory), recorded_});
+      SentExchange sent = SendTo(recipient, row, row == count - 1, backup, journal);
+      outcome.directories.push_back({std::move(sent.directory), sent.record.whole});
+      last = std::move(sent.record);
     }
     outcome.dispatch = DispatchEnd::kFinished;
     EndJournal(backup);
-    if (services_.Settings().UseServerMonitor) StartMonitor(outcome);
+    if (services_.Settings().UseServerMonitor) StartMonitor(last, outcome);
   }
 
  private:
@@ -135,9 +149,8 @@ class Dispatch {
     return false;
   }
 
-  // The final directory.
-  std::string SendTo(const Recipient& recipient, int row, bool last, BackupDirectory& backup,
-                     ExportJournal& journal) {
+  SentExchange SendTo(const Recipient& recipient, int row, bool last, BackupDirectory& backup,
+                      ExportJournal& journal) {
     const Partner company = ReadPartner(recipient.customer);
     const Partner contact = ReadPartner(recipient.contact);
     TracePartner(company, recipient.customer, "CustomerobjClassID: ", "   CustomerObjObjectId: ",
@@ -150,27 +163,28 @@ class Dispatch {
     // The bulk of the data, before the database is held.
     services_.platform.files.MakeDurable(recipient.directory);
 
-    RecordScope record(trace_, *session_, journal, unfinished);
+    RecordScope scope(trace_, *session_, journal, unfinished);
     const std::string mark = NewMark(recipient.directory);
     PcUnitOfWorkPtr unit = session_->BeginUnitOfWork(mark);
     if (unit && !mark_.empty()) session_->ForgetMark(mark_);
     mark_ = unit ? mark : std::string();
-    CreateExchangeObject(company.object, contact.object);
-    if (!unit && objectId_ != 0) {
-      journal.Recorded(recipient.directory, {classId_, objectId_});
-      record.Watch({classId_, objectId_}, "");
+    ExchangeRecord record = CreateExchangeObject(company.object, contact.object);
+    if (!unit && record.key.objectId != 0) {
+      journal.Recorded(recipient.directory, record.key);
+      scope.Watch(record.key, "");
     }
-    WriteDataFile(services_, *session_, request_, static_cast<std::size_t>(row), recipient, objectId_);
+    WriteDataFile(services_, *session_, request_, static_cast<std::size_t>(row), recipient,
+                  record.key.objectId);
     AddNeutralFormats(recipient, row, contact.settings, company.settings);
     ApplyAdditionalValues(recipient);
     if (row == 0 && !last) {
       backup.FillFrom(recipient.directory);
       Pause(milliseconds{250});
     }
-    std::string finalDirectory = Finalise(recipient.directory, journal, unit.get(), record);
-    record.Keep();
+    std::string finalDirectory = Finalise(recipient.directory, journal, unit.get(), record.key, scope);
+    scope.Keep();
     unfinished.Keep();
-    return finalDirectory;
+    return {std::move(finalDirectory), std::move(record)};
   }
 
   void AddNeutralFormats(const Recipient& recipient, int row, const PcObjectPtr& contactSettings,
@@ -213,24 +227,22 @@ class Dispatch {
                      FileInDirectory(recipient.directory, services_.Settings().StructureFileName));
     if (!last) return;
     XML::TerminateXMLDoc(structure.document);
-    structure.document.reset();
-    structure.root = structure.contentList = structure.hierarchicalStructure = structure.dependencyList =
-        structure.currentRootNode = XmlNode();
+    structure = {};
   }
 
-  void CreateExchangeObject(const PcObjectPtr& company, const PcObjectPtr& contact) {
+  ExchangeRecord CreateExchangeObject(const PcObjectPtr& company, const PcObjectPtr& contact) {
     trace_.Write("Set the ExData Object Class");
     const auto metaData = Required(session_->MetaData(), "metadata");
     const auto exchangeClass = metaData->ClassById(services_.declarations.startup.TransmittalClassID);
     trace_.Write(exchangeClass ? "set ExObjClass ist not nothing" : "Set ExObjClass ist nothing!");
-    classId_ = Required(exchangeClass, "data exchange class")->Id();
-    objectId_ = 0;
-    idValue_.clear();
-    recorded_ = Kestrix_ExObj::CreateExchangeObject(services_, session_, classId_, objectId_,
-                                                    services_.errors.ProtocolText, true,
-                                                    attribute::kExchangeType, idValue_, kLinkExportedObjects,
-                                                    company, contact, parts_.exchange.copied.Exported());
+    ExchangeRecord record;
+    record.key.classId = Required(exchangeClass, "data exchange class")->Id();
+    record.whole = Kestrix_ExObj::CreateExchangeObject(
+        services_, session_, record.key.classId, record.key.objectId, services_.errors.ProtocolText, true,
+        attribute::kExchangeType, record.idValue, kLinkExportedObjects, company, contact,
+        parts_.exchange.copied.Exported());
     services_.errors.ProtocolText.clear();
+    return record;
   }
 
   void ApplyAdditionalValues(const Recipient& recipient) {
@@ -242,7 +254,7 @@ class Dispatch {
   // The directory is whole and on the disk before the record stands, and the record before the final name.
   // What is cut off in between is written down, and the next start-up brings it to one end or the other.
   std::string Finalise(const std::string& directory, ExportJournal& journal, PcUnitOfWork* unit,
-                       RecordScope& record) {
+                       const ObjectKey& record, RecordScope& scope) {
     const std::string& prefix = services_.Settings().ExportPrefix;
     std::string finalDirectory = FinalDirectory(directory, prefix);
     FileSystem& files = services_.platform.files;
@@ -251,7 +263,7 @@ class Dispatch {
     files.MakeDurable(directory);
     if (unit != nullptr) {
       unit->Commit();
-      record.Watch({classId_, objectId_}, mark_);
+      scope.Watch(record, mark_);
     }
     files.Move(directory, finalDirectory);
     GuardedRun(trace_, "Error while bringing the final name to the disk: " + finalDirectory,
@@ -260,9 +272,9 @@ class Dispatch {
     return finalDirectory;
   }
 
-  void StartMonitor(ExportOutcome& outcome) {
-    const bool started = StartServerMon(services_, services_.platform.program.directory, *session_, objectId_,
-                                        classId_, idValue_);
+  void StartMonitor(const ExchangeRecord& record, ExportOutcome& outcome) {
+    const bool started = StartServerMon(services_, services_.platform.program.directory, *session_,
+                                        record.key.objectId, record.key.classId, record.idValue);
     outcome.monitor = started ? MonitorStart::kStarted : MonitorStart::kFailed;
     if (started) return;
     services_.toolkit.ShowMessage(
@@ -280,12 +292,7 @@ class Dispatch {
   PcSessionPtr session_;
   PcObjectStorePtr store_;
   PelicoreAdminTool adminTool_;
-  // Of the last recipient's data exchange object.
-  ClassId classId_ = 0;
-  ObjectId objectId_ = 0;
-  std::string idValue_;
-  bool recorded_ = false;  // the last recipient's exchange
-  std::string mark_;       // of his unit of work; empty on a host without
+  std::string mark_;  // of the last recipient's unit of work; empty on a host without
   bool firstHasNeutralFormats_ = false;
 };
 

@@ -86,7 +86,6 @@ class Window : public ControlOwner {
   void SetUnloaded() { unloaded_ = true; }
 
   void SetListener(WindowListener* listener) { listener_ = listener; }
-  [[nodiscard]] WindowListener* Listener() const { return listener_; }
 
   // Raised by the toolkit each time the window is shown.
   std::function<void()> OnActivate;

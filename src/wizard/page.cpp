@@ -108,6 +108,7 @@ void Page::GoForward() {
   Hide();
   State().NavigatedFrom = page_;
   Flow().ClickDepatchButton();
+  // Whatever became of the dispatch: it runs once, and closing a page is no cancel from then on.
   if (FinishesWithDispatch(page_)) State().ExportFinished = true;
 }
 

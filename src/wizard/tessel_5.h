@@ -26,7 +26,6 @@ class Tessel_5 : public Page {
 
   void SetCaptions();
   void StartRecords();
-  void ReadSender();
   // The e-mail address of a row's contact person; empty when there is none.
   [[nodiscard]] std::string RecipientAddress(int row) const;
   [[nodiscard]] int RecipientCount() const;

@@ -357,8 +357,8 @@ TEST_F(DispatchTest, ATakenDirectoryEndsBeforeAnythingIsMade) {
   }
 }
 
-// Whatever call of the file system fails, or kills the run: each final directory is whole and has its record,
-// each record its directory, and nothing temporary stays.
+// Whatever call of the file system fails, once or from then on (in steps: neighbours end alike): each final
+// directory is whole and has its record, each record its directory, and nothing temporary stays.
 TEST_F(DispatchTest, AFailureAtAnyFileCallLeavesNothingHalf) {
   for (const test::Failing how : {test::Failing::kOnce, test::Failing::kFromThenOn}) {
     bool reached = true;

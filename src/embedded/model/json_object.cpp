@@ -17,7 +17,7 @@ std::string Quoted(const char* key) {
 
 }  // namespace
 
-JsonObject::JsonObject(const nlohmann::json& json, std::string where, Problems& problems)
+JsonObject::JsonObject(const nlohmann::json& json, std::string where, ModelProblems& problems)
     : json_(json.is_object() ? json : EmptyObject()), where_(std::move(where)), problems_(problems) {
   if (!json.is_object()) Report("an object in braces is expected");
 }

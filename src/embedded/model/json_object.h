@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "embedded/model/problems.h"
+#include "embedded/model/model_problems.h"
 
 namespace tessel::embedded {
 
@@ -17,7 +17,7 @@ class JsonObject {
  public:
   // Reports a value that is no object and then reads as an empty one. `where` stands in front of the
   // problems. JSON and problems outlive the object.
-  JsonObject(const nlohmann::json& json, std::string where, Problems& problems);
+  JsonObject(const nlohmann::json& json, std::string where, ModelProblems& problems);
 
   // Reports every key that is not among these.
   void CheckKeys(std::initializer_list<std::string_view> known) const;
@@ -25,7 +25,7 @@ class JsonObject {
   [[nodiscard]] const std::string& Where() const { return where_; }
   void SetWhere(std::string where) { where_ = std::move(where); }
   void Report(const std::string& text) const { problems_.Add(where_, text); }
-  [[nodiscard]] Problems& ProblemList() const { return problems_; }
+  [[nodiscard]] ModelProblems& ProblemList() const { return problems_; }
 
   [[nodiscard]] bool Has(const char* key) const { return Find(key) != nullptr; }
   // Nothing when the key is absent.
@@ -44,7 +44,7 @@ class JsonObject {
  private:
   const nlohmann::json& json_;
   std::string where_;
-  Problems& problems_;
+  ModelProblems& problems_;
 };
 
 }  // namespace tessel::embedded

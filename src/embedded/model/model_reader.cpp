@@ -44,7 +44,7 @@ struct Draft {
 
 class ModelReader {
  public:
-  ModelReader(const ModelSource& source, const json& document, Problems& problems)
+  ModelReader(const ModelSource& source, const json& document, ModelProblems& problems)
       : source_(source), problems_(problems), top_(document, "", problems) {}
 
   Model Read(bool hasVault) {
@@ -370,7 +370,7 @@ class ModelReader {
   }
 
   const ModelSource& source_;
-  Problems& problems_;
+  ModelProblems& problems_;
   JsonObject top_;
   Model model_;
   std::map<std::string, NamedObject> names_;
@@ -396,7 +396,7 @@ json ParsedDocument(const ModelSource& source) {
 
 Model ReadModel(const ModelSource& source, bool hasVault) {
   const json document = ParsedDocument(source);
-  Problems problems(source.name);
+  ModelProblems problems(source.name);
   Model model = ModelReader(source, document, problems).Read(hasVault);
   problems.ThrowIfFound();
   return model;

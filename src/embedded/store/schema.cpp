@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "embedded/model/metadata_json.h"
-#include "embedded/model/problems.h"
+#include "embedded/model/model_problems.h"
 #include "embedded/store/commit_marks.h"
 #include "embedded/store/exchange_sums.h"
 #include "embedded/store/transaction.h"
@@ -122,7 +122,7 @@ MetadataPtr LoadMetadata(Database& database) {
     throw HostError(std::string("This is no database of the embedded host: ") + error.what(), error.Number());
   }
   if (stored.rows.empty()) throw HostError("The database holds no metadata");
-  Problems problems("metadata of the database");
+  ModelProblems problems("metadata of the database");
   const auto json = nlohmann::json::parse(stored.rows[0][0].AsText(), nullptr, false);
   const JsonObject model(json, "", problems);
   MetadataPtr metadata = ReadMetadata(model);

@@ -27,7 +27,7 @@ std::string_view CreateAttribute(XmlDocument& document, std::string_view name, X
 // replaced and traced.
 void SaveXMLFile(const XmlDocument& document, FileSystem& files, const TextEncodings& encodings, Trace& trace,
                  const std::string& path);
-// Ends the use of the document; the caller then releases it.
+// Ends the use of the document: the caller holds nothing then.
 void TerminateXMLDoc(XmlDocumentPtr& document);
 // An element with identity whose value is plain text. Never raises; after another failure than that of its
 // name the element is as far as it was built.

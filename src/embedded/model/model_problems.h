@@ -1,4 +1,4 @@
-// Problems found in a model, collected so that they are reported together.
+// ModelProblems found in a model, collected so that they are reported together.
 #pragma once
 
 #include <string>
@@ -6,10 +6,10 @@
 
 namespace tessel::embedded {
 
-class Problems {
+class ModelProblems {
  public:
   // `source` names the file in front of every problem.
-  explicit Problems(std::string source) : source_(std::move(source)) {}
+  explicit ModelProblems(std::string source) : source_(std::move(source)) {}
 
   // "company.json: object "gearbox": attribute "STATE": ..." with `where` and `text` as given.
   void Add(const std::string& where, const std::string& text);

@@ -1,4 +1,4 @@
-#include "embedded/model/problems.h"
+#include "embedded/model/model_problems.h"
 
 #include "host/error.h"
 
@@ -9,12 +9,12 @@ constexpr std::size_t kMostLines = 100;
 
 }  // namespace
 
-void Problems::Add(const std::string& where, const std::string& text) {
+void ModelProblems::Add(const std::string& where, const std::string& text) {
   if (++count_ > kMostLines) return;
   lines_.push_back(source_ + ": " + (where.empty() ? "" : where + ": ") + text);
 }
 
-void Problems::ThrowIfFound() const {
+void ModelProblems::ThrowIfFound() const {
   if (count_ == 0) return;
   std::string text;
   for (const std::string& line : lines_)
