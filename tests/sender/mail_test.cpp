@@ -33,8 +33,11 @@ class MailTest : public SenderWorld {
 TEST_F(MailTest, SendsEachRecipientItsDocumentsAndRecordsIt) {
   const auto bases = Export("mail-structure", {"901_301:902_401", "901_302:902_404"});
   ASSERT_EQ(bases.size(), 2U) << out;
+  folder.Write("sender.ini.log", std::string(1'100'000, 'x'));
   EXPECT_EQ(Sender({"WENDELAU-000001@900@5003@DX-000003"}), 0) << err;
   ASSERT_EQ(Mails(), 2U) << err;
+  EXPECT_EQ(folder.Read("sender.ini.log.1").size(), 1'100'000U) << "a log that has grown is put aside";
+  EXPECT_NE(folder.Read("sender.ini.log").find(" started: by session WENDELAU-000001"), std::string::npos);
   for (const std::string& base : bases)
     EXPECT_EQ(EndOf(base), "Sent");
   // Workers may take the two in either order.

@@ -134,7 +134,11 @@ TEST_F(OtherModesTest, RecordsWhatIsNotSent) {
 
 TEST_F(OtherModesTest, ChecksTheSettings) {
   WriteSettings("Server=localhost:" + std::to_string(mailServer.port) + "\n[Odette]\nOutbox=nowhere\n");
+  EXPECT_EQ(Tessel({"config", "set", Database(), "SMTPServer", "localhost:1"}), 0) << err;
+  ExportOne("mail");
   EXPECT_EQ(Sender({"--check"}), 1);
+  EXPECT_NE(out.find("PROBLEM  mail server localhost:1: no connection"), std::string::npos) << out;
+  EXPECT_NE(out.find("1 exchanges to be sent or stopped, all writable"), std::string::npos) << out;
   EXPECT_NE(out.find("ok       mail server localhost:"), std::string::npos) << out;
   EXPECT_NE(out.find("PROBLEM  outbox " + folder.Path("nowhere") + ": it is not there"), std::string::npos)
       << out;

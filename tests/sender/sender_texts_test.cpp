@@ -226,6 +226,20 @@ TEST(Paths, TellWhoseDirectoryItIs) {
   EXPECT_FALSE(LiesIn("C:\\temp\\AnExport_x_Sent", "Export_x"));
 }
 
+TEST(Texts, AreThereInBothLanguagesWithTheSameValues) {
+  const std::vector<std::string> values{"<0>", "<1>", "<2>", "<3>"};
+  for (int number = 0; number <= static_cast<int>(StatusText::kFileFailed); ++number) {
+    const std::string english = TextOf("ENG", static_cast<StatusText>(number), values);
+    const std::string german = TextOf("GER", static_cast<StatusText>(number), values);
+    EXPECT_FALSE(english.empty() || german.empty()) << number;
+    for (const std::string& value : values)
+      EXPECT_EQ(english.find(value) == std::string::npos, german.find(value) == std::string::npos) << german;
+  }
+  EXPECT_EQ(ReasonText("GER", RuntimeError(error_number::kDiskFull, "Cannot write x: No space left")),
+            "der Datenträger ist voll (Cannot write x: No space left)");
+  EXPECT_STREQ(Reason(StatusText::kNoAddress).what(), "There is no mail address");
+}
+
 TEST(Rules, AreReadAsTheDatabaseHasThem) {
   const std::string text =
       "[Path]\r\n#ExchangePath=A\r\nExchangePath =B\r\nExchangePath=C:\\x\r\n[Other]\r\nK=1=2\r\n";
