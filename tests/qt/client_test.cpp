@@ -26,7 +26,8 @@ using qt::FromQt;
 
 class ClientTest : public ::testing::Test {
  protected:
-  explicit ClientTest(Walk walk = {}) : person_(std::move(walk)) {
+  explicit ClientTest(Walk walk = {}, const std::map<std::string, std::string>& settings = {})
+      : company_(settings), person_(std::move(walk)) {
     person_.SitDown(toolkit_);
     person_.OnLook = [this](QWidget& shown) { Look(shown); };
     window_.OpenUrl = [this](const QUrl& url) {
@@ -274,7 +275,9 @@ TEST_F(ClientTest, ShowsExchangesAndTheLatest) {
 
 class SendingClientTest : public ClientTest {
  protected:
-  SendingClientTest() : ClientTest(Walk().Answer().Answer(MessageAnswer::kYes).Answer(MessageAnswer::kNo)) {}
+  SendingClientTest()
+      : ClientTest(Walk().Answer().Answer(MessageAnswer::kYes).Answer(MessageAnswer::kNo),
+                   {{"UseServerMonitor", "1"}}) {}
 };
 
 TEST_F(SendingClientTest, AsksTheSenderToSendAgain) {
@@ -304,6 +307,9 @@ TEST_F(SendingClientTest, AsksTheSenderToSendAgain) {
   Trigger("sendAgain");
   Trigger("sendAgain");
   EXPECT_EQ(std::count(asked.begin(), asked.end(), '\n'), 2) << "the second time a person said no";
+  ASSERT_EQ(company_.Started().size(), 1U) << "as exports do here";
+  EXPECT_EQ(company_.Started()[0].find("KestrixServMon.exe "), 0U) << company_.Started()[0];
+  EXPECT_TRUE(company_.Started()[0].ends_with("@900@701@DX-000001")) << company_.Started()[0];
   EXPECT_NE(told_.find("is sent. Shall it be sent to"), std::string::npos) << told_;
   becomes(2);
   EXPECT_FALSE(Enabled("sendAgain")) << "it is in the queue";

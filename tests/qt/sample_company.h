@@ -23,6 +23,8 @@ class SampleCompany {
   // Pauses are over at once unless a pauser is given.
   [[nodiscard]] Platform Services(ProcessLauncher& launcher, Pauser* pauser = nullptr);
   [[nodiscard]] ProcessLauncher& Processes() { return launcher_; }
+  // Name and first argument of each program that was started.
+  [[nodiscard]] const std::vector<std::string>& Started() const { return launcher_.started; }
   // It is 2024-01-31, 15:45:02 until a minute passes.
   void LetAMinutePass() { ++clock_.minute; }
 
@@ -42,7 +44,11 @@ class SampleCompany {
   };
   class FakeLauncher : public ProcessLauncher {
    public:
-    std::int32_t Start(const std::string&, const std::vector<std::string>&) override { return 4711; }
+    std::int32_t Start(const std::string& program, const std::vector<std::string>& arguments) override {
+      started.push_back(program.substr(program.find_last_of("/\\") + 1) + " " + arguments.at(0));
+      return 4711;
+    }
+    std::vector<std::string> started;
   };
 
   TemporaryFolder folder_;
