@@ -7,6 +7,15 @@
 namespace tessel::test {
 namespace {
 
+// Bytes that no packing makes fewer.
+std::string Noise(std::size_t size) {
+  std::string noise;
+  std::uint32_t seed = 1;
+  while (noise.size() < size)
+    noise += static_cast<char>((seed = seed * 1664525 + 1013904223) >> 24);
+  return noise;
+}
+
 class MailTest : public SenderWorld {
  protected:
   using SenderWorld::SenderWorld;
@@ -145,11 +154,7 @@ INSTANTIATE_TEST_SUITE_P(
 // What a server cannot have, it has not got: the mail is sent again without asking.
 TEST_F(MailTest, IsSentAfterTheConnectionBrokeInsideTheMail) {
   const std::string base = ExportOne("mail");
-  std::string noise(20'000'000, '\0');
-  std::uint32_t seed = 1;
-  for (char& c : noise)
-    c = static_cast<char>((seed = seed * 1664525 + 1013904223) >> 24);
-  folder.Write(In(base, "Messung.dat"), noise);
+  folder.Write(In(base, "Messung.dat"), Noise(20'000'000));
   Misbehave("drop-in");
   WriteSettings("MaxSize=100000000\n");
   EXPECT_EQ(Once(), 0) << err;
@@ -209,11 +214,7 @@ class SmallDiskTest : public MailTest {
 
 TEST_F(SmallDiskTest, StopsUntilThereIsRoom) {
   const auto bases = Export("mail", {"901_301:902_401", "901_302:902_404"});
-  std::string noise(1'700'000, '\0');
-  std::uint32_t seed = 1;
-  for (char& c : noise)
-    c = static_cast<char>((seed = seed * 1664525 + 1013904223) >> 24);
-  folder.Write(In(bases[0], "Messung.dat"), noise);
+  folder.Write(In(bases[0], "Messung.dat"), Noise(1'700'000));
   EXPECT_EQ(Once(), 1);
   EXPECT_EQ(EndOf(bases[0]), "Break") << err;
   EXPECT_EQ(EndOf(bases[1]), "Sent") << "the next one is served: " << err;
