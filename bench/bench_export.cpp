@@ -56,11 +56,11 @@ class Turns {
     return Best("copy" + std::to_string(times), seconds);
   }
   double Script() {
-    return Best(
-        "script", Time([&] {
-          return std::atof(
-              Run({"python3", settings_.script, workshop_.Files(), workshop_.Out("script")}).output.c_str());
-        }));
+    return Best("script", Time([&] {
+                  return std::atof(
+                      Run({"/usr/bin/python3", settings_.script, workshop_.Files(), workshop_.Out("script")})
+                          .output.c_str());
+                }));
   }
   double Export(int recipients) {
     return Best("export" + std::to_string(recipients), Time([&] {

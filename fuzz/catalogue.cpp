@@ -1,6 +1,7 @@
 // Catalogue files of any content, and texts put into their placeholders.
 #include "fuzzing.h"
 #include "messages/error_handling.h"
+#include "messages/problems.h"
 #include "one_file.h"
 #include "platform/posix/iconv_encodings.h"
 
@@ -26,7 +27,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::OneFile file;
   file.bytes = input.Rest();
   const Location location;
-  ErrorHandling errors(file, *kAnsi, location);
+  Problems problems;
+  ErrorHandling errors(file, *kAnsi, location, problems);
   for (const std::string& each : {code, std::string("e0010"), std::string("c0008")}) {
     const std::string text = errors.ErrorHandle(each, first, second, first);
     // A byte of the file becomes three of UTF-8 at most.

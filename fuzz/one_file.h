@@ -23,7 +23,9 @@ class OneFile : public FileSystem {
   void Move(const std::string&, const std::string&) override { Refuse(); }
   void DeleteFile(const std::string&) override { Refuse(); }
   bool CopyFile(const std::string&, const std::string&, bool, const CopyProgress&) override { Refuse(); }
-  void CopyFolderContents(const std::string&, const std::string&) override { Refuse(); }
+  void CopyFolderContents(const std::string&, const std::string&, const std::function<void()>&) override {
+    Refuse();
+  }
   std::vector<std::string> ListFiles(const std::string&) const override { Refuse(); }
   std::vector<std::string> ListFolders(const std::string&) const override { Refuse(); }
   bool IsReadOnly(const std::string&) const override { return false; }

@@ -24,7 +24,11 @@ void BackupDirectory::FillFrom(const std::string& directory) {
   journal_.Making(path_);
   files_.CreateFolder(path_);
   filled_ = true;
-  files_.CopyFolderContents(directory, path_);
+  Copy(directory, path_);
+}
+
+void BackupDirectory::Copy(const std::string& from, const std::string& to) {
+  files_.CopyFolderContents(from, to, [this] { pauser_.Sleep(std::chrono::milliseconds{1}); });
 }
 
 void BackupDirectory::MoveTo(const std::string& directory) {

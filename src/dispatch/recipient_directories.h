@@ -14,20 +14,28 @@ namespace tessel {
 class BackupDirectory {
  public:
   BackupDirectory(Services& services, ExportJournal& journal, std::string path)
-      : trace_(services.trace), files_(services.platform.files), journal_(journal), path_(std::move(path)) {}
+      : trace_(services.trace),
+        files_(services.platform.files),
+        pauser_(services.platform.pauser),
+        journal_(journal),
+        path_(std::move(path)) {}
   BackupDirectory(const BackupDirectory&) = delete;
   BackupDirectory& operator=(const BackupDirectory&) = delete;
   ~BackupDirectory();
 
   // Errors of the file system; 58 when a directory of that name exists, which is then not this export's.
   void FillFrom(const std::string& directory);
-  void CopyTo(const std::string& directory) { files_.CopyFolderContents(path_, directory); }
+  void CopyTo(const std::string& directory) { Copy(path_, directory); }
   void MoveTo(const std::string& directory);
   void Delete();
 
  private:
+  // Windows are drawn anew meanwhile, as in the dispatch's pauses.
+  void Copy(const std::string& from, const std::string& to);
+
   Trace& trace_;
   FileSystem& files_;
+  Pauser& pauser_;
   ExportJournal& journal_;
   std::string path_;
   bool filled_ = false;

@@ -23,7 +23,12 @@ bool Rename(Services& services, const std::string& from, const std::string& to) 
   return Guarded(services.trace, kErrorText, false, [&] {
     FileSystem& files = services.platform.files;
     files.Move(from, to);
-    files.SyncFolder(paths::Parent(to));
+    try {
+      files.SyncFolder(paths::Parent(to));
+    } catch (...) {
+      IgnoringErrors([&] { files.Move(to, from); });
+      throw;
+    }
     return true;
   });
 }

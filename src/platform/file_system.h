@@ -5,6 +5,7 @@
 // each on files of its own.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -38,7 +39,7 @@ class FileSystem {
   virtual void Move(const std::string& from, const std::string& to) = 0;
   virtual void DeleteFile(const std::string& path) = 0;
 
-  // Asked after every piece of a copy, each some 50 ms of work: bytes of the file copied so far, and all.
+  // Asked after every piece of a copy, none of which takes 100 ms: bytes of the file copied so far, and all.
   // False ends the copy.
   using CopyProgress = std::function<bool(std::uint64_t done, std::uint64_t all)>;
   // Copies one file through the kernel (reflink where possible), and gives it its name when it is whole, so
@@ -50,7 +51,23 @@ class FileSystem {
     (void)CopyFile(from, to, overwrite, nullptr);
   }
   // Copies everything below a folder into another, which must exist, overwriting files of the same name.
-  virtual void CopyFolderContents(const std::string& from, const std::string& to) = 0;
+  // Calls `between` every 50 ms or so, also inside a large file.
+  virtual void CopyFolderContents(const std::string& from, const std::string& to,
+                                  const std::function<void()>& between) = 0;
+  void CopyFolderContents(const std::string& from, const std::string& to) {
+    CopyFolderContents(from, to, nullptr);
+  }
+  // Progress that calls `between` no more often; nothing without it.
+  [[nodiscard]] static CopyProgress CallingBetween(const std::function<void()>& between) {
+    if (!between) return nullptr;
+    return [&between, called = std::chrono::steady_clock::now()](std::uint64_t, std::uint64_t) mutable {
+      const auto now = std::chrono::steady_clock::now();
+      if (now - called < std::chrono::milliseconds(50)) return true;
+      between();
+      called = std::chrono::steady_clock::now();
+      return true;
+    };
+  }
 
   // Names of the files directly in a folder, sorted. Error 76 when the folder does not exist.
   [[nodiscard]] virtual std::vector<std::string> ListFiles(const std::string& folder) const = 0;

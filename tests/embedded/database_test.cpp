@@ -6,6 +6,7 @@
 
 #include "embedded/client/single_select.h"
 #include "embedded/small_world.h"
+#include "embedded/store/schema.h"
 #include "embedded/store/transaction.h"
 
 namespace tessel::test {
@@ -73,6 +74,36 @@ TEST(DatabaseTest, AnUncommittedTransactionLeavesNothingAndABusyDatabaseAnswersW
   }
   EXPECT_EQ(second.Execute("INSERT INTO T VALUES (2)"), 1);
   EXPECT_EQ(first.Query("SELECT A FROM T").rows.size(), 1u);
+}
+
+// A transaction takes numbers in blocks, which nobody notices.
+TEST(DatabaseTest, NumbersFollowEachOtherWhateverIsUndone) {
+  Database database(kInMemory);
+  database.ExecuteOnce("CREATE TABLE TESSEL_NUMBER (NAME TEXT PRIMARY KEY, NEXT_VALUE BIGINT NOT NULL)");
+  database.ExecuteOnce("INSERT INTO TESSEL_NUMBER VALUES ('N', 1)");
+  const auto draw = [&](std::int32_t first, int count) {
+    for (int i = 0; i < count; ++i)
+      EXPECT_EQ(DrawNumber(database, "N"), first + i);
+  };
+  draw(1, 2);
+  {
+    WriteTransaction outer(database);
+    draw(3, 5);
+    {
+      const WriteTransaction undone(database);
+      draw(8, 600);
+    }
+    const std::int32_t next = DrawNumber(database, "N");
+    EXPECT_GE(next, 8);
+    draw(next + 1, 9);
+    outer.Commit();
+    draw(next + 10, 1);
+    const WriteTransaction undone(database);
+    draw(next + 11, 3);
+  }
+  const Value next = database.Query("SELECT NEXT_VALUE FROM TESSEL_NUMBER").rows[0][0];
+  EXPECT_EQ(next, Value(DrawNumber(database, "N"))) << "nothing is lost by a commit";
+  EXPECT_THROW(static_cast<void>(DrawNumber(database, "none")), HostError);
 }
 
 TEST(DatabaseTest, SettlesInOneFileOrSaysThatItCannot) {

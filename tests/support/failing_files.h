@@ -34,12 +34,14 @@ class FailingFiles : public FileSystem {
   void Move(const std::string& from, const std::string& to) override { In(from).Move(from, to); }
   void DeleteFile(const std::string& path) override { In(path).DeleteFile(path); }
   using FileSystem::CopyFile;
+  using FileSystem::CopyFolderContents;
   [[nodiscard]] bool CopyFile(const std::string& from, const std::string& to, bool overwrite,
                               const CopyProgress& progress) override {
     return In(from).CopyFile(from, to, overwrite, progress);
   }
-  void CopyFolderContents(const std::string& from, const std::string& to) override {
-    In(from).CopyFolderContents(from, to);
+  void CopyFolderContents(const std::string& from, const std::string& to,
+                          const std::function<void()>& between) override {
+    In(from).CopyFolderContents(from, to, between);
   }
   [[nodiscard]] std::vector<std::string> ListFiles(const std::string& folder) const override {
     return In(folder).ListFiles(folder);

@@ -1,6 +1,7 @@
 #include "embedded/client/query.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "embedded/client/single_select.h"
 #include "host/ascii.h"
@@ -16,7 +17,9 @@ class Query final : public PcQuery {
   explicit Query(EmbeddedSessionPtr session) : session_(std::move(session)) {}
 
   void SetSql(const std::string& text) override {
-    CheckSingleSelect(text);
+    bound_ = BoundForm(text);
+    if (bound_ && !IsReadable(bound_->table)) bound_.reset();
+    if (!bound_) CheckSingleSelect(text);
     sql_ = text;
     definition_ = nullptr;
   }
@@ -118,8 +121,7 @@ class Query final : public PcQuery {
   }
 
   [[nodiscard]] QueryResult FreeResult() const {
-    const auto bound = BoundForm(sql_);
-    if (bound && IsReadable(bound->table)) return session_->Sql().Query(bound->sql, bound->values);
+    if (bound_) return session_->Sql().Query(bound_->sql, bound_->values);
     try {
       return session_->Sql().QueryTables(sql_, [this](std::string_view table) { return IsReadable(table); });
     } catch (const DatabaseError& error) {
@@ -143,6 +145,7 @@ class Query final : public PcQuery {
 
   EmbeddedSessionPtr session_;
   std::string sql_;
+  std::optional<BoundSelect> bound_;  // of the text, when it has that form
   ClassDefinitionPtr definition_;
   std::vector<const AttributeDefinition*> select_;
   std::string conditions_;

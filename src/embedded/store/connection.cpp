@@ -7,6 +7,11 @@ namespace {
 
 constexpr std::size_t kMostPreparedStatements = 500;
 constexpr std::size_t kFewUndoSteps = 256;
+constexpr const char* kTakeNumbers =
+    "UPDATE TESSEL_NUMBER SET NEXT_VALUE = NEXT_VALUE + :count WHERE NAME = :name RETURNING NEXT_VALUE AS "
+    "BEHIND";
+constexpr const char* kGiveNumbersBack =
+    "UPDATE TESSEL_NUMBER SET NEXT_VALUE = NEXT_VALUE - :count WHERE NAME = :name";
 
 std::string SavePoint(std::size_t depth) {
   return "T" + std::to_string(depth);
@@ -62,13 +67,35 @@ void Connection::BeginWrite() {
 
 void Connection::CommitWrite() {
   CheckTransaction();
+  if (writes.size() == 1) GiveNumbersBack();
   Steer(writes.size() == 1 ? "COMMIT" : "RELEASE " + SavePoint(writes.size() - 1));
   writes.pop_back();
   if (writes.empty()) undoSteps.clear();
 }
 
+std::int32_t Connection::NextNumber(const std::string& name) {
+  return numbers.Draw(name, [&](std::int32_t count) {
+    Prepare(kTakeNumbers, false);
+    const QueryResult taken = WithStatement(kTakeNumbers, [&](SqlStatement& statement) {
+      return statement.Rows({Value(count), Value(name)});
+    });
+    if (taken.rows.empty()) throw HostError("The database draws no numbers under the name \"" + name + "\"");
+    return taken.rows[0][0].AsInt32();
+  });
+}
+
+void Connection::GiveNumbersBack() {
+  numbers.End([this](const std::string& name, std::int32_t count) {
+    Prepare(kGiveNumbersBack, true);
+    WithStatement(kGiveNumbersBack, [&](SqlStatement& statement) {
+      return statement.Run({Value(count), Value(name)});
+    });
+  });
+}
+
 void Connection::UndoWrite() noexcept {
   ++moments;
+  numbers.Forget();
   const std::size_t depth = writes.size() - 1;
   try {
     if (depth == 0) {

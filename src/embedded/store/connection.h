@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "embedded/sql/sql_connection.h"
+#include "embedded/store/number_blocks.h"
 
 namespace tessel::embedded {
 
@@ -49,6 +50,10 @@ struct Connection {
   void BeginWrite();
   void CommitWrite();
   void UndoWrite() noexcept;
+  // Only in a write transaction. Errors: DatabaseError, HostError for a name under which no numbers are
+  // drawn.
+  std::int32_t NextNumber(const std::string& name);
+  void GiveNumbersBack();
   // Keeps an undo step of the innermost open write transaction as long as its owner lives.
   void KeepUndo(const std::weak_ptr<const void>& owner, std::function<void()> undo);
   void EndMoment() noexcept;
@@ -64,6 +69,7 @@ struct Connection {
   };
   std::vector<OpenWrite> writes;
   std::uint64_t lastNumber = 0;
+  NumberBlocks numbers;
   struct UndoStep {
     std::weak_ptr<const void> owner;
     std::function<void()> undo;

@@ -44,6 +44,10 @@ void Database::Settle() {
   connection_->Guarded([&] { connection_->sql->Settle(); });
 }
 
+std::int32_t Database::NextNumber(const std::string& name) {
+  return connection_->NextNumber(name);
+}
+
 std::uint64_t Database::StateNumber() const {
   return connection_->sql->InTransaction() ? connection_->StateNumber() : 0;
 }

@@ -54,6 +54,9 @@ class Database {
   // end of a connection does so too, but says nothing when the disk is full. Error: DatabaseError.
   void Settle();
 
+  // The next number under a name, only inside a write transaction; see DrawNumber.
+  [[nodiscard]] std::int32_t NextNumber(const std::string& name);
+
   // Whether a write transaction is open.
   [[nodiscard]] bool Writing() const { return Transaction() != 0; }
   // A number that only the innermost open write transaction has, 0 when there is none.

@@ -137,13 +137,9 @@ std::string SequenceNumberName(const std::string& sequence) {
 std::int32_t DrawNumber(Database& database, const std::string& name) {
   std::optional<WriteTransaction> alone;
   if (!database.Writing()) alone.emplace(database);
-  const QueryResult drawn = database.Query(
-      "UPDATE TESSEL_NUMBER SET NEXT_VALUE = NEXT_VALUE + 1 WHERE NAME = :name RETURNING NEXT_VALUE - 1 AS "
-      "DRAWN",
-      {Value(name)});
-  if (drawn.rows.empty()) throw HostError("The database draws no numbers under the name \"" + name + "\"");
+  const std::int32_t number = database.NextNumber(name);
   if (alone) alone->Commit();
-  return drawn.rows[0][0].AsInt32();
+  return number;
 }
 
 }  // namespace tessel::embedded

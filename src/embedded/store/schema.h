@@ -23,8 +23,7 @@ inline constexpr const char* kMessageNumber = "MESSAGE";
 [[nodiscard]] std::string SequenceNumberName(const std::string& sequence);
 
 // Draws the next number under a name; no other connection gets the same one, unless the write transaction in
-// which it was drawn is undone. Error: HostError when there is
-// no such name or the numbers are used up.
+// which it was drawn is undone. Error: HostError when there is no such name or the numbers are used up.
 [[nodiscard]] std::int32_t DrawNumber(Database& database, const std::string& name);
 
 }  // namespace tessel::embedded

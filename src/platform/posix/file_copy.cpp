@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <climits>
 
 #include "host/error.h"
@@ -22,11 +21,8 @@ namespace {
 constexpr mode_t kPermissions = 0777;
 constexpr mode_t kOwnerAll = 0700;
 constexpr std::uint64_t kLargestBuffer = 128 * 1024;
-// Pieces of a large file: time for one, and bounds of its size.
-constexpr std::chrono::milliseconds kPieceTime{50};
-constexpr std::uint64_t kFirstPiece = 4 << 20;
-constexpr std::uint64_t kSmallestPiece = 128 * 1024;
-constexpr std::uint64_t kLargestPiece = 256 << 20;
+// A large file is copied in pieces so small that a disk which suddenly grows slow does not hold one up long.
+constexpr std::uint64_t kPiece = 4 << 20;
 
 void CopyLink(int from, const std::string& name, int to, const std::string& targetPath) {
   std::array<char, PATH_MAX + 1> target{};
@@ -98,24 +94,14 @@ bool FileCopier::CopyContent(Job& job) {
   return CopyPieces(job);
 }
 
-// The size of a piece follows the speed of the disks.
 bool FileCopier::CopyPieces(Job& job) {
-  using Clock = std::chrono::steady_clock;
-  std::uint64_t piece = kFirstPiece;
   while (job.done < job.size) {
-    const auto start = Clock::now();
-    const std::uint64_t end = job.done + std::min(piece, job.size - job.done);
-    while (job.done < end) {
-      const std::uint64_t rest = end - job.done;
-      std::uint64_t copied = job.size > kLargestBuffer ? CopyInKernel(job, rest) : 0;
-      if (copied == 0) copied = CopyThroughBuffer(job, rest);
-      if (copied == 0) ThrowChanged(job.path);
-      job.done += copied;
-    }
+    const std::uint64_t rest = std::min(kPiece, job.size - job.done);
+    std::uint64_t copied = job.size > kLargestBuffer ? CopyInKernel(job, rest) : 0;
+    if (copied == 0) copied = CopyThroughBuffer(job, rest);
+    if (copied == 0) ThrowChanged(job.path);
+    job.done += copied;
     if (progress_ && !progress_(job.done, job.size)) return false;
-    const auto time = Clock::now() - start;
-    if (time < kPieceTime / 2) piece = std::min(piece * 2, kLargestPiece);
-    if (time > kPieceTime) piece = std::max(piece / 2, kSmallestPiece);
   }
   return true;
 }

@@ -1,6 +1,6 @@
 // Copies of files and folder trees, as cheap as the kernel can do them: a reflink where the file system has
 // it, else a copy inside the kernel, else through a buffer. Small files go through the buffer at once, which
-// is the fastest way for them. A large file is copied piece by piece, each some 50 ms of work.
+// is the fastest way for them. A large file is copied piece by piece, each far less than 100 ms of work.
 #pragma once
 
 #include <memory>
@@ -13,7 +13,7 @@ namespace tessel::posix {
 
 class FileCopier {
  public:
-  // `progress` may be nothing; it is for CopyFile alone.
+  // `progress` may be nothing. A tree is copied whole, whatever it says.
   explicit FileCopier(FileSystem::CopyProgress progress = nullptr) : progress_(std::move(progress)) {}
 
   // Copies a file's content, permission bits and modification time. Folders are open descriptors or AT_FDCWD;

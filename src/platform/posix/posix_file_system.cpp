@@ -197,11 +197,12 @@ bool PosixFileSystem::CopyFile(const std::string& from, const std::string& to, b
   });
 }
 
-void PosixFileSystem::CopyFolderContents(const std::string& from, const std::string& to) {
+void PosixFileSystem::CopyFolderContents(const std::string& from, const std::string& to,
+                                         const std::function<void()>& between) {
   const FileDescriptor source = OpenFolder(AT_FDCWD, Native(from).c_str(), from, true);
   const FileDescriptor target = OpenFolder(AT_FDCWD, Native(to).c_str(), to, true);
   if (LiesIn(target.Get(), source.Get(), to)) ThrowErrno(EINVAL, "copy \"" + from + "\" into itself at", to);
-  FileCopier().CopyTree(source.Get(), from, target.Get(), to);
+  FileCopier(CallingBetween(between)).CopyTree(source.Get(), from, target.Get(), to);
 }
 
 std::vector<std::string> PosixFileSystem::List(const std::string& folder, bool folders) const {

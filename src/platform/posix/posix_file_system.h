@@ -22,10 +22,12 @@ class PosixFileSystem : public FileSystem {
   void Move(const std::string& from, const std::string& to) override;
   void DeleteFile(const std::string& path) override;
   using FileSystem::CopyFile;
+  using FileSystem::CopyFolderContents;
   [[nodiscard]] bool CopyFile(const std::string& from, const std::string& to, bool overwrite,
                               const CopyProgress& progress) override;
   // Error 75 when the target lies in the source.
-  void CopyFolderContents(const std::string& from, const std::string& to) override;
+  void CopyFolderContents(const std::string& from, const std::string& to,
+                          const std::function<void()>& between) override;
   [[nodiscard]] std::vector<std::string> ListFiles(const std::string& folder) const override;
   [[nodiscard]] std::vector<std::string> ListFolders(const std::string& folder) const override;
   [[nodiscard]] bool IsReadOnly(const std::string& path) const override;

@@ -78,14 +78,14 @@ void RemoveFolder(const std::wstring& folder, const std::string& path) {
 }
 
 void CopyTree(const std::wstring& from, const std::string& path, const std::wstring& to,
-              const std::string& targetPath) {
+              const std::string& targetPath, const CopyProgress& progress) {
   for (const FolderEntry& entry : ReadFolder(from, path)) {
     const std::string entryPath = path + "\\" + ToUtf8(entry.name);
     const std::string entryTarget = targetPath + "\\" + ToUtf8(entry.name);
     const std::wstring native = Below(to, entry.name);
     if (entry.IsLink()) ThrowWin32(ERROR_INVALID_FUNCTION, "copy the link", entryPath);
     if (!entry.IsFolder()) {
-      (void)CopyOneFile(Below(from, entry.name), entryPath, native, entryTarget, true, nullptr);
+      (void)CopyOneFile(Below(from, entry.name), entryPath, native, entryTarget, true, progress);
       continue;
     }
     const DWORD existing = ::GetFileAttributesW(native.c_str());
@@ -93,7 +93,7 @@ void CopyTree(const std::wstring& from, const std::string& path, const std::wstr
       ThrowWin32(ERROR_INVALID_FUNCTION, "copy into the link", entryTarget);
     if (existing == INVALID_FILE_ATTRIBUTES && ::CreateDirectoryW(native.c_str(), nullptr) == 0)
       ThrowWin32(::GetLastError(), "create folder", entryTarget, true);
-    CopyTree(Below(from, entry.name), entryPath, native, entryTarget);
+    CopyTree(Below(from, entry.name), entryPath, native, entryTarget, progress);
   }
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/win32/file_copy.h"
 #include "platform/win32/windows_api.h"
 
 namespace tessel::windows {
@@ -23,9 +24,10 @@ struct FolderEntry {
 // What vanishes meanwhile was deleted by somebody else.
 void RemoveFolder(const std::wstring& folder, const std::string& path);
 
-// Copies everything below a folder into another, overwriting.
+// Copies everything below a folder into another, overwriting. `progress` is asked as for one file, and ends
+// no copy.
 void CopyTree(const std::wstring& from, const std::string& path, const std::wstring& to,
-              const std::string& targetPath);
+              const std::string& targetPath, const CopyProgress& progress);
 
 // Puts everything below a folder on the disk.
 void FlushTree(const std::wstring& folder, const std::string& path);

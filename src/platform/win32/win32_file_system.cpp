@@ -160,12 +160,13 @@ bool Win32FileSystem::CopyFile(const std::string& from, const std::string& to, b
   return CopyOneFile(source, from, WideForWriting(to), to, overwrite, progress);
 }
 
-void Win32FileSystem::CopyFolderContents(const std::string& from, const std::string& to) {
+void Win32FileSystem::CopyFolderContents(const std::string& from, const std::string& to,
+                                         const std::function<void()>& between) {
   const std::wstring source = paths_.Wide(from);
   const std::wstring target = paths_.Wide(to);
   if (LiesIn(FinalPath(target, to), FinalPath(source, from)))
     ThrowWin32(ERROR_INVALID_FUNCTION, "copy \"" + from + "\" into itself at", to);
-  CopyTree(source, from, target, to);
+  CopyTree(source, from, target, to, CallingBetween(between));
 }
 
 std::vector<std::string> Win32FileSystem::ListFiles(const std::string& folder) const {
