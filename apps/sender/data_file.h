@@ -11,7 +11,8 @@
 
 namespace tessel::sender {
 
-enum class SendMode { kMail = 1, kMailStructure = 2, kOdette = 3, kCommand = 4, kNoSend = 5 };
+// The numbers of the data file.
+enum class SendMode { kMail = 1, kMailStructure = 2, kOdette = 3, kCustom = 4, kNoSend = 5 };
 
 struct DataFile {
   std::string stamp;  // text of the root: time, "_" and the login name

@@ -313,7 +313,7 @@ Outcome ExchangeWork::Transfer() {
       return SendMail(Job());
     case SendMode::kOdette:
       return HandToStation(Job());
-    case SendMode::kCommand:
+    case SendMode::kCustom:
       return RunCommand(Job());
     default:
       return {Outcome::Kind::kSent, Words(StatusText::kWithoutSending), {}};

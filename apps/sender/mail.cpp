@@ -6,6 +6,7 @@
 #include <cstring>
 #include <ctime>
 
+#include "host/ascii.h"
 #include "host/object_key.h"
 #include "sender/mail_text.h"
 #include "sender/status_texts.h"
@@ -21,12 +22,6 @@ constexpr std::size_t kLongestMailbox = 254;
 
 [[noreturn]] void RefuseAddress(const std::string& address, StatusText why) {
   throw Reason(why, {CleanText(address)});
-}
-
-std::string Trimmed(const std::string& text) {
-  const auto first = text.find_first_not_of(' ');
-  return first == std::string::npos ? std::string()
-                                    : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 std::string AsciiDomain(const std::string& domain, const std::string& address) {
@@ -64,7 +59,7 @@ Address ParseAddress(const std::string& text) {
   const auto open = text.find('<');
   if (open == std::string::npos) return {{}, Mailbox(text)};
   if (text.back() != '>') RefuseAddress(text, StatusText::kAddressOpen);
-  std::string name = Trimmed(text.substr(0, open));
+  std::string name(Trimmed(std::string_view(text).substr(0, open), " "));
   if (name.size() >= 2 && name.front() == '"' && name.back() == '"') name = name.substr(1, name.size() - 2);
   return {CleanText(name), Mailbox(text.substr(open + 1, text.size() - open - 2))};
 }
@@ -77,7 +72,7 @@ std::vector<std::string> SplitAddresses(const std::string& text) {
   for (const char c : text) {
     if (c == '"') quoted = !quoted;
     const bool inName = c == ',' && parts.back().find('@') == std::string::npos;
-    if (!quoted && !(inName && !Trimmed(parts.back()).empty()) && (c == ';' || c == ',')) {
+    if (!quoted && !(inName && !Trimmed(parts.back(), " ").empty()) && (c == ';' || c == ',')) {
       parts.emplace_back();
     } else {
       parts.back() += c;
@@ -175,7 +170,8 @@ std::string Begin(const MailHead& head, const std::string& boundary) {
 std::vector<Address> ParseAddresses(const std::string& text) {
   std::vector<Address> addresses;
   for (const std::string& part : SplitAddresses(text)) {
-    if (!Trimmed(part).empty()) addresses.push_back(ParseAddress(Trimmed(part)));
+    const std::string address(Trimmed(part, " "));
+    if (!address.empty()) addresses.push_back(ParseAddress(address));
   }
   if (addresses.empty()) throw Reason(StatusText::kNoAddress);
   return addresses;
@@ -190,7 +186,7 @@ bool NeedsUtf8(const MailHead& head) {
 std::string HeaderText(std::string_view text, std::size_t used) {
   const std::string clean = CleanText(text);
   const bool plain = IsAscii(clean) && used + clean.size() <= kLongestHeaderLine &&
-                     clean.find("=?") == std::string::npos && Trimmed(clean) == clean;
+                     clean.find("=?") == std::string::npos && Trimmed(clean, " ") == clean;
   return plain ? clean : EncodedWords(clean, used);
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <set>
 
+#include "host/ascii.h"
 #include "host/error.h"
 #include "host/object_key.h"
 #include "platform/paths.h"
@@ -19,10 +20,8 @@ struct Row {
   Taker take;
 };
 
-std::string Trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t\r");
-  if (first == std::string_view::npos) return {};
-  return std::string(text.substr(first, text.find_last_not_of(" \t\r") - first + 1));
+std::string WithoutBlanks(std::string_view text) {
+  return std::string(Trimmed(text, " \t\r"));
 }
 
 template <class Number>
@@ -78,7 +77,8 @@ Taker OfDatabase(Take take) {
 
 void AddExchangePaths(Settings& settings, const std::string& value, const std::string& folder) {
   for (const std::string& part : SplitText(value, ";")) {
-    if (!Trimmed(part).empty()) settings.exchangePaths.push_back(AbsolutePath(Trimmed(part), folder));
+    if (!WithoutBlanks(part).empty())
+      settings.exchangePaths.push_back(AbsolutePath(WithoutBlanks(part), folder));
   }
 }
 
@@ -190,7 +190,7 @@ class Parser {
 
   void Line(std::string_view raw) {
     ++number_;
-    const std::string line = Trimmed(raw);
+    const std::string line = WithoutBlanks(raw);
     if (line.empty() || line.front() == '#' || line.front() == ';') return;
     if (line.front() == '[' && line.back() == ']') {
       Section(line.substr(1, line.size() - 2));
@@ -200,7 +200,7 @@ class Parser {
     if (equals == std::string::npos) {
       Problem("\"" + line + "\" is neither a [section] nor KEY=VALUE");
     } else {
-      Entry(Trimmed(line.substr(0, equals)), Trimmed(line.substr(equals + 1)));
+      Entry(WithoutBlanks(line.substr(0, equals)), WithoutBlanks(line.substr(equals + 1)));
     }
   }
 

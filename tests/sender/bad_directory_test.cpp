@@ -86,7 +86,10 @@ TEST_P(BadDirectoryTest, IsPutAside) {
   EXPECT_EQ(Mails(), 1U) << "only the good one left";
 }
 
-INSTANTIATE_TEST_SUITE_P(All, BadDirectoryTest, testing::Range(0, static_cast<int>(Cases().size())));
+INSTANTIATE_TEST_SUITE_P(All, BadDirectoryTest, testing::Range(0, static_cast<int>(Cases().size())),
+                         [](const auto& one) {
+                           return CaseName(Cases()[static_cast<std::size_t>(one.param)].name);
+                         });
 
 class DirectoryTest : public SenderWorld {
  protected:

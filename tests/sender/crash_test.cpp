@@ -244,7 +244,8 @@ TEST_P(EveryChangeTest, IncludesWritesIntoTheDatabase) {
 
 INSTANTIATE_TEST_SUITE_P(All, EveryChangeTest,
                          testing::Values(Way{"mail", ""}, Way{"odette", "[Odette]\nOutbox=outbox\n"},
-                                         Way{"custom", "[Command]\nProgram=deliver\n"}));
+                                         Way{"custom", "[Command]\nProgram=deliver\n"}),
+                         [](const auto& one) { return CaseName(one.param.mode); });
 
 TEST_F(CrashTest, AtAnyMomentLosesNothingAndDoublesNothing) {
   const char* wanted = std::getenv("TESSEL_SENDER_KILLS");

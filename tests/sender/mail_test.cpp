@@ -149,7 +149,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Trouble{"hang", "", "Sent", 1, "Sent by mail"},
                     Trouble{"hang\nhang", "", "Break", 0, "given up after 2 attempts"},
                     Trouble{"garbage\ngarbage", "", "Break", 0, "localhost:"},
-                    Trouble{"", "MaxSize=1000\n", "Break", 0, "bytes, allowed are 1000 (setting MaxSize)"}));
+                    Trouble{"", "MaxSize=1000\n", "Break", 0, "bytes, allowed are 1000 (setting MaxSize)"}),
+    [](const auto& one) { return CaseName(std::string(one.param.behaviour) + one.param.settings); });
 
 // What a server cannot have, it has not got: the mail is sent again without asking.
 TEST_F(MailTest, IsSentAfterTheConnectionBrokeInsideTheMail) {

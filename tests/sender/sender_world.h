@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,6 +12,15 @@
 #include "support/temporary_folder.h"
 
 namespace tessel::test {
+
+// The name of a case: the letters and digits of a text.
+inline std::string CaseName(const std::string& text) {
+  std::string name;
+  for (const char character : text) {
+    if (std::isalnum(static_cast<unsigned char>(character)) != 0) name += character;
+  }
+  return name;
+}
 
 // scripts/loopback-mail-server, ended with the object.
 class MailServer {
