@@ -109,8 +109,8 @@ void Desktop::ShowWindow(Opened& next, const QString& database) {
   next.window = std::make_unique<MainWindow>(*next.hosted, language_, settings_,
                                              QFileInfo(database).fileName(), [this] { Reopen(); });
   MainWindow& window = *next.window;
-  next.hosted->LoadedProgram().wizard.tell = [&next](const std::string& text) {
-    next.toolkit.ShowMessage({text, "Kestrix", MessageIcon::kExclamation});
+  next.hosted->LoadedProgram().wizard.tell = [this, &next](const CopyFailure& failure) {
+    next.toolkit.ShowMessage({WordsOf(failure, SpeechOf(language_)), "Kestrix", MessageIcon::kExclamation});
   };
   next.dialogs.OnRefresh = [&window](const ObjectKey&) { window.RefreshSoon(); };
   next.dialogs.IconOf = [&window](ClassId classId) { return window.Contents().IconOf(classId); };

@@ -1,4 +1,5 @@
 // What the client's window tells of hooks that left something undone.
+#include "common/outcome_words.h"
 #include "main_window.h"
 #include "qt/text.h"
 #include "tell.h"
@@ -27,9 +28,10 @@ QString ReasonOf(const DocumentLock& document, qt::Language language) {
   return texts::kLockFailed.In(language);
 }
 
-void AddProblems(const std::vector<Problem>& problems, QStringList& lines) {
+void AddProblems(const std::vector<Problem>& problems, qt::Language language, QStringList& lines) {
   for (const Problem& problem : problems) {
-    if (problem.kind != ProblemKind::kAside) lines.append(ToQt(ProblemText(problem)));
+    if (problem.kind != ProblemKind::kAside)
+      lines.append(ToQt(WordsOf(problem, SpeechOf(language))));
   }
 }
 
@@ -50,7 +52,7 @@ void MainWindow::TellLocks(const LockOutcome& outcome, const qt::BothTexts& head
     const QString reason = ReasonOf(document, language_);
     if (!reason.isEmpty()) lines.append(NumberOf(document.document) + QLatin1Char(' ') + reason);
   }
-  AddProblems(outcome.problems, lines);
+  AddProblems(outcome.problems, language_, lines);
   TellAll(head.In(language_), lines, language_, this);
 }
 
@@ -75,7 +77,7 @@ void MainWindow::TellContinue(const ContinueOutcome& outcome) {
     case ContinueResult::kFailed:
       lines.append(texts::kNotReadable.In(language_));
   }
-  AddProblems(outcome.problems, lines);
+  AddProblems(outcome.problems, language_, lines);
   TellAll(texts::kNotContinued.In(language_), lines, language_, this);
 }
 

@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <exception>
 
+#include "common/outcome_words.h"
 #include "qt/language.h"
 
 class QWidget;
@@ -21,6 +22,11 @@ void TellAll(const QString& head, const QStringList& lines, qt::Language languag
 
 // Asks; true for yes.
 [[nodiscard]] bool Confirm(const QString& text, qt::Language language, QWidget* parent);
+
+// The language of what the apps say in common.
+[[nodiscard]] inline Speech SpeechOf(qt::Language language) {
+  return language == qt::Language::kGerman ? Speech::kGerman : Speech::kEnglish;
+}
 
 // What somebody has to look after stands out in it.
 [[nodiscard]] inline QColor WarningColour() {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "common/outcome_words.h"
 #include "dispatch/dispatch.h"
 #include "embedded/session/host_options.h"
 #include "entry/program.h"
@@ -41,7 +42,7 @@ class ExportDriver : public Driver {
   // The program whose pages are walked; named before the walk begins.
   void Walk(Program& program) {
     program_ = &program;
-    program.wizard.tell = [this](const std::string& text) { Say(text); };
+    program.wizard.tell = [this](const CopyFailure& failure) { Say(WordsOf(failure, Speech::kEnglish)); };
   }
 
   // Whether the walk was given up, with the reason told; or ended as a dry run ends.

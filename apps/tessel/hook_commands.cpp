@@ -65,10 +65,11 @@ int RunContinue(HookDesk& desk) {
     if (Ended()) break;
     PcRecordListPtr none;
     Workbench& workbench = desk.workbench;
+    const FileSystem& files = workbench.LoadedProgram().platform.files;
     const PcRecordListPtr rows = workbench.ObjectRows({object});
     workbench.Entry().ContinueBatchMode(workbench.Session(), "", rows, nullptr, none);
     const ContinueOutcome& outcome = workbench.LoadedProgram().continueOutcome;
-    worst = std::max(worst, ReportContinue(outcome, rows->KeyOfRow(0), desk.streams));
+    worst = std::max(worst, ReportContinue(outcome, rows->KeyOfRow(0), files, desk.streams));
     exchanges.push_back(JsonOf(outcome, rows->KeyOfRow(0)));
     if (outcome.result == ContinueResult::kContinued &&
         StartSenderFor(workbench.Hosted(), rows->KeyOfRow(0)) == SenderStart::kFailed)

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <ostream>
 
+#include "common/outcome_words.h"
 #include "tessel/command.h"
 
 namespace tessel::cli {
@@ -29,7 +30,7 @@ std::string ReasonOf(const DocumentLock& document, const char* done) {
   return "it could not be " + std::string(done);
 }
 
-std::string ReasonOf(const ContinueOutcome& outcome) {
+std::string ReasonOf(const ContinueOutcome& outcome, const FileSystem& files) {
   switch (outcome.result) {
     case ContinueResult::kContinued:
       return "continued";
@@ -38,7 +39,8 @@ std::string ReasonOf(const ContinueOutcome& outcome) {
     case ContinueResult::kNoFolder:
       return "its root directory names no folder";
     case ContinueResult::kNotRenamed:
-      return "the folder " + outcome.oldFolder + " could not be renamed to " + outcome.newFolder;
+      return "the folder " + files.NativePath(outcome.oldFolder) + " could not be renamed to " +
+             files.NativePath(outcome.newFolder);
     case ContinueResult::kNotUpdated:
       return "its status could not be written";
     case ContinueResult::kFailed:
@@ -74,7 +76,7 @@ void ReportProblems(const std::vector<Problem>& problems, Streams& streams, std:
     if (aside && streams.quiet) {
       ++silent;
     } else if (lines < kMostLines) {
-      streams.err << (aside ? "note: " : "problem: ") << ProblemText(problem) << "\n";
+      streams.err << (aside ? "note: " : "problem: ") << WordsOf(problem, Speech::kEnglish) << "\n";
       ++lines;
     }
   }
@@ -109,7 +111,12 @@ int ReportLocks(const LockOutcome& outcome, const char* done, Streams& streams) 
   bool all = outcome.started;
   const bool unlocking = std::string(done) == "unlocked";
   for (const DocumentLock& document : outcome.documents) {
-    if (document.result == LockResult::kDone || (unlocking && AsWished(document))) continue;
+    if (document.result == LockResult::kDone || (unlocking && AsWished(document))) {
+      if (!streams.json && !streams.quiet)
+        streams.out << (document.result == LockResult::kDone ? done : "not locked") << ": "
+                    << ObjectKeyText(document.document, ':') << "\n";
+      continue;
+    }
     all = false;
     streams.err << "object " << ObjectKeyText(document.document, ':') << " was not " << done << ": "
                 << ReasonOf(document, done) << "\n";
@@ -118,11 +125,14 @@ int ReportLocks(const LockOutcome& outcome, const char* done, Streams& streams) 
   return all ? kDone : kRefused;
 }
 
-int ReportContinue(const ContinueOutcome& outcome, const ObjectKey& exchange, Streams& streams) {
+int ReportContinue(const ContinueOutcome& outcome, const ObjectKey& exchange, const FileSystem& files,
+                   Streams& streams) {
   const bool continued = outcome.result == ContinueResult::kContinued;
-  if (!continued) {
-    streams.err << "object " << ObjectKeyText(exchange, ':') << " was not continued: " << ReasonOf(outcome)
-                << "\n";
+  if (continued) {
+    if (!streams.json && !streams.quiet) streams.out << "continued: " << ObjectKeyText(exchange, ':') << "\n";
+  } else {
+    streams.err << "object " << ObjectKeyText(exchange, ':')
+                << " was not continued: " << ReasonOf(outcome, files) << "\n";
   }
   ReportProblems(outcome.problems, streams);
   return continued ? kDone : kRefused;

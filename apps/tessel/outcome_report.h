@@ -18,7 +18,8 @@ namespace tessel::cli {
 
 // Each document that is not as wished, with the reason. `done` is "locked" or "unlocked".
 [[nodiscard]] int ReportLocks(const LockOutcome& outcome, const char* done, Streams& streams);
-[[nodiscard]] int ReportContinue(const ContinueOutcome& outcome, const ObjectKey& exchange, Streams& streams);
+[[nodiscard]] int ReportContinue(const ContinueOutcome& outcome, const ObjectKey& exchange,
+                                 const FileSystem& files, Streams& streams);
 
 // One line a problem, the oldest first, those that touch nothing that was wanted as notes; at the end how
 // many were not shown, of `count` problems when some were not kept.

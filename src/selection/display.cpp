@@ -37,7 +37,9 @@ std::string IconFile(const Services& services, const std::string& name) {
 
 }  // namespace
 
+// A list is as good without a picture: the trace tells of it, the outcome of the run does not.
 void GetIcon(Services& services, const PcObject& object, ImageList& images) {
+  const std::size_t problems = services.trace.problems.Kept().size();
   GuardedRun(
       services.trace, "Fehler beim Auslesen der Icons in function: (GetIcon/CommonXFunctions)",
       [&] {
@@ -50,6 +52,7 @@ void GetIcon(Services& services, const PcObject& object, ImageList& images) {
         images.Add(key, IconFile(services, name));
       },
       ProblemKind::kAside);
+  services.trace.problems.ForgetBehind(problems);
 }
 
 void DumpRecordLists(Trace& trace, const PcRecordListPtr& first, const PcRecordListPtr& second,

@@ -7,6 +7,7 @@
 
 #include "dispatch/dispatch.h"
 #include "toolkit/geometry.h"
+#include "wizard/copy_failure.h"
 #include "wizard/page_order.h"
 
 namespace tessel {
@@ -18,7 +19,7 @@ class PageFlow {
   // shows do not nest however often the user goes back and forth.
   virtual void ShowNext(PageId page) = 0;
   // Tells a person what the rules pass over without a word, where somebody listens.
-  virtual void Tell(const std::string& text) = 0;
+  virtual void Tell(const CopyFailure& failure) = 0;
   // Outer position and size of a page's window; nothing when it is not loaded or was never on the screen.
   [[nodiscard]] virtual std::optional<Rect> BoundsOf(PageId page) = 0;
   // Performs the send operation of the mail data page without showing it.

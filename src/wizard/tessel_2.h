@@ -2,6 +2,10 @@
 // directory.
 #pragma once
 
+#include <optional>
+#include <string>
+
+#include "wizard/copy_failure.h"
 #include "wizard/page.h"
 
 namespace tessel {
@@ -23,10 +27,11 @@ class Tessel_2 : public Page, public SendDataView {
  private:
   // One press of the process button while objects are left to copy.
   struct CopyRun {
-    bool single = false;       // the object last copied was the selected one alone
-    bool copied = false;       // files reached the exchange directory
-    std::string failure;       // what a person is told about a press that ended early
-    std::size_t problems = 0;  // of the run when the press began
+    bool single = false;                 // the object last copied was the selected one alone
+    bool copied = false;                 // files reached the exchange directory
+    std::optional<CopyFailure> failure;  // of a press that ended early
+    std::size_t problems = 0;            // of the run when the press began
+    std::size_t keptBefore = 0;          // problems that were kept when its last step began
   };
 
   void BuildProgress();
@@ -45,11 +50,13 @@ class Tessel_2 : public Page, public SendDataView {
   // Command1.
   void Process();
   void RunCopy(CopyRun& run);
+  // What made the press before this one fail is tried again: it is no problem of the run any more.
+  void ForgetFailure();
   [[nodiscard]] bool PrepareDirectory(CopyRun& run);
   // False ends the run.
   [[nodiscard]] bool CopyNode(int node, CopyRun& run);
-  // ": " and the cause of what went wrong last in this press; "." when the host said none.
-  [[nodiscard]] std::string WhyText(const CopyRun& run) const;
+  // Ends the press with what is told about it, and the cause of what went wrong last in it.
+  void Fail(CopyRun& run, CopyTrouble trouble, const std::string& document, const std::string& path) const;
   void MarkNode(int node);
   // The path as this machine has it; as it stands when it is none.
   [[nodiscard]] std::string NativeText(const std::string& path) const;
@@ -77,6 +84,9 @@ class Tessel_2 : public Page, public SendDataView {
   int clickedNode_ = -1;
   bool spacePressed_ = false;
   bool running_ = false;
+  // Kept problems before and after the step that made the last press fail; equal when none did.
+  std::size_t keptBeforeFailure_ = 0;
+  std::size_t keptAfterFailure_ = 0;
 };
 
 }  // namespace tessel

@@ -46,16 +46,22 @@ void Tessel_2::Process() {
   CopyRun run;
   {
     const FlagScope scope(running_);
+    ForgetFailure();
+    run.keptBefore = GetServices().trace.problems.Kept().size();
     run.problems = GetServices().trace.problems.Count();
     const bool ended = Guarded(GetServices().trace, kProcessError, false, [&] {
       RunCopy(run);
       return true;
     });
-    if (!ended && run.failure.empty()) run.failure = "The documents could not be processed" + WhyText(run);
+    if (!ended && !run.failure) Fail(run, CopyTrouble::kNotProcessed, "", "");
+    if (run.failure) {
+      keptBeforeFailure_ = run.keptBefore;
+      keptAfterFailure_ = GetServices().trace.problems.Kept().size();
+    }
     if (run.copied) GuardedRun(GetServices().trace, kProcessError, [this] { ClearReadOnlyFlags(); });
   }
   // The rules end such a press without a word.
-  if (!Left() && !run.failure.empty()) Flow().Tell(run.failure);
+  if (!Left() && run.failure) Flow().Tell(*run.failure);
   // The host's copy window took the page's place.
   if (run.single && !Left() && !kept->Visible()) ShowAgain();
 }
@@ -63,11 +69,11 @@ void Tessel_2::Process() {
 void Tessel_2::RunCopy(CopyRun& run) {
   const int selected = treeView2_->Selected();
   if (selected < 0) {
-    run.failure = "There is no document to copy.";
+    Fail(run, CopyTrouble::kNothingToCopy, "", "");
     ThrowObjectNotSet("selected node");
   }
   if (treeView2_->NodeAt(selected).checked) {
-    run.failure = "The selected document has been copied already. Select one without a check mark.";
+    Fail(run, CopyTrouble::kCopiedAlready, treeView2_->NodeAt(selected).text, "");
     return;
   }
   const int count = treeView2_->NodeCount();
@@ -89,12 +95,18 @@ void Tessel_2::RunCopy(CopyRun& run) {
   } while (!Left() && check1_->Checked() && done < count);
 }
 
+void Tessel_2::ForgetFailure() {
+  Problems& problems = GetServices().trace.problems;
+  if (problems.Kept().size() == keptAfterFailure_) problems.ForgetBehind(keptBeforeFailure_);
+  keptBeforeFailure_ = keptAfterFailure_ = 0;
+}
+
 bool Tessel_2::PrepareDirectory(CopyRun& run) {
   Services& services = GetServices();
+  run.keptBefore = services.trace.problems.Kept().size();
   ExchangeState& exchange = Context().exchange;
   if (!CommonXFunctions::MakeExchangeDirectory(services, exchange)) {
-    run.failure = "The exchange directory could not be made below " +
-                  NativeText(Settings().ExchangeDirectory) + WhyText(run);
+    Fail(run, CopyTrouble::kNoDirectory, "", NativeText(Settings().ExchangeDirectory));
     return false;
   }
   services.Session().GlobalData().Set(global_data::kExchangeDirectory, exchange.directoryPath);
@@ -105,12 +117,13 @@ bool Tessel_2::PrepareDirectory(CopyRun& run) {
 }
 
 bool Tessel_2::CopyNode(int node, CopyRun& run) {
+  run.keptBefore = GetServices().trace.problems.Kept().size();
   const std::string tag = treeView2_->NodeAt(node).tag;
   const CopyResult result = CommonXFunctions::copyFile2ExDir(GetServices(), Context().exchange, *this, tag);
   TraceLine("Result of CopyFile Window (1=ok; 2=abord): " + std::to_string(static_cast<int>(result)));
   if (result == CopyResult::kFailed) {
-    run.failure = "\"" + treeView2_->NodeAt(node).text + "\" could not be copied to " +
-                  NativeText(Context().exchange.directoryPath) + WhyText(run);
+    Fail(run, CopyTrouble::kNotCopied, treeView2_->NodeAt(node).text,
+         NativeText(Context().exchange.directoryPath));
     return false;
   }
   if (result != CopyResult::kCopied) return true;
@@ -119,8 +132,7 @@ bool Tessel_2::CopyNode(int node, CopyRun& run) {
   if (!CommonXFunctions::CreateStructure(GetServices(), Context().exchange, Context().structure, generate,
                                          tag)) {
     TraceLine("Error during creation of structure file");
-    run.failure =
-        "The structure of \"" + treeView2_->NodeAt(node).text + "\" could not be described" + WhyText(run);
+    Fail(run, CopyTrouble::kNotDescribed, treeView2_->NodeAt(node).text, "");
     return false;
   }
   MarkNode(node);
@@ -129,10 +141,13 @@ bool Tessel_2::CopyNode(int node, CopyRun& run) {
   return true;
 }
 
-std::string Tessel_2::WhyText(const CopyRun& run) const {
+void Tessel_2::Fail(CopyRun& run, CopyTrouble trouble, const std::string& document,
+                    const std::string& path) const {
+  run.failure = CopyFailure{trouble, document, path, 0, {}};
   const Problems& problems = GetServices().trace.problems;
-  if (problems.Count() == run.problems || problems.Kept().empty()) return ".";
-  return ": " + problems.Kept().back().cause;
+  if (problems.Count() == run.problems || problems.Kept().empty()) return;
+  run.failure->number = problems.Kept().back().number;
+  run.failure->cause = problems.Kept().back().cause;
 }
 
 void Tessel_2::MarkNode(int node) {

@@ -82,8 +82,8 @@ struct Wizard::Pages : public PageFlow {
   }
 
   void ShowNext(PageId page) override { next_ = page; }
-  void Tell(const std::string& text) override {
-    if (wizard_.tell) wizard_.tell(text);
+  void Tell(const CopyFailure& failure) override {
+    if (wizard_.tell) wizard_.tell(failure);
   }
   [[nodiscard]] std::optional<Rect> BoundsOf(PageId page) override { return Of(page).Bounds(); }
   void ClickDepatchButton() override { mailData.ClickDepatchButton(); }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "dispatch/dispatch.h"
+#include "wizard/copy_failure.h"
 #include "wizard/wizard_state.h"
 
 namespace tessel {
@@ -27,7 +28,7 @@ class Wizard {
   WizardState state;
   // Tells a person what the rules pass over without a word: what could not be done, with its path. Nobody is
   // told while it is empty, as in a client that has the rules alone.
-  std::function<void(const std::string& text)> tell;
+  std::function<void(const CopyFailure& failure)> tell;
 
  private:
   struct Pages;

@@ -155,8 +155,8 @@ TEST(SendDataPage, ClosingDuringTheLastObjectKeepsTheExportCancelled) {
 
 TEST(SendDataPage, FailedCopyEndsThePressAndMayBeTriedAgain) {
   World world;
-  std::vector<std::string> told;
-  world.program.wizard.tell = [&](const std::string& text) { told.push_back(text); };
+  std::vector<CopyFailure> told;
+  world.program.wizard.tell = [&](const CopyFailure& failure) { told.push_back(failure); };
   world.Select({World::kGearbox, World::kBolt});
   GoToSendData(world, kMail);
   world.driver.Do([&](UserActions&) {
@@ -167,15 +167,18 @@ TEST(SendDataPage, FailedCopyEndsThePressAndMayBeTriedAgain) {
   world.driver.Click("Command1");  // the selected node is copied already
   world.driver.Do([&](UserActions&) {
     ASSERT_EQ(told.size(), 2U);
-    EXPECT_NE(told[0].find("\"Bolt ; P-3\" could not be copied to " + world.ExchangePath()),
-              std::string::npos)
-        << told[0];
-    EXPECT_NE(told[1].find("copied already"), std::string::npos);
+    EXPECT_EQ(told[0].trouble, CopyTrouble::kNotCopied);
+    EXPECT_EQ(told[0].document, "Bolt ; P-3");
+    EXPECT_TRUE(told[0].path.starts_with(world.ExchangePath())) << told[0].path;
+    EXPECT_EQ(told[0].number, error_number::kFileNotFound) << told[0].cause;
+    EXPECT_EQ(told[1].trouble, CopyTrouble::kCopiedAlready);
+    EXPECT_EQ(told[1].cause, "");
     std::filesystem::rename(world.folder.Path("bolt.stp"), world.folder.Path("vault/bolt.stp"));
   });
   world.driver.ClickNode("TreeView2", 1).Click("Command1");
   LookAt(world, kPage, [&](Window&) {
     EXPECT_EQ(CaptionOf(world, "Command1"), "Weiter >>");
+    EXPECT_TRUE(world.program.trace.problems.Kept().empty()) << "it was put right";
     // What stands below the first object was not described a second time.
     int described = 0;
     for (XmlNode node = world.program.structure.contentList.FirstChild().FirstChild(); node;
