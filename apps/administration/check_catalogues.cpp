@@ -45,8 +45,10 @@ constexpr Kind kKinds[] = {{'p', "protocol.Kestrix_", "the protocol says \"no Me
 void CheckCatalogues(const Site& site, const std::string& folder, const std::set<std::string>& languages,
                      int customFields, Findings& findings) {
   const FileSystem& files = site.platform.files;
-  if (!files.FolderExists(folder)) {
-    findings.Error("catalogues", "there is no folder " + folder + ": messages say \"no Message found\"",
+  if (folder.empty() || !files.FolderExists(folder)) {
+    findings.Error("catalogues",
+                   (folder.empty() ? "the settings name no folder" : "there is no folder " + folder) +
+                       ": messages say \"no Message found\"",
                    "tessel config set DB LanguageFile FOLDER");
     return;
   }

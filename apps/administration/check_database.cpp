@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "administration/site_check.h"
+#include "dispatch/exchange_object.h"
 #include "host/names.h"
 
 namespace tessel::administration {
@@ -86,12 +87,9 @@ class DatabaseCheck {
     const PcClassPtr exchange = FirstClass(class_mechanism::kTransmittal);
     if (!exchange) return;
     RequireAttributes(*exchange, kExchangeAttributes, "exchanges are not recorded completely");
-    if (!HasNumber(*exchange)) {
-      findings_.Error(kWhere,
-                      "the class " + exchange->Name() +
-                          " has no identifying attribute with a sequence: no "
-                          "exchange can be recorded",
-                      "give its identifying attribute a sequence");
+    if (const std::string why = Kestrix_ExObj::WhyNoNumber(*exchange); !why.empty()) {
+      findings_.Error(kWhere, "the class " + exchange->Name() + ": " + why + ": no exchange can be recorded",
+                      "give its first identifying attribute a sequence");
     }
     for (const char* mechanism :
          {class_mechanism::kExchangeDocument, class_mechanism::kCompany, class_mechanism::kContactPerson}) {
@@ -99,18 +97,6 @@ class DatabaseCheck {
       for (int i = 0; others && i < others->SupportedClassCount(); ++i)
         CheckLink(*exchange, *others->SupportedClass(i));
     }
-  }
-
-  static bool HasNumber(const PcClass& checked) {
-    for (int i = 0; i < checked.AttributeCount(); ++i) {
-      const PcAttributePtr attribute = checked.Attribute(i);
-      const std::string name = attribute->Name();
-      if (name != attribute::kSiteId && name != "REVISION" && attribute->IsIdentifying(name) &&
-          attribute->HasSequence()) {
-        return true;
-      }
-    }
-    return false;
   }
 
   void CheckLink(const PcClass& exchange, const PcClass& other) {

@@ -211,10 +211,7 @@ class SettingsCheck {
     }
   }
 
-  [[nodiscard]] std::string CatalogueFolder() const {
-    const std::string folder = ValueOf("LanguageFile");
-    return folder.empty() ? site_.platform.program.directory : folder;
-  }
+  [[nodiscard]] std::string CatalogueFolder() const { return ValueOf("LanguageFile"); }
 
   [[nodiscard]] std::string LanguageOf(const std::string& login) const {
     const auto found = site_.languages.find(login);

@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "common/checksum_setting.h"
+#include "config/configuration.h"
 #include "host/error.h"
 #include "host/value.h"
 #include "platform/paths.h"
@@ -51,6 +52,11 @@ const SettingKey& NearestKey(std::string_view name) {
   });
 }
 
+bool HasBlanksAround(const std::string& value) {
+  const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+  return !value.empty() && (isBlank(value.front()) || isBlank(value.back()));
+}
+
 bool NamesFile(const SettingKey& key) {
   return key.name == "StructurFileName" || key.name == "DataFileName";
 }
@@ -59,7 +65,11 @@ std::string RefusalOfText(const SettingKey& key, const std::string& value) {
   if (NamesFile(key) && !paths::IsPlainFileName(value)) return "it is no plain file name";
   if (key.name == "ExportPrefix" && !paths::IsPlainFileName(value + "_"))
     return "it is no part of a file name";
+  if (NamesFile(key) && paths::IsSameFileName(value, kNeutralFormatsFile)) {
+    return "that is the name of the neutral formats";
+  }
   if (key.name == "ExchangePath" && value.empty()) return "no path would make exchange directories anywhere";
+  if (key.name == "ExchangePath" && !paths::IsFullPath(value)) return "it does not begin at a drive or at /";
   return {};
 }
 
@@ -80,6 +90,8 @@ const SettingKey& FindKey(const std::string& name) {
 std::string RefusalOf(const SettingKey& key, const std::string& value) {
   if (value.find_first_of("\r\n") != std::string::npos) return "it holds a line end";
   if (value.find('=') != std::string::npos) return "an entry with a second \"=\" is never found";
+  const bool converted = key.type == SettingKey::Type::kBoolean || key.type == SettingKey::Type::kInteger;
+  if (converted && HasBlanksAround(value)) return "it has blanks around it";
   try {
     if (key.type == SettingKey::Type::kBoolean) static_cast<void>(ParseBoolean(value));
     if (key.type == SettingKey::Type::kInteger) static_cast<void>(ParseInt16(value));

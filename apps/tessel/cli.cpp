@@ -36,6 +36,14 @@ struct Parsed {
   Login* login = nullptr;
 };
 
+// The form alone: whether there is such a class, the database tells.
+std::string WhyNoObject(const std::string& text) {
+  const auto colon = text.rfind(':');
+  const bool formed = colon != std::string::npos && colon > 0 && colon + 1 < text.size() &&
+                      text.find_first_not_of("0123456789", colon + 1) == std::string::npos;
+  return formed ? "" : "\"" + text + "\" is no CLASS:OBJECT";
+}
+
 void AddLogin(CLI::App& command, Login& login) {
   command.add_option("database", login.database, "Database file")->required();
   command.add_option("--user", login.user, "Login name")->required();
@@ -99,7 +107,8 @@ void AddExport(CLI::App& app, Parsed& parsed) {
   sub->add_option("--select", command.objects, "Documents, CLASS:OBJECT,...; may be repeated")
       ->required()
       ->allow_extra_args(false)
-      ->delimiter(',');
+      ->delimiter(',')
+      ->check(WhyNoObject);
   CLI::Option* mode = sub->add_option("--mode", command.mode, "Send mode")
                           ->check(CLI::IsMember({"mail", "mail-structure", "odette", "custom", "no-send"}));
   sub->add_flag("--no-send", parsed.noSend, "Short for --mode no-send")->excludes(mode);
@@ -136,7 +145,10 @@ void AddHook(CLI::App& app, Parsed& parsed, const char* name, HookRun action, co
   NamedHookCall& command = parsed.hooks[name];
   CLI::App* sub = app.add_subcommand(name, description);
   AddLogin(*sub, command.login);
-  sub->add_option("objects", command.objects, "CLASS:OBJECT ...")->required()->delimiter(',');
+  sub->add_option("objects", command.objects, "CLASS:OBJECT ...")
+      ->required()
+      ->delimiter(',')
+      ->check(WhyNoObject);
   sub->callback([&parsed, &command, action] {
     parsed.login = &command.login;
     parsed.run = [&command, action](Streams& streams) { return RunHook(command, action, streams); };

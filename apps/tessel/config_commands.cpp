@@ -134,6 +134,7 @@ int RunSet(const ConfigOptions& options, Streams& streams) {
     return WriteResult(streams, "config set", kDone,
                        {{"key", key.FullName()}, {"value", options.value}, {"settings", settings.Title()}});
   }
+  if (streams.quiet) return kDone;
   streams.out << "set: " << key.FullName() << "=" << options.value << " in " << settings.Title() << " of "
               << settings.Logins() << "\n";
   return kDone;
@@ -155,6 +156,7 @@ int RunUnset(const ConfigOptions& options, Streams& streams) {
         streams, "config unset", kDone,
         {{"key", key.FullName()}, {"value", DefaultText(key)}, {"settings", settings.Title()}});
   }
+  if (streams.quiet) return kDone;
   streams.out << "unset: " << key.FullName() << " in " << settings.Title() << "; default " << DefaultText(key)
               << "\n";
   return kDone;

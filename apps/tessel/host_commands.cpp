@@ -1,7 +1,9 @@
 #include <ostream>
 
+#include "dispatch/exchange_object.h"
 #include "embedded/store/describe.h"
 #include "embedded/store/new_database.h"
+#include "host/names.h"
 #include "platform/native/native_platform.h"
 #include "tessel/commands.h"
 #include "tessel/json_result.h"
@@ -43,12 +45,32 @@ Json JsonOf(const std::vector<embedded::DescribedClass>& classes) {
   return all;
 }
 
+// What a model may hold but no data exchange can work with.
+std::vector<std::string> WarningsOf(const PcMetaData& metaData) {
+  std::vector<std::string> warnings;
+  // The data exchange uses the first class of the mechanism.
+  const PcClassMechanismPtr mechanism = metaData.ClassMechanism(class_mechanism::kTransmittal);
+  if (!mechanism || mechanism->SupportedClassCount() == 0) return warnings;
+  const PcClassPtr exchange = mechanism->SupportedClass(0);
+  const std::string why = Kestrix_ExObj::WhyNoNumber(*exchange);
+  if (!why.empty())
+    warnings.push_back("class " + exchange->Name() + ": " + why + ": no exchange will be recorded");
+  return warnings;
+}
+
 }  // namespace
 
 int RunHostCreate(const HostCreate& command, Streams& streams) {
   NativePlatform system;
-  embedded::CreateDatabase(system.Services().files, command.database, command.model);
-  if (streams.json) return WriteResult(streams, "host create", kDone, {{"database", command.database}});
+  const auto metaData = embedded::CreateDatabase(system.Services().files, command.database, command.model);
+  const std::vector<std::string> warnings = WarningsOf(*metaData);
+  for (const std::string& warning : warnings) {
+    if (!streams.quiet) streams.err << "warning: " << warning << "\n";
+  }
+  if (streams.json) {
+    return WriteResult(streams, "host create", kDone,
+                       {{"database", command.database}, {"warnings", warnings}});
+  }
   if (!streams.quiet) streams.out << "created: " << command.database << "\n";
   return kDone;
 }

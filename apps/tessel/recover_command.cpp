@@ -63,6 +63,13 @@ const char* TextOf(RecoveryStep step) {
   return "continued";
 }
 
+std::string ListOf(const std::set<std::string>& paths, const FileSystem& files) {
+  std::string list;
+  for (const std::string& path : paths)
+    list += " " + files.NativePath(path);
+  return list;
+}
+
 Json StepsOf(const std::vector<Recovered>& done) {
   Json steps = Json::array();
   for (const Recovered& one : done)
@@ -91,7 +98,8 @@ int RunRecover(const Recover& command, Streams& streams) {
   const PcSessionPtr session = SessionWithoutUser(host);
   Trace trace{nullptr};
   std::vector<Recovered> done;
-  for (const std::string& path : ExchangePaths(*session)) {
+  const std::set<std::string> paths = ExchangePaths(*session);
+  for (const std::string& path : paths) {
     const auto found = RecoverExports(trace, files, *session, path, {command.dryRun, command.strays});
     done.insert(done.end(), found.begin(), found.end());
   }
@@ -105,6 +113,8 @@ int RunRecover(const Recover& command, Streams& streams) {
         streams, "recover", status,
         {{"dryRun", command.dryRun}, {"steps", StepsOf(done)}, {"problems", JsonOf(trace.problems.Kept())}});
   }
+  if (done.empty() && status == kDone && !streams.quiet)
+    streams.out << "nothing to put in order below:" << ListOf(paths, files) << "\n";
   for (const Recovered& one : done)
     streams.out << (command.dryRun ? "would be " : "") << TextOf(one.step) << ": " << one.subject << "\n";
   return status;

@@ -212,4 +212,14 @@ bool CreateExchangeObject(Services& services, const PcSessionPtr& session, Class
                  false, create);
 }
 
+std::string WhyNoNumber(const PcClass& exchangeClass) {
+  for (int i = 0; i < exchangeClass.AttributeCount(); ++i) {
+    const PcAttributePtr attribute = exchangeClass.Attribute(i);
+    const std::string name = attribute->Name();
+    if (name == attribute::kSiteId || name == "REVISION" || !attribute->IsIdentifying(name)) continue;
+    return attribute->HasSequence() ? "" : "the first identifying attribute " + name + " has no sequence";
+  }
+  return "there is no identifying attribute";
+}
+
 }  // namespace tessel::Kestrix_ExObj

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "config/services.h"
+#include "host/metadata.h"
 #include "host/names.h"
 #include "host/object.h"
 #include "host/record_list.h"
@@ -24,6 +25,10 @@ namespace Kestrix_ExObj {
                                         std::string& idValue, std::int16_t rootLinkSwitch,
                                         const PcObjectPtr& company, const PcObjectPtr& contact,
                                         const std::vector<PcRecordListPtr>& exported);
+
+// Why objects of a class would get no number, so that no exchange is recorded: the first identifying
+// attribute is the one that is numbered, whatever sequences those behind it have. Empty when they get one.
+[[nodiscard]] std::string WhyNoNumber(const PcClass& exchangeClass);
 
 }  // namespace Kestrix_ExObj
 }  // namespace tessel

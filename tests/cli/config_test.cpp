@@ -109,6 +109,9 @@ TEST_F(ConfigWorld, WhatAStartUpWouldRefuseIsRefused) {
       {{"ExchangePath", "D:\\a=b"}, "second \"=\""},
       {{"ExportPrefix", "a\nb"}, "line end"},
       {{"DataFileName", "../x.xml"}, "no plain file name"},
+      {{"DataFileName", "neutralformats.XML"}, "the name of the neutral formats"},
+      {{"ExchangePath", "temp/out"}, "does not begin at a drive"},
+      {{"PresetCopyAllBox", "True "}, "blanks around it"},
       {{"StructureFileName", "x.xml"}, "the nearest is ini_xml.StructurFileName"},
       {{"SMTPServer", "mx", "--user", "nobody"}, "There is no user nobody"},
   };
@@ -167,6 +170,7 @@ TEST_F(ConfigWorld, CheckTellsWhatPeopleWouldMeet) {
       {edit("DisplayAttribute1=VRK_DESCRIPTION", "DisplayAttribute1=MATERIAL"), 0,
        "the class CAD Assembly has no such attribute"},
       {edit("LanguageFile=", "LanguageFile=/none"), 1, "there is no folder /none"},
+      {edit("LanguageFile=", "LanguageFile=\r\n#"), 1, "the settings name no folder"},
       {[&] {
          std::string text;
          for (const char c : good)
@@ -188,6 +192,8 @@ TEST_F(ConfigWorld, CheckTellsWhatPeopleWouldMeet) {
            "'\"Other\"'), "
            "'[[\"OPER_CLASS_ID\",\"OPER_OBJECT_ID\"]]', '[]')"),
        1, "every export ends with e9010"},
+      {sql("UPDATE TESSEL_METADATA SET CONTENT = replace(CONTENT, '\"sequence\":\"Exchange number\",', '')"),
+       1, "the first identifying attribute VRK_ID has no sequence: no exchange can be recorded"},
   };
   for (const Fault& fault : faults) {
     fault.make();

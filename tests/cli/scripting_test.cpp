@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/cli_world.h"
+#include "common/outcome_words.h"
 #include "embedded/store/database.h"
 
 namespace tessel::test {
@@ -26,6 +27,9 @@ TEST_F(CliWorld, SlipsAreNamedWithWhatWasMeant) {
        "there is no option \"--usr\"; did you mean \"--user\"?"},
       {{"lock", database, "--zzz", "1202:4721"}, "there is no option \"--zzz\"\n"},
       {{"lock", database, "--user", "m\xFCller", "1202:4721"}, "the argument \"m\\xFCller\" is not UTF-8"},
+      {{"lock", database, "--user", "anna", "1202"}, "\"1202\" is no CLASS:OBJECT"},
+      {{"export", database, "--user", "anna", "--select", "1202:4721,gearbox", "--no-send"},
+       "\"gearbox\" is no CLASS:OBJECT"},
       {{"export", database, "--user", "anna", "--select", "1202:4721", "--mode", "mail", "--folder-structure",
         ""},
        "--folder-structure"},
@@ -70,6 +74,61 @@ TEST_F(CliWorld, WhatIsMissingAtASiteIsSaidPlainly) {
   embedded::Database(Database()).ExecuteOnce("DELETE FROM ADMIN_SETTING");
   EXPECT_EQ(RunAs("anna", "export", {"--select", "1202:4721", "--no-send"}), 1);
   EXPECT_NE(err.find("No settings object is linked to the user anna"), std::string::npos) << err;
+}
+
+TEST_F(CliWorld, AModelWhoseExchangesGetNoNumberIsWarnedOf) {
+  const auto create = [&](const char* attributes) {
+    folder.Write("model.json", std::string(R"({"alias": "A", "classMechanisms": ["VRKX_DX_TRANSMITTAL"],
+      "sequences": [{"name": "S", "pattern": "%d"}], "classes": [{"id": 900, "name": "Exchange",
+      "table": "EXCHANGE", "mechanisms": ["VRKX_DX_TRANSMITTAL"], "attributes": [)") +
+                                   attributes + "]}]}");
+    std::filesystem::remove_all(folder.Path("new.db.vault"));
+    std::filesystem::remove(folder.Path("new.db"));
+    EXPECT_EQ(Run({"host", "create", folder.Path("new.db"), folder.Path("model.json")}), 0) << err;
+    return err;
+  };
+  constexpr const char* kLater = R"({"name": "B", "type": "text", "identifying": true, "sequence": "S"})";
+  EXPECT_EQ(create(kLater), "");
+  EXPECT_EQ(create((std::string(R"({"name": "A", "type": "text", "identifying": true}, )") + kLater).c_str()),
+            "warning: class Exchange: the first identifying attribute A has no sequence: no exchange will be "
+            "recorded\n");
+  EXPECT_NE(create(R"({"name": "A", "type": "text"})").find("there is no identifying attribute"),
+            std::string::npos);
+}
+
+// The steps of the trace are for those who read the trace.
+TEST(OutcomeWords, SayWhatFailedInTheLanguageOfThePerson) {
+  const Problem copy{
+      "Fehler beim Kopieren (copyFile2ExDir/CommonXFunctions)", "1202_4721", 53, "No file x", {}};
+  EXPECT_EQ(WordsOf(copy, Speech::kEnglish), "Copying the documents: No file x (1202_4721)");
+  EXPECT_EQ(WordsOf(copy, Speech::kGerman),
+            "Kopieren der Dokumente: Datei nicht gefunden (No file x) (1202_4721)");
+  EXPECT_EQ(WordsOf(Problem{"A step of its own", {}, 8, "read only", {}}, Speech::kGerman),
+            "A step of its own: read only");
+  struct Told {
+    CopyFailure failure;
+    const char* english;
+    const char* german;
+  };
+  const Told cases[] = {
+      {{CopyTrouble::kNothingToCopy, "", "", 0, ""},
+       "There is no document to copy.",
+       "Es gibt kein Dokument zu kopieren."},
+      {{CopyTrouble::kNoDirectory, "", "/x", 76, "Cannot create /x/y"},
+       "The exchange directory could not be made below /x: Cannot create /x/y",
+       "Das Austauschverzeichnis konnte nicht angelegt werden in /x: Pfad nicht gefunden (Cannot create "
+       "/x/y)"},
+      {{CopyTrouble::kNotCopied, "%2 ; P-1", "/%1", 440, "Nein"},
+       "\"%2 ; P-1\" could not be copied to /%1: Nein",
+       "\"%2 ; P-1\" konnte nicht kopiert werden nach /%1: Nein"},
+      {{CopyTrouble::kNotProcessed, "", "", 0, ""},
+       "The documents could not be processed.",
+       "Die Dokumente konnten nicht bearbeitet werden."},
+  };
+  for (const Told& told : cases) {
+    EXPECT_EQ(WordsOf(told.failure, Speech::kEnglish), told.english);
+    EXPECT_EQ(WordsOf(told.failure, Speech::kGerman), told.german);
+  }
 }
 
 TEST_F(CliWorld, ThePasswordComesFromInputOrAPerson) {

@@ -179,8 +179,8 @@ bool RemoveUnfinishedDatabase(FileSystem& files, const std::string& databasePath
   return true;
 }
 
-void CreateDatabase(FileSystem& files, const std::string& databasePath, const std::string& modelPath,
-                    const StatementWatch& watch) {
+MetadataPtr CreateDatabase(FileSystem& files, const std::string& databasePath, const std::string& modelPath,
+                           const StatementWatch& watch) {
   ModelSource source;
   source.text = files.ReadBytes(modelPath);
   source.name = paths::FileName(modelPath);
@@ -197,6 +197,7 @@ void CreateDatabase(FileSystem& files, const std::string& databasePath, const st
     database.Settle();
   }
   target.Finish();
+  return model.metadata;
 }
 
 }  // namespace tessel::embedded
