@@ -1,6 +1,7 @@
 #include "database_choice.h"
 
 #include <QCoreApplication>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -34,16 +35,24 @@ QString DataDirectory() {
   return directory;
 }
 
+// The path of a database; empty when none was chosen.
+QString Ask(QFileDialog& dialog, qt::Language language) {
+  dialog.setNameFilters(texts::kDatabases.In(language).split(QStringLiteral(";;")));
+  dialog.resize(qt::OnScreen(dialog.sizeHint(), dialog));
+  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
 QString CreateExample(FileSystem& files, qt::Language language) {
   const QString model = ExampleModel();
   if (model.isEmpty()) {
     Tell(texts::kNoExample.In(language), language, nullptr);
     return {};
   }
-  QString path = QFileDialog::getSaveFileName(nullptr, texts::kChoiceCreate.In(language),
-                                              QDir(DataDirectory()).filePath(QStringLiteral("wendelau.db")),
-                                              texts::kDatabases.In(language), nullptr,
-                                              QFileDialog::DontConfirmOverwrite);
+  QFileDialog dialog(nullptr, texts::kChoiceCreate.In(language), DataDirectory());
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  dialog.selectFile(QStringLiteral("wendelau.db"));
+  QString path = Ask(dialog, language);
   if (path.isEmpty()) return {};
   if (QFileInfo(path).suffix().isEmpty()) path += QLatin1String(".db");
   try {
@@ -58,9 +67,10 @@ QString CreateExample(FileSystem& files, qt::Language language) {
 }  // namespace
 
 QString AskForDatabase(const QString& last, qt::Language language) {
-  return QFileDialog::getOpenFileName(nullptr, texts::kOpenTitle.In(language),
-                                      last.isEmpty() ? DataDirectory() : QFileInfo(last).path(),
-                                      texts::kDatabases.In(language));
+  QFileDialog dialog(nullptr, texts::kOpenTitle.In(language),
+                     last.isEmpty() ? DataDirectory() : QFileInfo(last).path());
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  return Ask(dialog, language);
 }
 
 DatabaseChoice ChooseDatabase(const QString& last, FileSystem& files, qt::Language language) {
@@ -77,6 +87,8 @@ DatabaseChoice ChooseDatabase(const QString& last, FileSystem& files, qt::Langua
         (again != nullptr ? texts::kChoiceOpen : texts::kChoiceFirst).In(language), QMessageBox::AcceptRole);
     QPushButton* create = box.addButton(texts::kChoiceCreate.In(language), QMessageBox::AcceptRole);
     box.addButton(qt::kCancelText.In(language), QMessageBox::RejectRole);
+    // One below the other: in a row they are too wide for a small screen.
+    if (auto* buttons = box.findChild<QDialogButtonBox*>()) buttons->setOrientation(Qt::Vertical);
     box.exec();
     QString path;
     if (again != nullptr && box.clickedButton() == again) {

@@ -63,6 +63,19 @@ class Row {
   int row_;
 };
 
+constexpr QLatin1String kWorkMark("@@");
+
+QString FileNameOf(const QString& path) {
+  return path.mid(std::max(path.lastIndexOf(QLatin1Char('\\')), path.lastIndexOf(QLatin1Char('/'))) + 1);
+}
+
+// What a protocol says of the directory while it was filled, in whatever words around it.
+QString WorkDirectoryIn(const QString& protocol) {
+  static const QRegularExpression path(
+      QStringLiteral("(?:[A-Za-z]:[\\\\/]|[\\\\/])[^\r\n]*[\\\\/]@@_[^\\\\/\r\n]+_\\d{8}_\\d{6}"));
+  return path.match(protocol).captured(0);
+}
+
 }  // namespace
 
 QString FolderOf(const QString& directory) {
@@ -87,6 +100,22 @@ void SetDirectory(ExchangeRow& row, const QString& directory) {
   bool seconds = false;
   static_cast<void>(match.captured(7).toInt(&seconds));
   if (seconds) row.date += QLatin1Char(':') + match.captured(7);
+}
+
+QString FindDirectory(const ExchangeRow& row, const NativePathOf& native,
+                      std::map<QString, QStringList>& listed) {
+  const QString name = FileNameOf(row.workDirectory);
+  const QString base = row.workDirectory.chopped(name.size());
+  // The mark in front becomes the prefix, and the directories of further recipients differ in their end.
+  const QString inside = name.mid(kWorkMark.size()).chopped(1);
+  if (inside.isEmpty()) return {};
+  const QString folder = native(base);
+  const auto [known, fresh] = listed.try_emplace(folder);
+  if (fresh) known->second = QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+  for (const QString& entry : known->second) {
+    if (entry.contains(inside) && RecordOf(QDir(folder).filePath(entry)) == row.key) return base + entry;
+  }
+  return {};
 }
 
 std::optional<ObjectKey> RecordOf(const QString& nativeFolder) {
@@ -174,7 +203,7 @@ void DatabaseContents::AddExchanges(const PcClass& objectClass, std::vector<Exch
   const PcRecordListPtr list =
       AllOf(*session_, objectClass,
             {number, attribute::kProcessPhase, attribute::kStatusInfo, attribute::kSendToCompany,
-             attribute::kSendToContact, attribute::kRootDirectory});
+             attribute::kSendToContact, attribute::kRootDirectory, attribute::kProtocol});
   std::map<ObjectId, int> counts = DocumentCounts(objectClass);
   for (int position = 0; position < list->RowCount(); ++position) {
     const Row row(*list, position);
@@ -188,8 +217,12 @@ void DatabaseContents::AddExchanges(const PcClass& objectClass, std::vector<Exch
                     row.Text(attribute::kStatusInfo),
                     row.Text(attribute::kSendToCompany),
                     row.Text(attribute::kSendToContact),
-                    {}});
-    SetDirectory(rows.back(), row.Text(attribute::kRootDirectory));
+                    {},
+                    WorkDirectoryIn(row.Text(attribute::kProtocol))});
+    ExchangeRow& exchange = rows.back();
+    // The record has its directory from the program that sends it; who made it and when, the protocol tells.
+    SetDirectory(exchange, exchange.workDirectory);
+    SetDirectory(exchange, row.Text(attribute::kRootDirectory));
   }
 }
 

@@ -4,6 +4,8 @@
 
 #include <QIcon>
 #include <QString>
+#include <QStringList>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -38,6 +40,7 @@ struct ExchangeRow {
   QString company;
   QString contact;
   QString directory;
+  QString workDirectory;  // under its temporary name, as the protocol tells it; empty when it does not
 };
 
 // The folder of a data exchange object's directory, which may name a file in it.
@@ -48,6 +51,13 @@ void SetDirectory(ExchangeRow& row, const QString& directory);
 
 // The data exchange object that the data file in a finished directory names; nothing when there is none.
 [[nodiscard]] std::optional<ObjectKey> RecordOf(const QString& nativeFolder);
+
+// Where an exchange lies whose record does not say it yet: in the folder of its work directory, under the
+// name that it got at last. Folders are listed once each and kept in `listed`. Empty when it is not to be
+// found.
+using NativePathOf = std::function<QString(const QString&)>;
+[[nodiscard]] QString FindDirectory(const ExchangeRow& row, const NativePathOf& native,
+                                    std::map<QString, QStringList>& listed);
 
 class DatabaseContents {
  public:

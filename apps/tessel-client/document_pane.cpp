@@ -16,6 +16,12 @@
 #include "texts.h"
 
 namespace tessel::client {
+namespace {
+
+constexpr int kSearchLetters = 14;  // the search is never narrower
+constexpr int kWideLetters = 80;    // room for all words of the row
+
+}  // namespace
 
 DocumentPane::DocumentPane(DocumentModel::IconSource iconOf, qt::Language language)
     : language_(language),
@@ -49,14 +55,15 @@ DocumentPane::~DocumentPane() {
 
 void DocumentPane::BuildSearch() {
   search_->setObjectName("search");
-  search_->setAccessibleName("search");
+  search_->setAccessibleName(texts::kSearch.In(language_));
+  search_->setMinimumWidth(fontMetrics().averageCharWidth() * kSearchLetters);
   search_->setPlaceholderText(texts::kSearch.In(language_));
   search_->setClearButtonEnabled(true);
   classFilter_->setObjectName("classFilter");
-  classFilter_->setAccessibleName("classFilter");
+  classFilter_->setAccessibleName(texts::kClass.In(language_));
   classFilter_->addItem(texts::kAllClasses.In(language_), 0);
   stateFilter_->setObjectName("stateFilter");
-  stateFilter_->setAccessibleName("stateFilter");
+  stateFilter_->setAccessibleName(texts::kState.In(language_));
   stateFilter_->addItem(texts::kAllStates.In(language_), 0);
   for (int state = 1; state < static_cast<int>(std::size(texts::kStates)); ++state)
     stateFilter_->addItem(StateName(state, language_), state);
@@ -72,7 +79,7 @@ void DocumentPane::BuildSearch() {
 
 void DocumentPane::BuildList() {
   list_->setObjectName("documents");
-  list_->setAccessibleName("documents");
+  list_->setAccessibleName(texts::kDocumentCount.In(language_));
   list_->setModel(&filter_);
   list_->setRootIsDecorated(false);
   list_->setUniformRowHeights(true);
@@ -190,8 +197,18 @@ std::optional<ObjectKey> DocumentPane::CurrentKey() const {
   return current.isValid() ? std::optional(filter_.KeyAt(current)) : std::nullopt;
 }
 
+// The search needs room more than the word behind the numbers.
 void DocumentPane::ShowCount() {
-  count_->setText(texts::kDocuments.In(language_).arg(filter_.rowCount()).arg(documents_.rowCount()));
+  const bool narrow = width() < fontMetrics().averageCharWidth() * kWideLetters;
+  count_->setText((narrow ? texts::kDocumentsShort : texts::kDocuments)
+                      .In(language_)
+                      .arg(filter_.rowCount())
+                      .arg(documents_.rowCount()));
+}
+
+void DocumentPane::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  ShowCount();
 }
 
 }  // namespace tessel::client

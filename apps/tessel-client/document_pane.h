@@ -34,6 +34,9 @@ class DocumentPane : public QWidget {
   std::function<void()> OnMarksChanged;
   std::function<void()> OnCurrentChanged;
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
   void BuildSearch();
   void BuildList();

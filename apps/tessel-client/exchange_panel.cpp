@@ -92,6 +92,14 @@ QTreeWidgetItem* ExchangePanel::MakeItem(const ExchangeRow& row) const {
   item->setIcon(0, contents_.IconOf(row.key.classId));
   item->setToolTip(kDirectoryColumn, FolderOf(row.directory));
   item->setToolTip(kStatusColumn, row.status);
+  const auto unknown = [&](Column column, const qt::BothTexts& text) {
+    if (!item->text(column).isEmpty()) return;
+    item->setText(column, text.In(language_));
+    item->setForeground(column, palette().color(QPalette::PlaceholderText));
+  };
+  unknown(kDateColumn, texts::kUnknown);
+  unknown(kSenderColumn, texts::kUnknown);
+  unknown(kDirectoryColumn, texts::kUnknownDirectory);
   if (row.phase != kPhaseStopped) return item;
   QFont font = list_->font();
   font.setBold(true);

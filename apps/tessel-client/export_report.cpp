@@ -7,6 +7,7 @@
 #include <QTreeWidget>
 #include <algorithm>
 
+#include "common/outcome_words.h"
 #include "qt/text.h"
 #include "tell.h"
 #include "texts.h"
@@ -17,6 +18,7 @@ namespace {
 using qt::ToQt;
 
 constexpr QSize kSize{720, 320};
+constexpr int kMargins = 40;  // of the dialog around its table
 constexpr int kDirectoryRole = Qt::UserRole;
 enum Column { kCompany, kContact, kDocuments, kExchange, kDirectory, kColumnCount };
 
@@ -51,15 +53,11 @@ QString HeadOf(const ExportOutcome& outcome, qt::Language language) {
   return texts::kExportDone.In(language);
 }
 
-bool Tells(const Problem& problem) {
-  return problem.kind != ProblemKind::kAside;
-}
-
 QStringList ProblemsOf(const ExportOutcome& outcome, qt::Language language) {
   QStringList lines;
   if (outcome.monitor == MonitorStart::kFailed) lines.append(texts::kMonitorFailed.In(language));
   for (const Problem& problem : outcome.problems) {
-    if (Tells(problem)) lines.append(ToQt(ProblemText(problem)));
+    lines.append(ToQt(WordsOf(problem, SpeechOf(language))));
   }
   return lines;
 }
@@ -112,7 +110,7 @@ QPlainTextEdit* MakeProblems(const QStringList& lines, qt::Language language) {
 
 bool WorthTelling(const ExportOutcome& outcome) {
   if (outcome.cancelled) return false;
-  return outcome.dispatch != DispatchEnd::kNotRun || std::ranges::any_of(outcome.problems, Tells);
+  return outcome.dispatch != DispatchEnd::kNotRun || !outcome.problems.empty();
 }
 
 qt::HostDialog* MakeExportReport(const ExportOutcome& outcome, const std::vector<ExchangeRow>& exchanges,
@@ -136,7 +134,9 @@ qt::HostDialog* MakeExportReport(const ExportOutcome& outcome, const std::vector
       if (const QTreeWidgetItem* item = table->currentItem()) open(item->data(0, kDirectoryRole).toString());
     });
   }
-  dialog->resize(kSize);
+  // Wide enough for the paths; the screen is the limit.
+  dialog->resize(table == nullptr ? kSize
+                                  : kSize.expandedTo({table->header()->length() + kMargins, kSize.height()}));
   buttons->findChild<QPushButton*>("ok")->setFocus();
   return dialog;
 }

@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QTreeWidget>
@@ -43,7 +44,9 @@ QTreeWidget* MakeKeyList(const QList<QAction*>& actions, qt::Language language) 
     const QString tip = QString(action->toolTip()).remove(QLatin1String(" (") + key + QLatin1Char(')'));
     list->addTopLevelItem(new QTreeWidgetItem({key, tip}));
   }
-  list->resizeColumnToContents(0);
+  // On a small screen the list is scrolled aside; nothing of it is cut.
+  list->header()->setStretchLastSection(false);
+  list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   return list;
 }
 

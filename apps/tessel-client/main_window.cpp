@@ -166,11 +166,18 @@ void MainWindow::Refresh() {
   EnableActions();
 }
 
-// The database learns the directory from the program that sends it; until then the client remembers it.
+// The database learns the directory from the program that sends it; until then the client looks for it, and
+// remembers where it was found.
 std::vector<ExchangeRow> MainWindow::Exchanges() const {
   std::vector<ExchangeRow> rows = contents_.Exchanges();
+  std::map<QString, QStringList> listed;
   for (ExchangeRow& row : rows) {
-    if (row.directory.isEmpty()) SetDirectory(row, settings_.value(FolderKey(row.key)).toString());
+    if (!row.directory.isEmpty()) continue;
+    SetDirectory(row, settings_.value(FolderKey(row.key)).toString());
+    if (!row.directory.isEmpty() || row.workDirectory.isEmpty()) continue;
+    SetDirectory(row, FindDirectory(
+                          row, [this](const QString& path) { return NativePath(path); }, listed));
+    if (!row.directory.isEmpty()) settings_.setValue(FolderKey(row.key), row.directory);
   }
   return rows;
 }

@@ -24,7 +24,7 @@ StructureTree::StructureTree(const DatabaseContents& contents, const DocumentMod
                              qt::Language language)
     : contents_(contents), documents_(documents) {
   setObjectName("structure");
-  setAccessibleName("structure");
+  setAccessibleName(texts::kStructure.In(language));
   setHeaderLabels({texts::kNumber.In(language), texts::kDescription.In(language)});
   setSelectionMode(ExtendedSelection);
   setUniformRowHeights(true);

@@ -71,6 +71,9 @@ inline constexpr BothTexts kDate{"Date", "Datum"};
 inline constexpr BothTexts kSender{"Sender", "Absender"};
 inline constexpr BothTexts kDocumentCount{"Documents", "Dokumente"};
 inline constexpr BothTexts kDirectory{"Directory", "Verzeichnis"};
+inline constexpr BothTexts kUnknown{"unknown", "unbekannt"};
+inline constexpr BothTexts kUnknownDirectory{"not here; recorded when it is sent",
+                                             "nicht hier; wird beim Versand vermerkt"};
 
 inline constexpr BothTexts kStructure{"Product structure", "Produktstruktur"};
 inline constexpr BothTexts kExchanges{"Data exchanges", "Datenaustausche"};
@@ -87,6 +90,7 @@ inline constexpr BothTexts kPhases[]{
 inline constexpr BothTexts kNothingSelected{"Selection for export: none", "Auswahl für den Export: keine"};
 inline constexpr BothTexts kSelected{"Selection for export (%1): %2", "Auswahl für den Export (%1): %2"};
 inline constexpr BothTexts kDocuments{"%1 of %2 documents", "%1 von %2 Dokumenten"};
+inline constexpr BothTexts kDocumentsShort{"%1 / %2", "%1 / %2"};
 inline constexpr BothTexts kLoggedIn{"%1 on %2", "%1 an %2"};
 
 inline constexpr BothTexts kChoice{"Which database shall be opened?",

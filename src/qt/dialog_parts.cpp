@@ -2,15 +2,25 @@
 
 #include <QCloseEvent>
 #include <QPushButton>
+#include <QScreen>
 
 #include "qt/logo.h"
 
 namespace tessel::qt {
+namespace {
+
+constexpr QSize kFrame{12, 40};  // room for the border and the title bar
+
+}  // namespace
+
+QSize OnScreen(const QSize& size, const QWidget& window) {
+  return size.boundedTo(window.screen()->availableSize() - kFrame);
+}
 
 HostDialog::HostDialog(const QString& name, const QString& title, QWidget* parent)
     : QDialog(parent), rows_(new QVBoxLayout(this)) {
   setObjectName(name);
-  setAccessibleName(name);
+  setAccessibleName(title);
   setWindowTitle(title);
   setWindowIcon(LogoIcon());
   setWindowFlag(Qt::WindowContextHelpButtonHint, false);
@@ -39,6 +49,11 @@ int HostDialog::Ask() {
     default:
       return kCancelled;
   }
+}
+
+void HostDialog::showEvent(QShowEvent* event) {
+  if (!event->spontaneous()) resize(OnScreen(size(), *this));
+  QDialog::showEvent(event);
 }
 
 void HostDialog::closeEvent(QCloseEvent* event) {

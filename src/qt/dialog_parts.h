@@ -12,6 +12,9 @@ namespace tessel::qt {
 inline constexpr BothTexts kOkText{"OK", "OK"};
 inline constexpr BothTexts kCancelText{"Cancel", "Abbrechen"};
 
+// The size, or as much of it as the screen of the window has room for beside the frame.
+[[nodiscard]] QSize OnScreen(const QSize& size, const QWidget& window);
+
 // A dialog that tells a closing through the frame from a cancel.
 class HostDialog : public QDialog {
  public:
@@ -20,7 +23,7 @@ class HostDialog : public QDialog {
   static constexpr int kCancelled = 2;
   static constexpr int kClosed = 7;
 
-  // The name is the object and the accessible name.
+  // The name is the object name, the title the accessible name.
   HostDialog(const QString& name, const QString& title, QWidget* parent);
 
   [[nodiscard]] QVBoxLayout& Rows() { return *rows_; }
@@ -31,6 +34,8 @@ class HostDialog : public QDialog {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  // Never larger than the screen that it appears on.
+  void showEvent(QShowEvent* event) override;
 
  private:
   QVBoxLayout* rows_;

@@ -107,7 +107,7 @@ std::vector<std::size_t> QtHostDialogs::SelectObjects(const embedded::SelectionD
   HostDialog dialog("selectionDialog", title, toolkit_.DialogParent());
   auto* filter = new QLineEdit;
   filter->setPlaceholderText(kFilter.In(language_));
-  filter->setAccessibleName("filter");
+  filter->setAccessibleName(kFilter.In(language_));
   filter->setClearButtonEnabled(true);
   dialog.Rows().addWidget(filter);
   QTreeWidget* list = MakeObjectList(
@@ -130,9 +130,9 @@ std::vector<std::size_t> QtHostDialogs::SelectObjects(const embedded::SelectionD
 embedded::LoginAnswer QtHostDialogs::Login() {
   HostDialog dialog("login", kLoginTitle.In(language_), toolkit_.DialogParent());
   auto* user = new QLineEdit(user_);
-  user->setAccessibleName("user");
+  user->setObjectName("user");
   auto* password = new QLineEdit;
-  password->setAccessibleName("password");
+  password->setObjectName("password");
   password->setEchoMode(QLineEdit::Password);
   auto* form = new QFormLayout;
   form->addRow(kUser.In(language_), user);

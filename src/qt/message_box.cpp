@@ -3,10 +3,15 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLayout>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
+#include <algorithm>
 
 #include "qt/text.h"
 
@@ -42,6 +47,23 @@ void LetCopy(QMessageBox& box) {
   });
 }
 
+// A text that is higher than the screen is scrolled, so that the buttons stay on it.
+void FitOnScreen(QMessageBox& box) {
+  constexpr int kFrame = 40;
+  auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+  const int most = box.screen()->availableSize().height() - kFrame;
+  const int over = box.sizeHint().height() - most;
+  if (label == nullptr || over <= 0) return;
+  const QSize whole = label->sizeHint();
+  auto* area = new QScrollArea(&box);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setWidgetResizable(true);
+  area->setMinimumSize(whole.width() + area->verticalScrollBar()->sizeHint().width(),
+                       std::max(whole.height() - over, label->fontMetrics().lineSpacing()));
+  delete box.layout()->replaceWidget(label, area);
+  area->setWidget(label);
+}
+
 // Without a window manager's help the keys would go nowhere once the box is gone.
 void Run(QMessageBox& box, QWidget* parent) {
   const QPointer<QWidget> before = parent == nullptr ? nullptr : parent->window();
@@ -59,16 +81,16 @@ MessageAnswer ShowMessageBox(const MessageRequest& request, Language language, Q
   box.setText(ToQt(request.text));
   box.setIcon(IconOf(request.icon));
   LetCopy(box);
-  if (request.buttons == MessageButtons::kOk) {
-    box.addButton(kOk.In(language), QMessageBox::AcceptRole);
-    Run(box, parent);
-    return MessageAnswer::kOk;
+  const bool ok = request.buttons == MessageButtons::kOk;
+  QPushButton* yes = ok ? box.addButton(kOk.In(language), QMessageBox::AcceptRole)
+                        : box.addButton(kYes.In(language), QMessageBox::YesRole);
+  if (!ok) {
+    box.setDefaultButton(yes);
+    box.setEscapeButton(box.addButton(kNo.In(language), QMessageBox::NoRole));
   }
-  QPushButton* yes = box.addButton(kYes.In(language), QMessageBox::YesRole);
-  QPushButton* no = box.addButton(kNo.In(language), QMessageBox::NoRole);
-  box.setDefaultButton(yes);
-  box.setEscapeButton(no);
+  FitOnScreen(box);
   Run(box, parent);
+  if (ok) return MessageAnswer::kOk;
   return box.clickedButton() == yes ? MessageAnswer::kYes : MessageAnswer::kNo;
 }
 

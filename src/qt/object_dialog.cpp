@@ -26,7 +26,7 @@ bool HasLines(const std::string& text) {
 QTreeWidget* MakeAttributeList(const embedded::ObjectDialogRequest& request, Language language) {
   auto* list = new QTreeWidget;
   list->setObjectName("attributes");
-  list->setAccessibleName("attributes");
+  list->setAccessibleName(kAttributes.In(language));
   list->setRootIsDecorated(false);
   list->setAlternatingRowColors(true);
   list->setHeaderLabels({kAttribute.In(language), kValue.In(language)});

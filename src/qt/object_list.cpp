@@ -9,6 +9,7 @@ namespace {
 
 constexpr BothTexts kDescription{"Description", "Bezeichnung"};
 constexpr BothTexts kKey{"Object", "Objekt"};
+constexpr BothTexts kObjects{"Objects", "Objekte"};
 
 }  // namespace
 
@@ -17,7 +18,7 @@ QTreeWidget* MakeObjectList(const std::vector<embedded::DialogObject>& objects,
                             QWidget* parent) {
   auto* list = new QTreeWidget(parent);
   list->setObjectName("objects");
-  list->setAccessibleName("objects");
+  list->setAccessibleName(kObjects.In(language));
   list->setRootIsDecorated(false);
   list->setUniformRowHeights(true);
   list->setHeaderLabels({kDescription.In(language), kKey.In(language)});

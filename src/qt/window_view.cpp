@@ -156,14 +156,19 @@ void WindowView::FitCaptions() {
 }
 
 void WindowView::MakeWayForCounters() {
-  for (const auto& [bar, view] : views_) {
-    if (bar->Kind() != ControlKind::kProgressBar) continue;
-    QRect pixels = PixelsOf(units_, bar->Bounds());
+  for (const auto& [yielding, view] : views_) {
+    const bool bar = yielding->Kind() == ControlKind::kProgressBar;
+    if (!bar && yielding->Kind() != ControlKind::kLabel) continue;
+    QRect pixels = PixelsOf(units_, yielding->Bounds());
+    if (!bar) pixels.setWidth(view->Widget().width());
     for (const auto& [label, labelView] : views_) {
-      if (label->Kind() != ControlKind::kLabel || !label->Visible() || label->Parent() != bar->Parent() ||
-          label->Bounds().left >= bar->Bounds().left || !SameRows(label->Bounds(), bar->Bounds()))
+      if (label->Kind() != ControlKind::kLabel || !label->Visible() ||
+          label->Parent() != yielding->Parent() || label->Bounds().left >= yielding->Bounds().left ||
+          !SameRows(label->Bounds(), yielding->Bounds()))
         continue;
-      const int end = labelView->Widget().geometry().right() + units_.Pixels(kCaptionGap);
+      const QRect place = labelView->Widget().geometry();
+      const int written = bar ? place.width() : std::min(place.width(), labelView->CaptionWidth());
+      const int end = place.left() + written - 1 + units_.Pixels(kCaptionGap);
       pixels.setLeft(std::clamp(end, pixels.left(), pixels.right()));
     }
     view->Widget().setGeometry(pixels);
@@ -179,10 +184,16 @@ double WindowView::RoomToTheRight(const Control& control) const {
     if (other->Kind() == ControlKind::kProgressBar) continue;  // it makes way
     const Rect& taken = other->Bounds();
     if (taken.left >= bounds.left + bounds.width && SameRows(taken, bounds)) {
-      end = std::min(end, taken.left - kCaptionGap);
+      end = std::min(end, taken.left + SpareWidth(*other, bounds.height) - kCaptionGap);
     }
   }
   return end - bounds.left;
+}
+
+double WindowView::SpareWidth(const Control& control, double height) const {
+  const Rect& bounds = control.Bounds();
+  if (control.Kind() != ControlKind::kLabel || bounds.height > height) return 0;
+  return std::max(0.0, bounds.width - units_.Twips(views_.at(&control)->CaptionWidth()));
 }
 
 QRect WindowView::ModelPixels() const {

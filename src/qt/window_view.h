@@ -56,8 +56,10 @@ class WindowView : public QWidget, public WindowListener {
   void NameControls();
   // Gives captions room beyond their controls where nothing else stands.
   void FitCaptions();
-  // Progress bars begin behind the counter on their left, however long it is.
+  // Progress bars and labels begin behind the counter on their left, however long it is.
   void MakeWayForCounters();
+  // What a label, no higher than so much, does not need for its caption.
+  [[nodiscard]] double SpareWidth(const Control& control, double height) const;
   [[nodiscard]] double RoomToTheRight(const Control& control) const;
   void FitLater();
   [[nodiscard]] Button* ButtonFor(bool Button::*role) const;

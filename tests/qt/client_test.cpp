@@ -392,6 +392,20 @@ TEST_F(ExportingClientTest, ShowsWhatWasExportedAndContinues) {
   EXPECT_EQ(cell(0, Panel::kDateColumn), "2024-01-31 15:45:02");
   EXPECT_EQ(cell(0, Panel::kSenderColumn) + cell(0, Panel::kDocumentsColumn), "anna1");
   EXPECT_FALSE(company_.Exchanged().empty());
+
+  // As on a machine that has not made it: by the protocol, and by the folder where it lies.
+  const auto forget = [&] {
+    settings_.remove("folders");
+    Trigger("refresh");
+    return cell(0, Panel::kDateColumn) + " " + cell(0, Panel::kSenderColumn) + " " +
+           cell(0, Panel::kDirectoryColumn);
+  };
+  EXPECT_EQ(forget(), "2024-01-31 15:45:02 anna C:\\temp\\Exchange\\Export_anna_20240131_154502_New");
+  std::filesystem::rename(folder, folder + "x_not");
+  std::filesystem::rename(folder + "x_not/Kestrix_Data.xml", folder + "x_not/other");
+  EXPECT_EQ(forget(), "2024-01-31 15:45:02 anna not here; recorded when it is sent");
+  EXPECT_FALSE(Enabled("openFolder"));
+  exchanges.setCurrentItem(exchanges.topLevelItem(0));
   Trigger("continue");
   EXPECT_EQ(told_, "The data exchange was not continued:\n\nIt is not stopped.");
 

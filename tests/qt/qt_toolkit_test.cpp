@@ -152,6 +152,13 @@ TEST_F(QtToolkitTest, TheBarMakesWayForItsCounter) {
     EXPECT_GE(label.width(), label.CaptionWidth());
     EXPECT_GT(barPlace.left(), label.geometry().right());
     EXPECT_EQ(barPlace.right(), 464) << "where it ends anyway";
+    bar.SetVisible(false);
+    auto& done = window_->Add<Label>("Label2", -1, nullptr, Rect{2640, 4200, 4335, 255});
+    done.SetCaption("Copied");
+    counter.SetCaption("2000 / 2000 and more");
+    QCoreApplication::processEvents();
+    EXPECT_GE(label.width(), label.CaptionWidth());
+    EXPECT_GT(toolkit_.WidgetOf(done)->x(), label.geometry().right());
   });
 }
 
