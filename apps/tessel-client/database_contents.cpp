@@ -102,18 +102,18 @@ void SetDirectory(ExchangeRow& row, const QString& directory) {
   if (seconds) row.date += QLatin1Char(':') + match.captured(7);
 }
 
-QString FindDirectory(const ExchangeRow& row, const NativePathOf& native,
+QString FindDirectory(const QString& workDirectory, const ObjectKey& record, const NativePathOf& native,
                       std::map<QString, QStringList>& listed) {
-  const QString name = FileNameOf(row.workDirectory);
-  const QString base = row.workDirectory.chopped(name.size());
+  const QString name = FileNameOf(workDirectory);
+  const QString base = workDirectory.chopped(name.size());
   // The mark in front becomes the prefix, and the directories of further recipients differ in their end.
+  if (name.size() <= kWorkMark.size()) return {};
   const QString inside = name.mid(kWorkMark.size()).chopped(1);
-  if (inside.isEmpty()) return {};
   const QString folder = native(base);
   const auto [known, fresh] = listed.try_emplace(folder);
   if (fresh) known->second = QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
   for (const QString& entry : known->second) {
-    if (entry.contains(inside) && RecordOf(QDir(folder).filePath(entry)) == row.key) return base + entry;
+    if (entry.contains(inside) && RecordOf(QDir(folder).filePath(entry)) == record) return base + entry;
   }
   return {};
 }

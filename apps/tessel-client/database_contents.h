@@ -56,8 +56,8 @@ void SetDirectory(ExchangeRow& row, const QString& directory);
 // name that it got at last. Folders are listed once each and kept in `listed`. Empty when it is not to be
 // found.
 using NativePathOf = std::function<QString(const QString&)>;
-[[nodiscard]] QString FindDirectory(const ExchangeRow& row, const NativePathOf& native,
-                                    std::map<QString, QStringList>& listed);
+[[nodiscard]] QString FindDirectory(const QString& workDirectory, const ObjectKey& record,
+                                    const NativePathOf& native, std::map<QString, QStringList>& listed);
 
 class DatabaseContents {
  public:

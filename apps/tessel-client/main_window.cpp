@@ -10,6 +10,7 @@
 #include <QStatusBar>
 #include <QToolButton>
 #include <QTreeView>
+#include <ranges>
 
 #include "qt/logo.h"
 #include "qt/text.h"
@@ -171,12 +172,15 @@ void MainWindow::Refresh() {
 std::vector<ExchangeRow> MainWindow::Exchanges() const {
   std::vector<ExchangeRow> rows = contents_.Exchanges();
   std::map<QString, QStringList> listed;
-  for (ExchangeRow& row : rows) {
+  // From the oldest on: an export tells its protocol to the record of its first recipient alone.
+  QString work;
+  for (ExchangeRow& row : std::views::reverse(rows)) {
+    if (!row.workDirectory.isEmpty()) work = row.workDirectory;
     if (!row.directory.isEmpty()) continue;
     SetDirectory(row, settings_.value(FolderKey(row.key)).toString());
-    if (!row.directory.isEmpty() || row.workDirectory.isEmpty()) continue;
+    if (!row.directory.isEmpty()) continue;
     SetDirectory(row, FindDirectory(
-                          row, [this](const QString& path) { return NativePath(path); }, listed));
+                          work, row.key, [this](const QString& path) { return NativePath(path); }, listed));
     if (!row.directory.isEmpty()) settings_.setValue(FolderKey(row.key), row.directory);
   }
   return rows;

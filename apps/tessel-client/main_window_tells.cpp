@@ -30,8 +30,7 @@ QString ReasonOf(const DocumentLock& document, qt::Language language) {
 
 void AddProblems(const std::vector<Problem>& problems, qt::Language language, QStringList& lines) {
   for (const Problem& problem : problems) {
-    if (problem.kind != ProblemKind::kAside)
-      lines.append(ToQt(WordsOf(problem, SpeechOf(language))));
+    if (problem.kind != ProblemKind::kAside) lines.append(ToQt(WordsOf(problem, SpeechOf(language))));
   }
 }
 
