@@ -112,7 +112,7 @@ constexpr std::array kOkOrCancel{std::pair("ok", true), std::pair("cancel", fals
 
 Json ValueJson(const Value& value) {
   if (value.IsNull()) return nullptr;
-  if (value.IsText()) return value.AsText();
+  if (value.IsText() || value.IsDate()) return value.AsText();
   if (value.IsBoolean()) return value.AsBoolean();
   if (value.IsDouble()) return value.AsDouble();
   return value.AsInt32();

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <chrono>
 #include <cmath>
+#include <cstdio>
 #include <limits>
 
 #include "host/ascii.h"
@@ -54,6 +56,28 @@ Integer ParseInteger(std::string_view text) {
   return ToInteger<Integer>(ParseDouble(text));
 }
 
+std::string DateText(Date date) {
+  constexpr std::chrono::sys_days kFirst = std::chrono::year{1899} / 12 / 30;
+  constexpr double kOldest = -657434;    // 1 January 100
+  constexpr double kYoungest = 2958465;  // 31 December 9999
+  constexpr int kSecondsPerDay = 86400;
+  double day = std::trunc(date.days);
+  // The fraction counts forward on days before the first, too.
+  int seconds = static_cast<int>(std::lround(std::abs(date.days - day) * kSecondsPerDay));
+  if (seconds == kSecondsPerDay) {
+    seconds = 0;
+    ++day;
+  }
+  if (!(day >= kOldest && day <= kYoungest)) throw RuntimeError(error_number::kOverflow, "Overflow");
+  const std::chrono::year_month_day calendar{kFirst + std::chrono::days(static_cast<int>(day))};
+  char text[32];
+  const int size =
+      std::snprintf(text, sizeof text, "%04d-%02u-%02u %02d:%02d:%02d", static_cast<int>(calendar.year()),
+                    static_cast<unsigned>(calendar.month()), static_cast<unsigned>(calendar.day()),
+                    seconds / 3600, seconds / 60 % 60, seconds % 60);
+  return {text, static_cast<std::size_t>(size)};
+}
+
 }  // namespace
 
 double ParseDouble(std::string_view text) {
@@ -90,6 +114,7 @@ std::string Value::AsText() const {
   if (const auto* flag = std::get_if<bool>(&data_)) return BooleanText(*flag);
   if (const auto* small = std::get_if<std::int16_t>(&data_)) return std::to_string(*small);
   if (const auto* large = std::get_if<std::int32_t>(&data_)) return std::to_string(*large);
+  if (const auto* date = std::get_if<Date>(&data_)) return DateText(*date);
   if (const auto* number = std::get_if<double>(&data_)) {
     char buffer[400];
     const auto result = std::to_chars(buffer, buffer + sizeof buffer, *number, std::chars_format::fixed);
@@ -116,6 +141,7 @@ double Value::AsDouble() const {
   if (const auto* small = std::get_if<std::int16_t>(&data_)) return *small;
   if (const auto* large = std::get_if<std::int32_t>(&data_)) return *large;
   if (const auto* flag = std::get_if<bool>(&data_)) return *flag ? -1 : 0;
+  if (const auto* date = std::get_if<Date>(&data_)) return date->days;
   if (const auto* text = std::get_if<std::string>(&data_)) return ParseDouble(*text);
   ThrowNull();
 }

@@ -1,4 +1,4 @@
-// A value as the automation interface passes it: Null, 16- or 32-bit integer, Boolean, double or text.
+// A value as the automation interface passes it: Null, 16- or 32-bit integer, Boolean, double, date or text.
 #pragma once
 
 #include <cstdint>
@@ -19,6 +19,12 @@ namespace tessel {
 // "True" or "False".
 [[nodiscard]] const char* BooleanText(bool value);
 
+// A day and its time: days since 30 December 1899, the time as their fraction.
+struct Date {
+  double days = 0;
+  friend bool operator==(const Date&, const Date&) = default;
+};
+
 class Value {
  public:
   Value() = default;  // Null
@@ -26,6 +32,7 @@ class Value {
   Value(std::int32_t value) : data_(value) {}
   Value(bool value) : data_(value) {}
   Value(double value) : data_(value) {}
+  Value(Date value) : data_(value) {}
   Value(std::string value) : data_(std::move(value)) {}
   Value(std::string_view value) : data_(std::string(value)) {}
   Value(const char* value) : data_(std::string(value)) {}
@@ -34,10 +41,13 @@ class Value {
   [[nodiscard]] bool IsText() const { return std::holds_alternative<std::string>(data_); }
   [[nodiscard]] bool IsBoolean() const { return std::holds_alternative<bool>(data_); }
   [[nodiscard]] bool IsDouble() const { return std::holds_alternative<double>(data_); }
+  [[nodiscard]] bool IsInt16() const { return std::holds_alternative<std::int16_t>(data_); }
+  [[nodiscard]] bool IsDate() const { return std::holds_alternative<Date>(data_); }
 
-  // Plain display text: Null is empty, a Boolean "True" or "False", numbers in plain decimal.
+  // Plain display text: Null is empty, a Boolean "True" or "False", numbers in plain decimal, a date
+  // "yyyy-mm-dd hh:mm:ss" (error 6 for a year before 100 or after 9999).
   [[nodiscard]] std::string AsText() const;
-  // Errors: 94 Null, 13 text that is no number, 6 out of range. A Boolean is -1 or 0.
+  // Errors: 94 Null, 13 text that is no number, 6 out of range. A Boolean is -1 or 0, a date its days.
   [[nodiscard]] std::int16_t AsInt16() const;
   [[nodiscard]] std::int32_t AsInt32() const;
   [[nodiscard]] double AsDouble() const;
@@ -48,7 +58,7 @@ class Value {
   friend bool operator==(const Value& left, const Value& right);
 
  private:
-  std::variant<std::monostate, std::int16_t, std::int32_t, bool, double, std::string> data_;
+  std::variant<std::monostate, std::int16_t, std::int32_t, bool, double, Date, std::string> data_;
 };
 
 }  // namespace tessel

@@ -82,6 +82,25 @@ TEST(Value, TextIsPlainDecimal) {
   EXPECT_EQ(Value(true).AsText(), "True");
 }
 
+TEST(Value, DatesCountDaysAndTheTimeForward) {
+  struct Case {
+    double days;
+    const char* text;
+    int error = 0;
+  };
+  const Case cases[] = {{0, "1899-12-30 00:00:00"},         {45322.656273148, "2024-01-31 15:45:02"},
+                        {-1.25, "1899-12-29 06:00:00"},     {1.9999999, "1900-01-01 00:00:00"},
+                        {2958465.5, "9999-12-31 12:00:00"}, {2958466, "", 6},
+                        {-657434, "0100-01-01 00:00:00"},   {-657435, "", 6}};
+  for (const Case& each : cases) {
+    std::string text;
+    EXPECT_EQ(ErrorNumberOf([&] { text = Value(Date{each.days}).AsText(); }), each.error) << each.days;
+    EXPECT_EQ(text, each.text) << each.days;
+  }
+  EXPECT_EQ(Value(Date{2.5}).AsInt32(), 2);
+  EXPECT_FALSE(Value(Date{2}) == Value(2.0));
+}
+
 TEST(Value, IntegersOfBothWidthsAreEqualAndOtherKindsAreNot) {
   EXPECT_EQ(Value(std::int16_t{5}), Value(std::int32_t{5}));
   EXPECT_FALSE(Value(5) == Value("5"));

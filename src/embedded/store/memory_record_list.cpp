@@ -82,7 +82,7 @@ int MemoryRecordList::FindColumn(std::string_view name) const {
 
 MemoryRecordList::Cell MemoryRecordList::CellOf(const Value& value) {
   if (value.IsNull()) return {};
-  if (value.IsText()) return std::make_unique<const std::string>(value.AsText());
+  if (value.IsText() || value.IsDate()) return std::make_unique<const std::string>(value.AsText());
   if (value.IsBoolean()) return value.AsBoolean();
   if (value.IsDouble()) return value.AsDouble();
   return value.AsInt32();

@@ -29,7 +29,7 @@ int FileError(sqlite3* database) {
 // `text` holds the value's text as long as it is bound.
 int Bind(sqlite3_stmt* statement, int position, const Value& value, std::string& text) {
   if (value.IsNull()) return sqlite3_bind_null(statement, position);
-  if (value.IsText()) {
+  if (value.IsText() || value.IsDate()) {
     text = value.AsText();
     return sqlite3_bind_text64(statement, position, text.data(), text.size(), nullptr, SQLITE_UTF8);
   }
