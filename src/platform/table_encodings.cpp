@@ -87,6 +87,43 @@ class Utf16Encoding : public TextEncoding {
   bool bigEndian_;
 };
 
+class Utf32Encoding : public TextEncoding {
+ public:
+  Utf32Encoding(std::string name, bool bigEndian) : name_(std::move(name)), bigEndian_(bigEndian) {}
+  [[nodiscard]] std::string Name() const override { return name_; }
+
+  [[nodiscard]] std::string Decode(std::string_view bytes) const override {
+    using namespace std::string_view_literals;
+    bool bigEndian = bigEndian_;
+    if (bytes.starts_with("\xFF\xFE\0\0"sv) || bytes.starts_with("\0\0\xFE\xFF"sv)) {
+      bigEndian = bytes[0] == '\0';
+      bytes.remove_prefix(kSize);
+    }
+    std::string text;
+    for (; bytes.size() >= kSize; bytes.remove_prefix(kSize)) {
+      char32_t codePoint = 0;
+      for (std::size_t i = 0; i < kSize; ++i)
+        codePoint = (codePoint << 8) | static_cast<unsigned char>(bytes[bigEndian ? i : kSize - 1 - i]);
+      const bool isNone = codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF);
+      AppendUtf8(isNone ? kReplacement : codePoint, text);
+    }
+    if (!bytes.empty()) AppendUtf8(kReplacement, text);
+    return text;
+  }
+  [[nodiscard]] bool AppendCodePoint(char32_t codePoint, std::string& bytes) const override {
+    for (std::size_t i = 0; i < kSize; ++i)
+      bytes += static_cast<char>((codePoint >> (8 * (bigEndian_ ? kSize - 1 - i : i))) & 0xFF);
+    return true;
+  }
+  [[nodiscard]] bool IsAsciiCompatible() const override { return false; }
+
+ private:
+  static constexpr std::size_t kSize = 4;
+
+  std::string name_;
+  bool bigEndian_;
+};
+
 // A page in which every byte is one character or none.
 class SingleByteEncoding : public TextEncoding {
  public:
@@ -130,8 +167,14 @@ class SingleByteEncoding : public TextEncoding {
 std::shared_ptr<const TextEncoding> MakeUnicodeEncoding(const std::string& name) {
   const std::string lowerName = LowerCase(name);
   if (lowerName == "utf-8" || lowerName == "utf8") return std::make_shared<Utf8Encoding>(name);
-  if (lowerName == "utf-16" || lowerName == "utf-16le") return std::make_shared<Utf16Encoding>(name, false);
-  if (lowerName == "utf-16be") return std::make_shared<Utf16Encoding>(name, true);
+  const auto is = [&lowerName](std::string_view bits, std::string_view order) {
+    return lowerName == "utf-" + std::string(bits) + std::string(order) ||
+           lowerName == "utf" + std::string(bits) + std::string(order);
+  };
+  if (is("16", "") || is("16", "le")) return std::make_shared<Utf16Encoding>(name, false);
+  if (is("16", "be")) return std::make_shared<Utf16Encoding>(name, true);
+  if (is("32", "") || is("32", "le")) return std::make_shared<Utf32Encoding>(name, false);
+  if (is("32", "be")) return std::make_shared<Utf32Encoding>(name, true);
   return nullptr;
 }
 

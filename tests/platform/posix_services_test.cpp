@@ -6,8 +6,6 @@
 #include <cerrno>
 #include <thread>
 
-#include "platform/file_system.h"
-#include "platform/posix/posix_platform.h"
 #include "platform/posix/posix_system_information.h"
 #include "support/temporary_folder.h"
 
@@ -84,24 +82,6 @@ TEST(SystemInformation, FindsIconsByExtension) {
   for (const char* path : {"a.stp", "a.unknown", "a", "", "a.", "a.*"}) {
     EXPECT_EQ(system.DisplayedIconFile(path), "") << path;
   }
-}
-
-TEST(PosixPlatform, FindsItsOwnProgramAndDropsPausesOnRequest) {
-  const test::TemporaryFolder folder;
-  PosixPlatformOptions options;
-  options.drivesDirectory = folder.Path("drives");
-  options.pauses = false;
-  PosixPlatform platform(options);
-  EXPECT_EQ(platform.Services().program.name, "platform_tests");
-  EXPECT_TRUE(platform.Services().files.FolderExists(platform.Services().program.directory));
-  platform.Services().pauser.Sleep(std::chrono::hours(1));
-  EXPECT_FALSE(folder.Exists("drives"));
-}
-
-TEST(SystemClock, TimesAreWrittenWithLeadingZeros) {
-  const LocalTime time{2024, 1, 31, 4, 5, 6};
-  EXPECT_EQ(FileTimeText(time), "20240131_040506");
-  EXPECT_EQ(TraceTimeText(time), "31.01.2024 04:05:06");
 }
 
 }  // namespace

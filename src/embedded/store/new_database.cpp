@@ -158,6 +158,15 @@ class NewDatabase {
   std::unique_ptr<HeldFile> claim_;
 };
 
+// The folder of a file as a path that leads there from anywhere.
+std::string AbsoluteFolderOf(const FileSystem& files, const std::string& path) {
+  const std::filesystem::path folder = std::filesystem::absolute(files.NativePath(path)).parent_path();
+  // Where drives are mapped, a path with a drive would lead elsewhere.
+  if (files.NativePath(folder.string()) != folder.string())
+    return "/" + folder.relative_path().generic_string();
+  return folder.string();
+}
+
 }  // namespace
 
 std::string VaultPath(const std::string& databasePath) {
@@ -184,8 +193,7 @@ MetadataPtr CreateDatabase(FileSystem& files, const std::string& databasePath, c
   ModelSource source;
   source.text = files.ReadBytes(modelPath);
   source.name = paths::FileName(modelPath);
-  const std::filesystem::path native = files.NativePath(modelPath);
-  source.directory = std::filesystem::absolute(native).parent_path().string();
+  source.directory = AbsoluteFolderOf(files, modelPath);
   const Model model = ReadModel(source, true);
   NewDatabase target(files, databasePath);
   FillVault(model, files, target.Vault(), source.name);

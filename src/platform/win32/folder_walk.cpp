@@ -1,5 +1,6 @@
 #include "platform/win32/folder_walk.h"
 
+#include "host/error.h"
 #include "platform/win32/file_copy.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/win32_error.h"
@@ -22,11 +23,30 @@ void ClearReadOnly(const std::wstring& path, DWORD attributes) {
   if ((attributes & kReadOnly) != 0) ::SetFileAttributesW(path.c_str(), attributes & ~kReadOnly);
 }
 
+void RemoveFolderOnce(const std::wstring& folder, const std::string& path);
+
+// What somebody else deleted meanwhile is gone as wished.
 void RemoveEntry(const std::wstring& native, const FolderEntry& entry, const std::string& path) {
-  if (entry.IsFolder() && !entry.IsLink()) return RemoveFolder(native, path);
+  if (entry.IsFolder() && !entry.IsLink()) {
+    if (::GetFileAttributesW(native.c_str()) != INVALID_FILE_ATTRIBUTES) RemoveFolderOnce(native, path);
+    return;
+  }
   ClearReadOnly(native, entry.attributes);
   const BOOL done = entry.IsFolder() ? ::RemoveDirectoryW(native.c_str()) : ::DeleteFileW(native.c_str());
   if (done == 0 && !IsGone(::GetLastError())) ThrowWin32(::GetLastError(), "delete", path);
+}
+
+void RemoveFolderOnce(const std::wstring& folder, const std::string& path) {
+  const DWORD attributes = ::GetFileAttributesW(folder.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) ThrowWin32(::GetLastError(), "delete folder", path, true);
+  if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) ThrowWin32(ERROR_DIRECTORY, "delete folder", path, true);
+  if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+    for (const FolderEntry& entry : ReadFolder(folder, path))
+      RemoveEntry(Below(folder, entry.name), entry, path + "\\" + ToUtf8(entry.name));
+  }
+  ClearReadOnly(folder, attributes);
+  if (::RemoveDirectoryW(folder.c_str()) == 0 && !IsGone(::GetLastError()))
+    ThrowWin32(::GetLastError(), "delete folder", path, true);
 }
 
 void FlushFile(const std::wstring& native, const std::string& path) {
@@ -65,16 +85,19 @@ std::vector<FolderEntry> ReadFolder(const std::wstring& folder, const std::strin
 }
 
 void RemoveFolder(const std::wstring& folder, const std::string& path) {
-  const DWORD attributes = ::GetFileAttributesW(folder.c_str());
-  if (attributes == INVALID_FILE_ATTRIBUTES) ThrowWin32(::GetLastError(), "delete folder", path, true);
-  if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) ThrowWin32(ERROR_DIRECTORY, "delete folder", path, true);
-  if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
-    for (const FolderEntry& entry : ReadFolder(folder, path))
-      RemoveEntry(Below(folder, entry.name), entry, path + "\\" + ToUtf8(entry.name));
+  constexpr int kAttempts = 50;
+  constexpr DWORD kWait = 20;
+  for (int attempt = 1;; ++attempt) {
+    try {
+      return RemoveFolderOnce(folder, path);
+    } catch (const RuntimeError& error) {
+      const bool isGone = error.Number() == error_number::kPathNotFound;
+      if (isGone && attempt > 1) return;
+      if (isGone || attempt == kAttempts) throw;
+    }
+    // A scanner or somebody else who deletes holds a file for a moment, and its name until he lets it go.
+    ::Sleep(kWait);
   }
-  ClearReadOnly(folder, attributes);
-  if (::RemoveDirectoryW(folder.c_str()) == 0 && !IsGone(::GetLastError()))
-    ThrowWin32(::GetLastError(), "delete folder", path, true);
 }
 
 void CopyTree(const std::wstring& from, const std::string& path, const std::wstring& to,
@@ -98,6 +121,9 @@ void CopyTree(const std::wstring& from, const std::string& path, const std::wstr
 }
 
 void FlushFolder(const std::wstring& folder, const std::string& path) {
+  const DWORD attributes = ::GetFileAttributesW(folder.c_str());
+  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
+    ThrowWin32(ERROR_DIRECTORY, "write folder", path, true);
   const Handle opened(::CreateFileW(folder.c_str(), GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING,
                                     FILE_FLAG_BACKUP_SEMANTICS, nullptr));
   if (!opened.IsOpen()) {

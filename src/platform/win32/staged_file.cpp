@@ -9,6 +9,7 @@ namespace {
 constexpr DWORD kKeptAttributes =
     FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
 constexpr int kAttempts = 100;
+constexpr std::size_t kLongestName = 255;
 
 std::wstring TemporaryName(const std::wstring& target) {
   static std::atomic<unsigned> number{0};
@@ -33,6 +34,8 @@ void WriteAll(HANDLE file, std::string_view bytes, const char* step, const std::
 
 StagedFile::StagedFile(std::wstring target, std::string path)
     : target_(std::move(target)), path_(std::move(path)) {
+  if (target_.size() - (target_.find_last_of(L'\\') + 1) > kLongestName)
+    ThrowWin32(ERROR_FILENAME_EXCED_RANGE, "write", path_);
   DWORD error = ERROR_FILE_EXISTS;
   for (int attempt = 0; attempt < kAttempts && error == ERROR_FILE_EXISTS; ++attempt) {
     temporary_ = TemporaryName(target_);

@@ -225,7 +225,9 @@ void Win32FileSystem::ReadLines(const std::string& path,
     pending.resize(searched + count);
     if (count == 0) break;
   }
-  if (!pending.empty()) (void)line(pending);
+  if (pending.empty()) return;
+  if (pending.ends_with('\r')) pending.pop_back();
+  (void)line(pending);
 }
 
 void Win32FileSystem::WriteBytes(const std::string& path, std::string_view bytes) {

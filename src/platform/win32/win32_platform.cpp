@@ -80,6 +80,22 @@ ProgramLocation RunningProgram() {
   return {windows::ToUtf8(path.substr(0, separator)), windows::ToUtf8(name)};
 }
 
+namespace {
+
+// Where drives are mapped, the program's folder is named without its drive: with it, it would lead elsewhere.
+ProgramLocation LocationUnder(const windows::NativePaths& paths) {
+  ProgramLocation location = RunningProgram();
+  constexpr std::size_t kDrive = 2;
+  const std::string& directory = location.directory;
+  if (directory.size() > kDrive && directory[1] == ':' && !paths.DriveRoot(directory).empty()) {
+    location.directory = directory.substr(kDrive);
+    std::replace(location.directory.begin(), location.directory.end(), '\\', '/');
+  }
+  return location;
+}
+
+}  // namespace
+
 struct Win32Platform::Parts {
   explicit Parts(const Win32PlatformOptions& options)
       : paths(options.drivesDirectory ? *options.drivesDirectory : DefaultDrivesDirectory()),
@@ -96,7 +112,7 @@ struct Win32Platform::Parts {
                  processes,
                  profiles,
                  system,
-                 options.program ? *options.program : RunningProgram(),
+                 options.program ? *options.program : LocationUnder(paths),
                  options.ansiCodePage} {
     (void)encodings.Open(options.ansiCodePage);
   }

@@ -1,13 +1,21 @@
-#include "platform/posix/iconv_encodings.h"
-
+// One answer on every system: the tables of iconv and those of Windows.
 #include <gtest/gtest.h>
 
 #include "support/expect_error.h"
+#include "support/native_adapters.h"
 
-namespace tessel::posix {
+namespace tessel::test {
 namespace {
 
 using namespace std::string_view_literals;
+
+// Null for one of the few that not every system has.
+std::shared_ptr<const TextEncoding> OpenIfThere(const NativeEncodings& encodings, const std::string& name) {
+  if (name != "gb18030" && name != "IBM943") return encodings.Open(name);
+  std::shared_ptr<const TextEncoding> encoding;
+  EXPECT_LE(ErrorNumberOf([&] { encoding = encodings.Open(name); }), 5);
+  return encoding;
+}
 
 TEST(Encodings, TextGoesThereAndBack) {
   struct Case {
@@ -32,9 +40,10 @@ TEST(Encodings, TextGoesThereAndBack) {
       {"gb18030", "\xD6\xD0", "中"},
       {"UTF-32LE", "a\0\0\0"sv, "a", false},
   };
-  const IconvEncodings encodings;
+  const NativeEncodings encodings;
   for (const Case& each : cases) {
-    const auto encoding = encodings.Open(each.encoding);
+    const auto encoding = OpenIfThere(encodings, each.encoding);
+    if (!encoding) continue;
     EXPECT_EQ(encoding->Decode(each.bytes), each.text) << each.encoding;
     EXPECT_EQ(encoding->Encode(each.text), each.bytes) << each.encoding;
     EXPECT_EQ(encoding->IsAsciiCompatible(), each.asciiCompatible) << each.encoding;
@@ -42,7 +51,7 @@ TEST(Encodings, TextGoesThereAndBack) {
 }
 
 TEST(Encodings, NoCharacterBringsAByteOrderMark) {
-  const IconvEncodings encodings;
+  const NativeEncodings encodings;
   for (const auto& [name, size] : {std::pair("UTF-32", 12U), std::pair("UTF16", 6U)}) {
     const std::string bytes = encodings.Open(name)->Encode("a<ü");
     EXPECT_EQ(bytes.size(), size) << name;
@@ -51,7 +60,7 @@ TEST(Encodings, NoCharacterBringsAByteOrderMark) {
 }
 
 TEST(Encodings, WhatIsMissingIsToldAndReplaced) {
-  const IconvEncodings encodings;
+  const NativeEncodings encodings;
   struct Case {
     const char* encoding;
     std::string_view text;
@@ -62,7 +71,9 @@ TEST(Encodings, WhatIsMissingIsToldAndReplaced) {
                         {"Shift_JIS", "a\U000E0041", "a?"}, {"IBM943", "ä日", "?\x93\xFA"},
                         {"UTF-16", "\xFF", "?\0"sv}};
   for (const Case& each : cases) {
-    EXPECT_EQ(encodings.Open(each.encoding)->Encode(each.text), each.bytes) << each.text;
+    const auto encoding = OpenIfThere(encodings, each.encoding);
+    if (!encoding) continue;
+    EXPECT_EQ(encoding->Encode(each.text), each.bytes) << each.text;
   }
   std::string bytes = "kept";
   EXPECT_FALSE(encodings.Open("iso-8859-1")->AppendCodePoint(U'\u20AC', bytes));
@@ -70,7 +81,7 @@ TEST(Encodings, WhatIsMissingIsToldAndReplaced) {
 }
 
 TEST(Encodings, BytesThatStandForNothingStayVisible) {
-  const IconvEncodings encodings;
+  const NativeEncodings encodings;
   EXPECT_EQ(encodings.Open("windows-1252")->Decode("a\x81z"), "a\uFFFDz");
   EXPECT_EQ(encodings.Open("utf-8")->Decode("a\xFFz"), "a\uFFFDz");
   EXPECT_EQ(encodings.Open("euc-jp")->Decode("a\xC6"), "a\uFFFD");
@@ -80,12 +91,12 @@ TEST(Encodings, BytesThatStandForNothingStayVisible) {
 }
 
 TEST(Encodings, UnknownNamesAreRefused) {
-  const IconvEncodings encodings;
+  const NativeEncodings encodings;
   for (const char* name : {"", "no-such-page", "iso-8859-1//IGNORE", "../x", "utf-8 ", "//"}) {
-    EXPECT_EQ(test::ErrorNumberOf([&] { (void)encodings.Open(name); }), 5) << name;
-    EXPECT_EQ(test::ErrorNumberOf([&] { (void)encodings.Open(name); }), 5) << name;
+    EXPECT_EQ(ErrorNumberOf([&] { (void)encodings.Open(name); }), 5) << name;
+    EXPECT_EQ(ErrorNumberOf([&] { (void)encodings.Open(name); }), 5) << name;
   }
 }
 
 }  // namespace
-}  // namespace tessel::posix
+}  // namespace tessel::test
