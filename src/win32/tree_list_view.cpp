@@ -138,6 +138,8 @@ class TreeListView : public ControlView {
       Pressed(kDelete, -1, false);
       return true;
     }
+    // The tree would mark the node by itself.
+    if (key == VK_SPACE) return true;
     if (MapVirtualKeyW(static_cast<UINT>(key), MAPVK_VK_TO_CHAR) != 0) return false;
     Pressed(kBeyondCharacters | static_cast<char32_t>(key), RowBehind(key), IsStep(key));
     return key != VK_F4 && key != VK_MENU && key != VK_SHIFT && key != VK_CONTROL;

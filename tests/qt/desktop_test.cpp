@@ -18,8 +18,8 @@
 
 #include "database_choice.h"
 #include "embedded/store/database.h"
-#include "qt/sample_company.h"
 #include "qt/text.h"
+#include "walks/sample_company.h"
 
 namespace tessel::test {
 namespace {

@@ -66,7 +66,7 @@ void ResizeTo(QWidget& widget, const Rect& bounds) {
 Person::~Person() {
   if (gaveUp_) return;
   EXPECT_TRUE(walk_.steps.empty()) << walk_.steps.size() << " steps were not reached\n"
-                                   << seen_ << scribe_.Transcript();
+                                   << seen_ << scribe.Transcript();
   EXPECT_TRUE(walk_.boxes.empty() && walk_.menus.empty() && walk_.lifeCycles.empty())
       << "some questions did not come";
 }
@@ -83,8 +83,8 @@ void Person::NextTick() {
 void Person::Tick() {
   if (toolkit_ == nullptr) return;
   NextTick();
-  if (acting_ || busy_) return;
-  acting_ = true;
+  if (acting || busy) return;
+  acting = true;
   if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
     ActOnMenu(*menu);
   } else if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
@@ -92,13 +92,13 @@ void Person::Tick() {
   } else if (const auto window = toolkit_->TopWindow()) {
     ActOnPage(window);
   }
-  acting_ = false;
+  acting = false;
 }
 
 void Person::ActOnPage(const std::shared_ptr<Window>& window) {
   QWidget* widget = toolkit_->WidgetOf(*window);
   if (widget == nullptr || !widget->isVisible()) return;
-  seen_ += scribe_.TakeTranscript() + DumpOf(*window);
+  seen_ += scribe.TakeTranscript() + DumpOf(*window);
   EXPECT_EQ(DifferencesOf(*toolkit_, *window), "");
   if (OnLook) OnLook(*widget);
   if (!gaveUp_ && walk_.steps.empty()) GiveUp("no step left for " + window->Name(), widget);
@@ -196,66 +196,23 @@ void Person::ActOnMenu(QMenu& menu) {
 
 void Person::GiveUp(const std::string& reason, QWidget*) {
   gaveUp_ = true;
-  ADD_FAILURE() << reason << "\nseen so far:\n" << seen_ << scribe_.Transcript();
-}
-
-void WatchedToolkit::ShowModal(const std::shared_ptr<Window>& window) {
-  if (!window->Visible() && !window->Unloaded()) person_.scribe_.WindowShown(*window);
-  person_.Waiting();
-  QtToolkit::ShowModal(window);
-}
-
-void WatchedToolkit::Hide(Window& window) {
-  if (window.Visible()) person_.scribe_.WindowHidden(window);
-  QtToolkit::Hide(window);
-}
-
-void WatchedToolkit::OpenPopupMenu(Window& window, const PopupMenu& menu) {
-  PopupMenu watched = menu;
-  bool chosen = false;
-  for (MenuItem& item : watched.items) {
-    item.OnClick = [this, &window, &menu, &chosen, item] {
-      chosen = true;
-      person_.scribe_.ChooseItem(item.name);
-      static_cast<void>(person_.scribe_.ChooseMenuItem(window, menu));
-      if (item.OnClick) item.OnClick();
-    };
-  }
-  person_.Waiting();
-  QtToolkit::OpenPopupMenu(window, watched);
-  if (chosen) return;
-  person_.scribe_.ChooseItem("");
-  static_cast<void>(person_.scribe_.ChooseMenuItem(window, menu));
-}
-
-MessageAnswer WatchedToolkit::ShowMessage(const MessageRequest& request) {
-  person_.Waiting();
-  const MessageAnswer answer = QtToolkit::ShowMessage(request);
-  person_.scribe_.AnswerBox(answer);
-  return person_.scribe_.Answer(request);
-}
-
-void WatchedToolkit::PumpEvents() {
-  person_.busy_ = true;
-  if (person_.OnBusy) person_.OnBusy();
-  QtToolkit::PumpEvents();
-  person_.busy_ = false;
+  ADD_FAILURE() << reason << "\nseen so far:\n" << seen_ << scribe.Transcript();
 }
 
 int WatchedDialogs::ConfirmLifeCycle(const embedded::LifeCycleRequest& request) {
   person_.Waiting();
-  person_.scribe_.AnswerLifeCycle(QtHostDialogs::ConfirmLifeCycle(request));
-  return person_.scribe_.ConfirmLifeCycle(request);
+  person_.scribe.AnswerLifeCycle(QtHostDialogs::ConfirmLifeCycle(request));
+  return person_.scribe.ConfirmLifeCycle(request);
 }
 
 int WatchedDialogs::ShowObject(const embedded::ObjectDialogRequest& request) {
   person_.Waiting();
-  person_.scribe_.AnswerObject(QtHostDialogs::ShowObject(request));
-  return person_.scribe_.ShowObject(request);
+  person_.scribe.AnswerObject(QtHostDialogs::ShowObject(request));
+  return person_.scribe.ShowObject(request);
 }
 
 void WatchedDialogs::RefreshObject(const ObjectKey& key, int mode) {
-  person_.scribe_.RefreshObject(key, mode);
+  person_.scribe.RefreshObject(key, mode);
 }
 
 }  // namespace tessel::test

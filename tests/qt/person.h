@@ -9,8 +9,8 @@
 #include "embedded/dialogs/host_dialogs.h"
 #include "qt/host_dialogs.h"
 #include "qt/qt_toolkit.h"
-#include "qt/walk.h"
-#include "support/script_driver.h"
+#include "walks/walk.h"
+#include "walks/watcher.h"
 
 class QDialog;
 class QMenu;
@@ -19,19 +19,7 @@ namespace tessel::test {
 
 class Person;
 
-// Reports what it shows to the person.
-class WatchedToolkit : public qt::QtToolkit {
- public:
-  explicit WatchedToolkit(Person& person) : person_(person) {}
-  void ShowModal(const std::shared_ptr<Window>& window) override;
-  void Hide(Window& window) override;
-  void OpenPopupMenu(Window& window, const PopupMenu& menu) override;
-  MessageAnswer ShowMessage(const MessageRequest& request) override;
-  void PumpEvents() override;
-
- private:
-  Person& person_;
-};
+using WatchedToolkit = Watched<qt::QtToolkit>;
 
 class WatchedDialogs : public qt::QtHostDialogs {
  public:
@@ -44,7 +32,7 @@ class WatchedDialogs : public qt::QtHostDialogs {
   Person& person_;
 };
 
-class Person {
+class Person : public Watcher {
  public:
   explicit Person(Walk walk) : walk_(std::move(walk)) {}
   ~Person();
@@ -55,14 +43,10 @@ class Person {
 
   // Looks at a window or dialog that waits, before anything is done to it.
   std::function<void(QWidget& shown)> OnLook;
-  // Called when the program lets events run in the middle of its work.
-  std::function<void()> OnBusy;
 
-  [[nodiscard]] std::string TakeTranscript() { return std::exchange(seen_, {}) + scribe_.TakeTranscript(); }
-  [[nodiscard]] ScriptDriver& Scribe() { return scribe_; }
+  [[nodiscard]] std::string TakeTranscript() { return std::exchange(seen_, {}) + scribe.TakeTranscript(); }
 
  private:
-  friend class WatchedToolkit;
   friend class WatchedDialogs;
 
   void Tick();
@@ -73,16 +57,11 @@ class Person {
   void Perform(const Step& step, Window& window);
   void GiveUp(const std::string& reason, QWidget* shown);
   void PressEnd(QDialog& dialog, int answer);
-  // The program waits for the user anew, inside of what the last action set off.
-  void Waiting() { acting_ = false; }
 
   Walk walk_;
-  ScriptDriver scribe_;  // finds the words, does nothing itself
   qt::QtToolkit* toolkit_ = nullptr;
   QObject context_;
   std::string seen_;
-  bool acting_ = false;
-  bool busy_ = false;
   bool gaveUp_ = false;
 };
 

@@ -74,7 +74,7 @@ void PressAlt(char letter) {
 void TypeText(HWND edit, const std::string& text) {
   SetFocus(edit);
   for (const wchar_t character : win32::ToWide(text))
-    SendMessageW(edit, WM_CHAR, character, 1);
+    SendMessageW(edit, WM_CHAR, character == L'\n' ? L'\r' : character, 1);
 }
 
 std::string ShownText(HWND window) {

@@ -1,7 +1,7 @@
-// The same walks through the pages over the headless toolkit and over Qt: a person sees the same.
+// The same walks through the pages over the headless toolkit and in real windows: a person sees the same.
 #include <gtest/gtest.h>
 
-#include "qt/walk.h"
+#include "walks/walk.h"
 
 namespace tessel::test {
 namespace {
@@ -27,7 +27,7 @@ void Compare(const Walk& walk, const Hooks& hooks, const Settings& settings = {}
   SampleCompany first(settings);
   SampleCompany second(settings);
   std::string headless = WalkHeadless(first, walk, hooks);
-  std::string drawn = WalkInQt(second, walk, hooks);
+  std::string drawn = WalkDrawn(second, walk, hooks);
   for (auto* text : {&headless, &drawn}) {
     for (const SampleCompany* company : {&first, &second}) {
       const std::string path = company->Folder().Path();

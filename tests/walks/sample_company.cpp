@@ -1,4 +1,4 @@
-#include "qt/sample_company.h"
+#include "walks/sample_company.h"
 
 #include "embedded/store/new_database.h"
 #include "host/error.h"
@@ -17,7 +17,7 @@ NativePlatformOptions OptionsOf(const TemporaryFolder& folder) {
   return options;
 }
 
-// The model with settings of its own, written beside nothing: its paths are made absolute.
+// The model with settings of its own, and what it refers to beside it.
 std::string ModelOf(const std::map<std::string, std::string>& settings, const TemporaryFolder& folder) {
   std::ifstream file(TESSEL_EXAMPLE_MODEL);
   std::string model{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
@@ -29,22 +29,23 @@ std::string ModelOf(const std::map<std::string, std::string>& settings, const Te
   folder.Write("model/company.json", model);
   const std::filesystem::path examples = std::filesystem::path(TESSEL_EXAMPLE_MODEL).parent_path();
   for (const char* part : {"files", "icons", "catalogues"})
-    std::filesystem::create_directory_symlink(examples / part, folder.Path(std::string("model/") + part));
+    std::filesystem::copy(examples / part, folder.Path(std::string("model/") + part),
+                          std::filesystem::copy_options::recursive);
   return folder.Path("model/company.json");
 }
 
 }  // namespace
 
 SampleCompany::SampleCompany(const std::map<std::string, std::string>& settings)
-    : posix_(OptionsOf(folder_)), database_(folder_.Path("company.db")) {
-  embedded::CreateDatabase(posix_.Services().files, database_, ModelOf(settings, folder_));
+    : native_(OptionsOf(folder_)), database_(folder_.Path("company.db")) {
+  embedded::CreateDatabase(native_.Services().files, database_, ModelOf(settings, folder_));
 }
 
 Platform SampleCompany::Services(ProcessLauncher& launcher, Pauser* pauser) {
-  const Platform& posix = posix_.Services();
-  return {posix.files,       posix.encodings, clock_,       pauser != nullptr ? *pauser : posix.pauser,
-          launcher,          posix.profiles,  posix.system, posix.program,
-          posix.ansiCodePage};
+  const Platform& native = native_.Services();
+  return {native.files,       native.encodings, clock_,        pauser != nullptr ? *pauser : native.pauser,
+          launcher,           native.profiles,  native.system, native.program,
+          native.ansiCodePage};
 }
 
 std::vector<ObjectKey> SampleCompany::AddParts(HostedProgram& hosted, int count) {
@@ -69,7 +70,7 @@ std::vector<ObjectKey> SampleCompany::AddParts(HostedProgram& hosted, int count)
 }
 
 std::vector<std::string> SampleCompany::Exchanged() {
-  const std::string path = posix_.Services().files.NativePath(kExchangePath);
+  const std::string path = native_.Services().files.NativePath(kExchangePath);
   if (!std::filesystem::exists(path)) return {};
   return folder_.Tree(std::filesystem::path(path).lexically_relative(folder_.Path()).string());
 }

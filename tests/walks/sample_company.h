@@ -54,7 +54,7 @@ class SampleCompany {
   TemporaryFolder folder_;
   FixedClock clock_;
   FakeLauncher launcher_;
-  NativePlatform posix_;
+  NativePlatform native_;
   std::string database_;
 };
 

@@ -3,8 +3,8 @@
 #include <sstream>
 
 #include "headless/reporting_launcher.h"
-#include "qt/walk.h"
 #include "support/script_driver.h"
+#include "walks/walk.h"
 
 namespace tessel::test {
 namespace {

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "headless/user_actions.h"
-#include "qt/sample_company.h"
 #include "toolkit/toolkit.h"
+#include "walks/sample_company.h"
 
 namespace tessel::test {
 
@@ -80,7 +80,8 @@ using Hooks = std::function<void(HostedProgram& hosted)>;
 // Makes the walk over a toolkit. The transcript of what was seen (see ScriptDriver), and before each step the
 // state of the window on top.
 [[nodiscard]] std::string WalkHeadless(SampleCompany& company, const Walk& walk, const Hooks& hooks);
-[[nodiscard]] std::string WalkInQt(SampleCompany& company, const Walk& walk, const Hooks& hooks);
+// In the windows of the toolkit that the test program is built with.
+[[nodiscard]] std::string WalkDrawn(SampleCompany& company, const Walk& walk, const Hooks& hooks);
 
 // The controls of a window, one line each.
 [[nodiscard]] std::string DumpOf(const Window& window);
