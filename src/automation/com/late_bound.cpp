@@ -11,6 +11,8 @@ namespace {
 
 constexpr int kNoSuchMember = 438;
 constexpr int kServerGone = 462;
+// IID_IDispatchEx, which no library of mingw-w64 defines.
+constexpr IID kDispatchEx = {0xa6ef9860, 0xc720, 0x11d0, {0x93, 0x37, 0x00, 0xa0, 0xc9, 0x0d, 0xca, 0xa9}};
 constexpr HRESULT kClassicErrors = static_cast<HRESULT>(0x800A0000);
 
 // An EXCEPINFO whose texts are freed.
@@ -38,15 +40,23 @@ struct Exception : EXCEPINFO {
 HRESULT AskForId(IDispatch& object, const std::wstring& name, DISPID& id) {
   ComPtr<IDispatchEx> dynamic;
   // Some script objects answer only through their own interface.
-  if (SUCCEEDED(object.QueryInterface(IID_IDispatchEx, reinterpret_cast<void**>(dynamic.Out()))))
+  if (SUCCEEDED(object.QueryInterface(kDispatchEx, reinterpret_cast<void**>(dynamic.Out()))))
     return dynamic->GetDispID(Bstr(name).Get(), fdexNameCaseInsensitive, &id);
   auto* text = const_cast<wchar_t*>(name.c_str());
   return object.GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id);
 }
 
+DISPID IdOf(IDispatch& object, const std::string& kind, const std::string& member) {
+  DISPID id = DISPID_UNKNOWN;
+  const HRESULT result = AskForId(object, windows::ToWide(member), id);
+  if (SUCCEEDED(result)) return id;
+  throw HostError("The client's " + kind + " has no member \"" + member + "\": " + ResultText(result),
+                  ClassicNumber(result));
+}
+
 bool CanChangeMembers(IDispatch& object) {
   ComPtr<IDispatchEx> dynamic;
-  return SUCCEEDED(object.QueryInterface(IID_IDispatchEx, reinterpret_cast<void**>(dynamic.Out())));
+  return SUCCEEDED(object.QueryInterface(kDispatchEx, reinterpret_cast<void**>(dynamic.Out())));
 }
 
 }  // namespace
@@ -93,15 +103,15 @@ std::string ResultText(HRESULT result) {
   return windows::ErrorText(code);
 }
 
+void RequireMember(const DispatchPtr& object, const std::string& kind, const std::string& member) {
+  (void)IdOf(*object.Get(), kind, member);
+}
+
 DISPID MemberIds::Of(IDispatch& object, const std::string& kind, const std::string& member) {
   const void* const implementation = *reinterpret_cast<void* const*>(&object);
   auto& known = ids_[{implementation, kind}];
   if (const auto found = known.find(member); found != known.end()) return found->second;
-  DISPID id = DISPID_UNKNOWN;
-  const HRESULT result = AskForId(object, windows::ToWide(member), id);
-  if (FAILED(result))
-    throw HostError("The client's " + kind + " has no member \"" + member + "\": " + ResultText(result),
-                    ClassicNumber(result));
+  const DISPID id = IdOf(object, kind, member);
   if (!CanChangeMembers(object)) known.emplace(member, id);
   return id;
 }

@@ -60,6 +60,10 @@ class LateBound {
   std::shared_ptr<MemberIds> ids_;
 };
 
+// Error 438 when an object has no such member. Asks the object itself, whatever is known of others of its
+// class.
+void RequireMember(const DispatchPtr& object, const std::string& kind, const std::string& member);
+
 // The system's text of a failed call, and the classic number of it.
 [[nodiscard]] int ClassicNumber(HRESULT result);
 [[nodiscard]] std::string ResultText(HRESULT result);

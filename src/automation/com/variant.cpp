@@ -1,6 +1,5 @@
 #include "automation/com/variant.h"
 
-#include <cstdio>
 #include <stdexcept>
 
 #include "host/error.h"
@@ -25,15 +24,6 @@ BSTR NewBstr(const std::string& utf8) {
 
 std::string TextOf(BSTR text) {
   return text == nullptr ? std::string() : ToUtf8({text, ::SysStringLen(text)});
-}
-
-std::string DateText(DATE date) {
-  SYSTEMTIME time{};
-  if (::VariantTimeToSystemTime(date, &time) == 0) ThrowMismatch("a date");
-  char text[64];
-  const int size = std::snprintf(text, sizeof text, "%04u-%02u-%02u %02u:%02u:%02u", time.wYear, time.wMonth,
-                                 time.wDay, time.wHour, time.wMinute, time.wSecond);
-  return {text, static_cast<std::size_t>(size)};
 }
 
 Value ConvertedValue(const VARIANT& value, VARTYPE type) {
@@ -81,6 +71,11 @@ Variant::Variant(const Value& value) : Variant() {
   } else if (value.IsDouble()) {
     value_.vt = VT_R8;
     value_.dblVal = value.AsDouble();
+  } else if (value.IsDate()) {
+    value_.vt = VT_DATE;
+    value_.date = value.AsDouble();
+  } else if (value.IsInt16()) {
+    *this = Variant(value.AsInt16());
   } else {
     *this = Variant(value.AsInt32());
   }
@@ -112,7 +107,7 @@ Value ToValue(const VARIANT& value) {
     case VT_BSTR:
       return Value(TextOf(value.bstrVal));
     case VT_DATE:
-      return Value(DateText(value.date));
+      return Value(Date{value.date});
     case VT_I1:
       return ConvertedValue(value, VT_I2);
     case VT_UI2:

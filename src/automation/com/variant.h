@@ -40,8 +40,8 @@ class Variant {
   VARIANT value_;
 };
 
-// Empty becomes the empty text and Null stays Null; a date becomes "yyyy-mm-dd hh:mm:ss", a decimal or
-// currency value a double. References are followed. Error 13 for arrays and other values that have no like.
+// Empty becomes the empty text and Null stays Null; a decimal or currency value becomes a double. References
+// are followed. Error 13 for arrays and other values that have no like.
 [[nodiscard]] Value ToValue(const VARIANT& value);
 // The object in a variant; nothing for Nothing, Empty and Null. Error 13 for anything else.
 [[nodiscard]] DispatchPtr ToObject(const VARIANT& value);

@@ -49,11 +49,14 @@ PcEnginePtr RemoteRuntime::CreateEngine() {
   return WrapEngine(LateBound(CreateByProgId("Pelicore.PcEngine"), "PcEngine", ids_));
 }
 
+// What a caller hands over may be anything; all objects of a client may be of one class.
 PcSessionPtr RemoteRuntime::Session(const DispatchPtr& object) const {
+  if (object) RequireMember(object, "PcSession", "GlobalData");
   return WrapSession(LateBound(object, "PcSession", ids_));
 }
 
 PcRecordListPtr RemoteRuntime::RecordList(const DispatchPtr& object) const {
+  if (object) RequireMember(object, "PcRecordList", "RowCount");
   return WrapRecordList(LateBound(object, "PcRecordList", ids_));
 }
 

@@ -12,7 +12,7 @@ class RemoteRuntime : public HostRuntime {
   [[nodiscard]] PcRecordListPtr CreateRecordList() override;
   [[nodiscard]] PcEnginePtr CreateEngine() override;
 
-  // What a caller handed over. Nothing behind nothing.
+  // What a caller handed over. Nothing behind nothing; error 438 for an object of another kind.
   [[nodiscard]] PcSessionPtr Session(const DispatchPtr& object) const;
   [[nodiscard]] PcRecordListPtr RecordList(const DispatchPtr& object) const;
   [[nodiscard]] const std::shared_ptr<MemberIds>& Ids() const { return ids_; }

@@ -2,6 +2,8 @@
 
 #include <new>
 
+#include "automation/server/without_exceptions.h"
+
 namespace tessel::automation {
 namespace {
 
@@ -28,14 +30,10 @@ class ClassFactory final : public IClassFactory {
     if (result == nullptr) return E_POINTER;
     *result = nullptr;
     if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-    try {
+    return WithoutExceptions([&] {
       const auto object = ComPtr<IUnknown>::Owning(make_());
       return object->QueryInterface(id, result);
-    } catch (const std::bad_alloc&) {
-      return E_OUTOFMEMORY;
-    } catch (...) {
-      return E_FAIL;
-    }
+    });
   }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
     if (lock != 0) {

@@ -1,9 +1,8 @@
 // The exported procedures of prjTessel.dll and the one loaded program behind them.
-#include <new>
-
 #include "automation/server/class_factory.h"
 #include "automation/server/entry_object.h"
 #include "automation/server/registration.h"
+#include "automation/server/without_exceptions.h"
 #include "entry/start_application.h"
 #include "platform/win32/wide_text.h"
 #include "win32/toolkit_factory.h"
@@ -11,7 +10,8 @@
 namespace tessel::automation {
 namespace {
 
-// Of the loaded library; the operating system's interface leaves no other place.
+// Of the loaded library; the operating system's interface leaves no other place. It is never destroyed: when
+// the library is unloaded, the client's objects that it knows may be gone already.
 struct Library {
   Module module;
   std::unique_ptr<Toolkit> toolkit;
@@ -19,7 +19,7 @@ struct Library {
 };
 
 Library& LoadedLibrary() {
-  static Library library;
+  static Library& library = *new Library;
   return library;
 }
 
@@ -52,24 +52,7 @@ HRESULT Unregister(Scope scope) {
   return FAILED(classes) ? classes : types;
 }
 
-template <class Work>
-HRESULT WithoutExceptions(Work&& work) noexcept {
-  try {
-    return work();
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  } catch (...) {
-    return E_FAIL;
-  }
-}
-
 }  // namespace
-
-std::wstring ModulePath() {
-  const ProgramLocation location = RunningProgram();
-  return windows::ToWide(location.directory + "\\" + location.name + ".dll");
-}
-
 }  // namespace tessel::automation
 
 using namespace tessel::automation;
@@ -85,8 +68,15 @@ extern "C" HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID classId, REFIID int
   });
 }
 
+// The state ends here, while the client's objects can still be let go and windows still be closed.
 extern "C" HRESULT STDAPICALLTYPE DllCanUnloadNow() {
-  return LoadedLibrary().module.IsUsed() ? S_FALSE : S_OK;
+  Library& library = LoadedLibrary();
+  if (library.module.IsUsed()) return S_FALSE;
+  return WithoutExceptions([&library] {
+    library.program.reset();
+    library.toolkit.reset();
+    return S_OK;
+  });
 }
 
 extern "C" HRESULT STDAPICALLTYPE DllRegisterServer() {

@@ -1,6 +1,9 @@
 #include "automation/server/loaded_program.h"
 
+#include <utility>
+
 #include "automation/server/components.h"
+#include "host/error.h"
 #include "messages/guard.h"
 #include "platform/paths.h"
 
@@ -10,6 +13,27 @@ namespace {
 // Section of the local settings file that names automation classes in place of the built-in components.
 constexpr const char* kSection = "Components";
 constexpr std::size_t kLongestName = 256;
+
+// The built-in trace writer in place of an outside one that could not be made: the trace says so first.
+class SubstituteWriter : public TraceWriter {
+ public:
+  SubstituteWriter(std::shared_ptr<TraceWriter> writer, RuntimeError reason)
+      : writer_(std::move(writer)), reason_(std::move(reason)) {}
+  void WriteEntry(const std::string& text, std::int16_t number, const std::string& description,
+                  const std::string& directory, const std::string& name, bool on) override {
+    writer_->WriteEntry(text, number, description, directory, name, on);
+    if (!on || std::exchange(told_, true)) return;
+    writer_->WriteEntry("Cannot make the trace writer (LoadedProgram/StartApplication)",
+                        static_cast<std::int16_t>(reason_.Number()), reason_.what(), kNoTraceDirectory,
+                        kNoTraceName, false);
+  }
+  void Flush() override { writer_->Flush(); }
+
+ private:
+  std::shared_ptr<TraceWriter> writer_;
+  RuntimeError reason_;
+  bool told_ = false;
+};
 
 }  // namespace
 
@@ -35,7 +59,12 @@ std::string LoadedProgram::ComponentName(const char* key) {
 
 std::shared_ptr<TraceWriter> LoadedProgram::NewTraceWriter() {
   const std::string name = ComponentName("TraceWriter");
-  return name.empty() ? traceFile_.Factory()() : NewOutsideTraceWriter(name, runtime_.Ids());
+  if (name.empty()) return traceFile_.Factory()();
+  try {
+    return NewOutsideTraceWriter(name, runtime_.Ids());
+  } catch (const RuntimeError& error) {
+    return std::make_shared<SubstituteWriter>(traceFile_.Factory()(), error);
+  }
 }
 
 std::unique_ptr<AdditionalValues> LoadedProgram::NewAdditionalValues() {

@@ -1,5 +1,12 @@
 #include "automation/server/registration.h"
 
+// The import library has them, the headers of mingw-w64 do not.
+extern "C" {
+HRESULT STDAPICALLTYPE RegisterTypeLibForUser(ITypeLib* library, OLECHAR* path, OLECHAR* helpFolder);
+HRESULT STDAPICALLTYPE UnRegisterTypeLibForUser(REFGUID library, WORD major, WORD minor, LCID locale,
+                                                SYSKIND kind);
+}
+
 namespace tessel::automation {
 namespace {
 

@@ -1,6 +1,7 @@
 #include "automation/standin/application.h"
 
 #include "automation/host/remote_runtime.h"
+#include "automation/standin/running_entry.h"
 #include "embedded/client/object_rows.h"
 #include "embedded/store/memory_record_list.h"
 #include "embedded/store/new_database.h"
@@ -8,15 +9,19 @@
 namespace tessel::automation {
 namespace {
 
-// Entry of the table of running objects, for the life of the application.
+// A client that lives as long as its automation object, and its places in the library and among the running
+// objects.
 struct Running {
-  explicit Running(REFCLSID classId) : id(classId) {}
-  ~Running() {
-    if (entry != 0) ::RevokeActiveObject(entry, nullptr);
+  explicit Running(Library& itsLibrary) : library(itsLibrary), application(itsLibrary.module) {
+    library.applications.push_back(&application);
   }
-  CLSID id;
-  DWORD entry = 0;
-  std::unique_ptr<Application> application;
+  ~Running() { std::erase(library.applications, &application); }
+  Running(const Running&) = delete;
+  Running& operator=(const Running&) = delete;
+
+  Library& library;
+  Application application;
+  std::unique_ptr<RunningEntry> entry;
 };
 
 // A record list of nobody's, with the file system that it writes itself to.
@@ -24,6 +29,21 @@ struct OwnRecordList {
   Win32Platform platform;
   embedded::MemoryRecordList list{platform.Services().files};
 };
+
+// A record list with the client's ground under it, which it writes itself with.
+struct GroundedRecordList {
+  std::shared_ptr<ClientGround> ground;
+  PcRecordListPtr list;
+};
+
+void CallLfcStage2(Module& module, const std::string& hookClass, const std::shared_ptr<MemberIds>& ids,
+                   const PcSessionPtr& session, const std::string& operation,
+                   const std::vector<PcRecordListPtr>& lists) {
+  if (hookClass.empty()) return;
+  const LateBound hook(CreateByProgId(hookClass), "StartApplication", ids);
+  (void)hook.Get("LFCStage2", Wrap(module, session), operation, Wrap(module, lists[0]),
+                 Wrap(module, lists[1]), Wrap(module, lists[2]));
+}
 
 ObjectKey KeyOf(const PcMetaData& metaData, const std::string& text) {
   const auto colon = text.rfind(':');
@@ -55,12 +75,14 @@ embedded::EmbeddedHost& Application::Host() {
 PcSessionPtr Application::OpenDatabase(const std::string& path, const std::string& user,
                                        const std::string& password, const std::string& language) {
   embedded::HostOptions options;
-  options.files = &platform_.Services().files;
-  options.dialogs = &dialogs;
-  options.lfcStage2 = [this](const PcSessionPtr& session, const std::string& operation,
-                             const PcRecordListPtr& first, const PcRecordListPtr& second,
-                             const PcRecordListPtr& third) {
-    CallLfcStage2(session, operation, first, second, third);
+  options.files = &ground_->platform.Services().files;
+  options.dialogs = &ground_->dialogs;
+  // Keeps the ground as long as a session needs it.
+  options.lfcStage2 = [&module = module_, ground = ground_, ids = std::make_shared<MemberIds>()](
+                          const PcSessionPtr& session, const std::string& operation,
+                          const PcRecordListPtr& first, const PcRecordListPtr& second,
+                          const PcRecordListPtr& third) {
+    CallLfcStage2(module, ground->hookClass, ids, session, operation, {first, second, third});
   };
   auto host = std::make_unique<embedded::EmbeddedHost>(path, std::move(options));
   PcSessionPtr session = host->OpenSession(user, password, language);
@@ -69,7 +91,14 @@ PcSessionPtr Application::OpenDatabase(const std::string& path, const std::strin
 }
 
 void Application::CreateDatabase(const std::string& path, const std::string& model) {
-  embedded::CreateDatabase(platform_.Services().files, path, model);
+  embedded::CreateDatabase(ground_->platform.Services().files, path, model);
+}
+
+PcRecordListPtr Application::NewRecordList() {
+  const auto grounded = std::make_shared<GroundedRecordList>();
+  grounded->ground = ground_;
+  grounded->list = Host().CreateRecordList();
+  return {grounded, grounded->list.get()};
 }
 
 PcRecordListPtr Application::ObjectRows(PcSession& session, const std::string& objects) {
@@ -82,19 +111,11 @@ PcRecordListPtr Application::ObjectRows(PcSession& session, const std::string& o
   return list;
 }
 
-void Application::CallLfcStage2(const PcSessionPtr& session, const std::string& operation,
-                                const PcRecordListPtr& first, const PcRecordListPtr& second,
-                                const PcRecordListPtr& third) {
-  if (hookClass.empty()) return;
-  const LateBound hook(CreateByProgId(hookClass), "StartApplication", ids_);
-  (void)hook.Get("LFCStage2", Wrap(module_, session), operation, Wrap(module_, first), Wrap(module_, second),
-                 Wrap(module_, third));
-}
-
-IUnknown* NewApplicationObject(Module& module, REFCLSID classId) {
-  const auto running = std::make_shared<Running>(classId);
-  running->application = std::make_unique<Application>(module);
-  Application* const part = running->application.get();
+IUnknown* NewApplicationObject(Library& library, REFCLSID classId) {
+  const auto running = std::make_shared<Running>(library);
+  Module& module = library.module;
+  Application* const part = &running->application;
+  ClientGround* const ground = &part->Ground();
   DispatchPtr object = NewScriptedObject(
       module, "PcApplication", running,
       {{"NewRecordList", [&module, part](const Arguments&) { return Wrap(module, part->NewRecordList()); }},
@@ -109,18 +130,23 @@ IUnknown* NewApplicationObject(Module& module, REFCLSID classId) {
         [&module, part](const Arguments& a) {
           return Wrap(module, part->ObjectRows(*Required(a.Object<PcSession>(0), "session"), a.Text(1)));
         }},
-       {"HookClass", [part](const Arguments&) { return Variant(part->hookClass); },
-        [part](const Arguments& a) { part->hookClass = a.Text(0); }},
-       {"ShownObjects", [part](const Arguments&) { return Variant(part->dialogs.shownObjects); }},
-       {"SystemMessage", [part](const Arguments&) { return Variant(part->dialogs.message); }}});
-  // Weak: being listed keeps nobody alive.
-  (void)::RegisterActiveObject(object.Get(), classId, ACTIVEOBJECT_WEAK, &running->entry);
+       {"HookClass", [ground](const Arguments&) { return Variant(ground->hookClass); },
+        [ground](const Arguments& a) { ground->hookClass = a.Text(0); }},
+       {"ShownObjects", [ground](const Arguments&) { return Variant(ground->dialogs.shownObjects); }},
+       {"SystemMessage", [ground](const Arguments&) { return Variant(ground->dialogs.message); }}});
+  running->entry = std::make_unique<RunningEntry>(module, classId, *object.Get());
   return object.Detach();
 }
 
-IUnknown* NewRecordListObject(Module& module) {
+IUnknown* NewEngineObject(Library& library) {
+  if (library.applications.empty())
+    throw HostError("No client is running", error_number::kObjectNotCreatable);
+  return ToObject(Wrap(library.module, library.applications.back()->NewEngine()).Raw()).Detach();
+}
+
+IUnknown* NewRecordListObject(Library& library) {
   const auto own = std::make_shared<OwnRecordList>();
-  return ToObject(Wrap(module, PcRecordListPtr(own, &own->list)).Raw()).Detach();
+  return ToObject(Wrap(library.module, PcRecordListPtr(own, &own->list)).Raw()).Detach();
 }
 
 }  // namespace tessel::automation

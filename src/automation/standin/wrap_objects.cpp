@@ -1,4 +1,5 @@
 #include "automation/standin/wrap_host.h"
+#include "host/type_codes.h"
 
 namespace tessel::automation {
 namespace {
@@ -13,6 +14,18 @@ int ColumnOf(const PcRecordList& list, const Value& column) {
 
 Variant Done() {
   return {};
+}
+
+// A number of a 16-bit column or attribute as such; the store keeps all integers alike.
+Variant Sized(const Value& value, bool is16Bit) {
+  if (!is16Bit || value.IsNull() || value.IsText()) return Variant(value);
+  return Variant(value.AsInt16());
+}
+
+bool Is16Bit(const PcObject& object, const std::string& attribute) {
+  const PcClassPtr objectClass = object.Class();
+  const PcAttributePtr found = objectClass ? objectClass->FindAttribute(attribute) : nullptr;
+  return found && found->Type() == AttributeType::kInteger;
 }
 
 Variant WrapList(Module& module, const PcObjectListPtr& part) {
@@ -69,7 +82,9 @@ Variant Wrap(Module& module, const PcRecordListPtr& part) {
         [part](const Arguments& a) { return Variant(std::int32_t{part->FindColumn(a.Text(0))}); }},
        {"Value",
         [part](const Arguments& a) {
-          return Variant(part->GetValue(ColumnOf(*part, a.ValueAt(0)), a.Number(1)));
+          const int column = ColumnOf(*part, a.ValueAt(0));
+          const bool is16Bit = part->ColumnTypeCode(column) == static_cast<int>(ColumnType::kInteger);
+          return Sized(part->GetValue(column, a.Number(1)), is16Bit);
         },
         [part](const Arguments& a) {
           part->SetValue(ColumnOf(*part, a.ValueAt(0)), a.Number(1), a.ValueAt(2));
@@ -96,7 +111,8 @@ Variant Wrap(Module& module, const PcObjectPtr& part) {
        {"Session", [&module, part](const Arguments&) { return Wrap(module, part->Session()); }},
        {"ReadData", [part](const Arguments&) { return part->ReadData(), Done(); }},
        {"HasAttribute", [part](const Arguments& a) { return Variant(part->HasAttribute(a.Text(0))); }},
-       {"Value", [part](const Arguments& a) { return Variant(part->GetValue(a.Text(0))); },
+       {"Value",
+        [part](const Arguments& a) { return Sized(part->GetValue(a.Text(0)), Is16Bit(*part, a.Text(0))); },
         [part](const Arguments& a) { part->SetValue(a.Text(0), a.ValueAt(1)); }},
        {"Add", [part](const Arguments& a) { return Variant(std::int32_t{part->Add(BehaviorAt(a, 0))}); }},
        {"Update",
