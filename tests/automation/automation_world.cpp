@@ -34,7 +34,7 @@ short AutomationWorld::Call(const char* hook, const Variant& first, const std::s
 }
 
 void AutomationWorld::WorkPages(std::deque<std::wstring> steps) {
-  hand_.emplace(std::move(steps));
+  hand_.emplace(std::move(steps), Reach::kThisThread);
   ticks_.emplace([this] { hand_->Try(); });
 }
 

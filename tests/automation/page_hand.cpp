@@ -45,20 +45,26 @@ bool IsCheckBox(HWND button) {
   return kind == BS_CHECKBOX || kind == BS_AUTOCHECKBOX;
 }
 
-HWND TopWindow(const wchar_t* windowClass) {
+HWND TopWindow(const wchar_t* windowClass, Reach reach) {
   Search search{windowClass, {}};
-  EnumWindows(&FindClass, reinterpret_cast<LPARAM>(&search));
+  const auto parameter = reinterpret_cast<LPARAM>(&search);
+  if (reach == Reach::kThisThread) {
+    EnumThreadWindows(GetCurrentThreadId(), &FindClass, parameter);
+  } else {
+    EnumWindows(&FindClass, parameter);
+  }
   return search.found;
 }
 
 // What was pressed for a step; null when its window is not there yet.
-HWND Press(const std::wstring& step) {
+HWND Press(const std::wstring& step, Reach reach) {
   if (step == L"{BOX}" || step == L"{BOXES}") {
-    const HWND box = TopWindow(L"#32770");
+    const HWND box = TopWindow(L"#32770", reach);
     if (box != nullptr) PostMessageW(box, WM_COMMAND, GetDlgItem(box, IDYES) != nullptr ? IDYES : IDOK, 0);
     return box;
   }
-  const HWND page = UsablePage();
+  // A page below a message box is not for use.
+  const HWND page = TopWindow(L"#32770", reach) != nullptr ? nullptr : TopWindow(L"prjTesselPage", reach);
   if (page == nullptr) return nullptr;
   if (step == L"{ENTER}") {
     PostMessageW(page, WM_KEYDOWN, VK_RETURN, 1);
@@ -71,10 +77,6 @@ HWND Press(const std::wstring& step) {
 }
 
 }  // namespace
-
-HWND UsablePage() {
-  return TopWindow(L"#32770") != nullptr ? nullptr : TopWindow(L"prjTesselPage");
-}
 
 bool PageHand::HasWorked() const {
   if (IsCheckBox(pressed_)) return SendMessageW(pressed_, BM_GETCHECK, 0, 0) == BST_CHECKED;
@@ -90,7 +92,7 @@ void PageHand::Try() {
     return;
   }
   if (pressed_ != nullptr && GetTickCount64() - pressedAt_ < kPatience) return;
-  pressed_ = Press(steps_.front());
+  pressed_ = Press(steps_.front(), reach_);
   pressedAt_ = GetTickCount64();
 }
 

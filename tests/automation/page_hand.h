@@ -13,9 +13,11 @@ namespace tessel::test {
 //   {ENTER}     the Enter key
 //   {BOX}       the first button of a message box
 //   {BOXES}     the same for all that come; nothing comes behind it
+enum class Reach { kThisThread, kEveryProcess };
+
 class PageHand {
  public:
-  explicit PageHand(std::deque<std::wstring> steps) : steps_(std::move(steps)) {}
+  PageHand(std::deque<std::wstring> steps, Reach reach) : steps_(std::move(steps)), reach_(reach) {}
 
   // Does the next step if it can be done now, and again as long as nothing comes of it: a page that works
   // ignores its buttons.
@@ -28,11 +30,9 @@ class PageHand {
   [[nodiscard]] bool HasWorked() const;
 
   std::deque<std::wstring> steps_;
+  Reach reach_;
   HWND pressed_ = nullptr;
   ULONGLONG pressedAt_ = 0;
 };
-
-// The page that can be used now; null when there is none.
-[[nodiscard]] HWND UsablePage();
 
 }  // namespace tessel::test

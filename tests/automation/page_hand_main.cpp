@@ -7,7 +7,7 @@
 int wmain(int count, wchar_t** arguments) {
   constexpr int kPause = 50;
   constexpr int kPatience = 60 * 1000 / kPause;
-  tessel::test::PageHand hand({arguments + 1, arguments + count});
+  tessel::test::PageHand hand({arguments + 1, arguments + count}, tessel::test::Reach::kEveryProcess);
   for (int waited = 0; !hand.IsDone(); ++waited) {
     if (hand.Left().front() == L"{BOXES}") waited = 0;
     if (waited == kPatience) {
