@@ -64,12 +64,17 @@ class RecordScope {
  private:
   bool TakeBack() {
     return Guarded(trace_, "Error while deleting the record of an export that failed", false, [this] {
-      PcUnitOfWorkPtr unit = session_.BeginUnitOfWork("");
+      // A unit that surely writes, so that nothing of the one that failed is found when the database is
+      // opened anew.
+      const std::string mark = mark_.empty() ? std::string() : mark_ + "#back";
+      PcUnitOfWorkPtr unit = session_.BeginUnitOfWork(mark);
       const PcObjectPtr record = Required(session_.ObjectStore(), "object store")->Object(key_);
       const auto behavior = Required(session_.NewBehavior(), "behaviour");
       if (record && record->Delete(*behavior) != 0) throw HostError("The database keeps the record");
       if (!mark_.empty()) session_.ForgetMark(mark_);
       if (unit) unit->Commit();
+      unit.reset();
+      if (!mark.empty()) IgnoringErrors([&] { session_.ForgetMark(mark); });
       journal_.Making(directory_.Path());
       return true;
     });
@@ -262,8 +267,9 @@ class Dispatch {
     journal.Ready(directory, prefix, mark_);
     files.MakeDurable(directory);
     if (unit != nullptr) {
-      unit->Commit();
+      // A commit that fails on its way to the disk may stand all the same when the database is opened anew.
       scope.Watch(record, mark_);
+      unit->Commit();
     }
     files.Move(directory, finalDirectory);
     GuardedRun(trace_, "Error while bringing the final name to the disk: " + finalDirectory,

@@ -41,6 +41,15 @@ void ResetFlags(Program& program) {
   program.trace.problems.Clear();
 }
 
+// Whether a directory is complete whose record this session could neither commit nor take back: after an
+// error of the disk only the database opened anew tells whether the record stands.
+bool IsDoubtful(const ExportJournal& journal, PcSession& session) {
+  for (const ExportJournal::Entry& entry : journal.Entries()) {
+    if (entry.ready && !entry.mark.empty() && !session.WasCommitted(entry.mark)) return true;
+  }
+  return false;
+}
+
 // Everything temporary that the export still has. What is left behind by an error here, the next start-up
 // finds in the journal.
 void ClearExchangeDirectory(Program& program, PcSession& session) {
@@ -48,6 +57,7 @@ void ClearExchangeDirectory(Program& program, PcSession& session) {
   const std::string directory = program.exchange.directoryPath;
   FileSystem& files = program.platform.files;
   std::vector<Recovered> done;
+  if (journal && IsDoubtful(*journal, session)) return;
   if (journal) {
     SettleExport(files, session, *journal, false, done);
   } else if (!directory.empty() && files.FolderExists(directory)) {

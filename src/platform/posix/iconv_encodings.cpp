@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 #include <optional>
+#include <system_error>
 #include <unordered_map>
 
 #include "host/ascii.h"
@@ -174,7 +175,11 @@ std::shared_ptr<const TextEncoding> Make(const std::string& name) {
   if (auto unicode = MakeUnicodeEncoding(name)) return unicode;
   Converter toScalar(kScalars, IsName(name) ? name : "no such encoding");
   if (!toScalar.IsOpen()) {
-    throw RuntimeError(error_number::kInvalidCall, "Cannot open the encoding \"" + name + "\": not known");
+    // The tables of an encoding are files, which may be there and not to be opened.
+    const int error = errno;
+    throw RuntimeError(error_number::kInvalidCall,
+                       "Cannot open the encoding \"" + name + "\": not known" +
+                           (error == EINVAL ? "" : " (" + std::generic_category().message(error) + ")"));
   }
   if (const auto table = TableOf(toScalar)) return MakeSingleByteEncoding(name, *table);
   return std::make_shared<MultiByteEncoding>(name);
