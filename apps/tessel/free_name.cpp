@@ -3,6 +3,7 @@
 #include <set>
 #include <thread>
 
+#include "dispatch/dispatch_checks.h"
 #include "dispatch/recipients.h"
 #include "exchange/export_journal.h"
 #include "platform/paths.h"
@@ -28,7 +29,10 @@ bool AreFree(const Names& taken, const std::string& name, const std::string& pre
   if (taken.contains(ExportJournal::PathOf(name)) || taken.contains(name + "_temp")) return false;
   for (int row = 0; row < recipients; ++row) {
     const std::string directory = RecipientDirectory(name, row);
-    if (taken.contains(directory) || taken.contains(FinalDirectory(directory, prefix))) return false;
+    if (taken.contains(directory)) return false;
+    for (const std::string& finalName : FinalNames(directory, prefix)) {
+      if (taken.contains(finalName)) return false;
+    }
   }
   if (recipients < 2) return true;
   // Another export that runs may have several recipients, too, and would share their names.

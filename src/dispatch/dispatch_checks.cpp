@@ -52,12 +52,19 @@ void CheckDirectories(const Services& services, const PcRecordList& recipients, 
   for (int row = 0; row < count; ++row) {
     const std::string directory = RecipientOfRow(recipients, row).directory;
     if (row > 0) CheckFree(files, directory);
-    CheckFree(files, FinalDirectory(directory, services.Settings().ExportPrefix));
+    for (const std::string& name : FinalNames(directory, services.Settings().ExportPrefix))
+      CheckFree(files, name);
   }
   if (count > 1) CheckFree(files, backup);
 }
 
 }  // namespace
+
+std::vector<std::string> FinalNames(const std::string& directory, const std::string& prefix) {
+  const std::string handedOver = FinalDirectory(directory, prefix);
+  const std::string base = handedOver.substr(0, handedOver.rfind("_New"));
+  return {handedOver, base + "_Sent", base + "_Break"};
+}
 
 void CheckFree(const FileSystem& files, const std::string& path) {
   if (files.FolderExists(path) || files.FileExists(path))

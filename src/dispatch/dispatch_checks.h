@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "config/services.h"
 #include "dispatch/dispatch_request.h"
@@ -16,6 +17,10 @@ namespace tessel {
 void CheckDispatch(const Services& services, const DispatchRequest& request,
                    const std::string& exchangeDirectory, const std::string& backupDirectory,
                    const std::function<bool()>& hasNeutralFormats);
+
+// The names that an exchange directory may come to bear: its final one, and those that the program which
+// sends gives it when it is sent or stopped.
+[[nodiscard]] std::vector<std::string> FinalNames(const std::string& directory, const std::string& prefix);
 
 // Error 58 when something of that name exists.
 void CheckFree(const FileSystem& files, const std::string& path);

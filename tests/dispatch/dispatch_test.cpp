@@ -345,7 +345,8 @@ TEST_F(DispatchTest, NeverMixesTheFilesOfTwoExports) {
 
 TEST_F(DispatchTest, ATakenDirectoryEndsBeforeAnythingIsMade) {
   for (const std::string name :
-       {"Export_anna_20240131_154502_New", "@@_anna_20240131_15450a", "@@_anna_20240131_154502_temp"}) {
+       {"Export_anna_20240131_154502_New", "Export_anna_20240131_154502_Break",
+        "Export_anna_20240131_15450a_Sent", "@@_anna_20240131_15450a", "@@_anna_20240131_154502_temp"}) {
     Prepare({});
     AddThreeRecipients();
     world_->folder.Write("ex/" + name + "/theirs.stp", "theirs");
