@@ -6,6 +6,7 @@
 
 #include "host/error.h"
 #include "platform/paths.h"
+#include "sender/login_file.h"
 #include "sender/smtp.h"
 #include "sender/system.h"
 #include "sender/work.h"
@@ -66,7 +67,7 @@ std::string TryExchangePath(FileSystem& files, const std::string& path, bool may
 }
 
 std::string TryPrivate(const FileSystem& files, const std::string& path) {
-  const std::string why = WhyNotPrivate(files.NativePath(path));
+  const std::string why = WhyNoLogin(files, path);
   if (!why.empty()) Bad(why);
   return {};
 }
@@ -90,8 +91,7 @@ void CheckDatabases(Checks& checks, const Settings& settings, FileSystem& files,
 void CheckServer(Checks& checks, const Settings& settings, const FileSystem& files, const std::string& name) {
   checks.Try("mail server " + name, [&] {
     const MailServer server = ParseServer(name, settings.mailPort);
-    const bool usable =
-        !settings.mailAuthFile.empty() && WhyNotPrivate(files.NativePath(settings.mailAuthFile)).empty();
+    const bool usable = !settings.mailAuthFile.empty() && WhyNoLogin(files, settings.mailAuthFile).empty();
     const std::string why =
         TryServer(settings, server, usable ? files.NativePath(settings.mailAuthFile) : "");
     if (!why.empty()) Bad(why);

@@ -6,6 +6,7 @@
 
 #include "host/error.h"
 #include "platform/paths.h"
+#include "sender/login_file.h"
 #include "sender/package.h"
 #include "sender/root_directory.h"
 #include "sender/system.h"
@@ -272,7 +273,7 @@ void ExchangeWork::CheckAccount() {
   const bool mail = data_.mode == SendMode::kMail || data_.mode == SendMode::kMailStructure;
   const std::string& file = parts_.settings.mailAuthFile;
   if (!mail || file.empty()) return;
-  const std::string why = WhyNotPrivate(parts_.files.NativePath(file));
+  const std::string why = WhyNoLogin(parts_.files, file);
   if (!why.empty()) throw HostError("the file of the mail password " + file + " is not used: " + why);
 }
 
