@@ -85,6 +85,7 @@ void Queue::Postpone(Known& known, const WorkAnswer& answer) {
   };
   milliseconds pause = scan;
   known.pending = false;
+  known.rests = answer.result == WorkResult::kRests;
   if (answer.result == WorkResult::kLater) {
     known.pending = true;
     pause = std::max(milliseconds(100), milliseconds((answer.notBefore - std::time(nullptr)) * 1000));
@@ -122,7 +123,7 @@ void Queue::Scan() {
   for (const std::string& path : paths) {
     watch_.Add(parts_.files.NativePath(path));
     for (const ExchangeDirectory& directory : Listed(path)) {
-      if (directory.place != Place::kQueued) continue;
+      if (directory.place == Place::kSent) continue;
       there.insert(directory.Path());
       Known& known = known_[directory.Path()];
       if (known.working || std::chrono::steady_clock::now() < known.due) continue;
@@ -167,7 +168,7 @@ std::chrono::milliseconds Queue::UntilDue() {
 void Queue::HurryUp() {
   const std::lock_guard guard(mutex_);
   for (auto& [path, known] : known_) {
-    if (!known.pending) known.due = {};
+    if (!known.pending && !known.rests) known.due = {};
   }
 }
 

@@ -36,6 +36,7 @@ class Queue {
     Moment due;
     int tries = 0;        // answers in a row that were neither progress nor an end
     bool pending = true;  // WorkOff waits for it
+    bool rests = false;   // stopped: looked at by scans alone
     std::string said;     // last text that was logged
   };
 

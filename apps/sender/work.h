@@ -20,6 +20,7 @@ enum class WorkResult {
   kWaiting,  // the other side's acknowledgement is to come
   kBusy,     // another worker has it
   kForeign,  // perhaps another machine's worker has it
+  kRests,    // stopped, and nobody continued it
   kLeft,     // not for us, or not yet: the log says why
   kFailed,   // the database or the file system did not let us; nothing was lost
 };
