@@ -47,7 +47,7 @@ void Describe(CLI::App& app, Options& options) {
   what->require_option(0, 1);
   app.add_flag("--json", options.json, "one JSON object a line on standard output");
   app.add_option("--settings", options.settings,
-                 "settings file; default KestrixServMon.ini beside the program");
+                 "settings file; default KestrixServMon.ini beside the program, else in /etc/kestrix");
 }
 
 void PrintKeys(std::ostream& out) {
@@ -70,6 +70,9 @@ int List(const WorkParts& parts, bool json, std::ostream& out) {
 
 int Work(const WorkParts& parts, const Options& options) {
   const std::unique_ptr<Watch> watch = NewWatch();
+  if (options.watch && !watch->SeesChanges())
+    parts.log.Write(
+        {{}, "watch", "changes are seen at scans alone: the system has no watch left", StepKind::kProblem});
   Queue queue(parts, *watch);
   if (options.watch) {
     queue.Serve();
@@ -99,11 +102,11 @@ int RunOptions(const Options& options, const Platform& platform, std::ostream& o
     return kDone;
   }
   const std::string path =
-      options.settings.empty() ? SettingsPath(platform.program.directory) : options.settings;
+      options.settings.empty() ? SettingsPath(platform.files, platform.program.directory) : options.settings;
   const Settings settings = ReadSettings(platform.files, path);
   if (options.check) return CheckSettings(settings, platform.files, out) ? kDone : kProblems;
-  std::ostream nowhere(nullptr);
-  StreamLog log(options.list ? nowhere : out, err, options.json, platform.clock);
+  // The list is for a program to read as it stands.
+  StreamLog log(out, err, options.json && !options.list, platform.clock);
   LeaseBook leases(std::chrono::duration_cast<std::chrono::milliseconds>(settings.lease));
   const WorkParts parts{settings, platform.files, platform.clock, log, leases};
   if (options.list) return List(parts, options.json, out);
@@ -166,8 +169,9 @@ int Run(const std::vector<std::string>& arguments, const Platform& platform, std
   // Nobody sees the standard error of one that the export starts.
   std::ofstream file;
   if (!options.start.empty()) {
-    const std::string settings =
-        options.settings.empty() ? SettingsPath(platform.program.directory) : options.settings;
+    const std::string settings = options.settings.empty()
+                                     ? SettingsPath(platform.files, platform.program.directory)
+                                     : options.settings;
     OpenLog(platform.files, settings + ".log", file);
   }
   std::ostream& told = file.is_open() ? file : err;

@@ -292,8 +292,10 @@ const std::vector<SettingKey>& SettingKeys() {
   return keys;
 }
 
-std::string SettingsPath(const std::string& programDirectory) {
-  return paths::Join(programDirectory, "KestrixServMon.ini");
+std::string SettingsPath(const FileSystem& files, const std::string& programDirectory) {
+  const std::string beside = paths::Join(programDirectory, "KestrixServMon.ini");
+  const std::string ofService = "/etc/kestrix/KestrixServMon.ini";
+  return !files.FileExists(beside) && files.FileExists(ofService) ? ofService : beside;
 }
 
 Settings ParseSettings(std::string_view text, const std::string& folder, Texts& problems) {

@@ -69,8 +69,9 @@ struct SettingKey {
 };
 [[nodiscard]] const std::vector<SettingKey>& SettingKeys();
 
-// "KestrixServMon.ini" in the program's directory.
-[[nodiscard]] std::string SettingsPath(const std::string& programDirectory);
+// "KestrixServMon.ini" in the program's directory; that of the service, in /etc/kestrix, when there is only
+// that.
+[[nodiscard]] std::string SettingsPath(const FileSystem& files, const std::string& programDirectory);
 
 // Reads the file. Paths in it that begin neither with a separator nor with a drive lie beside it. Error 5
 // that lists, line by line, everything that is wrong; 53 when there is no such file.

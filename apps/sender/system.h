@@ -60,6 +60,8 @@ class Watch {
   virtual ~Watch() = default;
   // A folder that is missing, or cannot be watched, is left to the next scan.
   virtual void Add(const std::string& folder) = 0;
+  // False when the system gives this account no watch: then only the scans see what is new.
+  [[nodiscard]] virtual bool SeesChanges() const { return true; }
   [[nodiscard]] virtual Event Wait(std::chrono::milliseconds time) = 0;
   // Ends a wait with kWoken; any thread may call it.
   virtual void Wake() = 0;

@@ -10,6 +10,7 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdlib>
+#include <functional>
 #include <random>
 #include <sstream>
 
@@ -25,6 +26,7 @@ constexpr int kDied = 9;
 // What becomes of the n-th write into a database from now on; 0: of none.
 std::atomic<int> databaseWritesLeft{0};
 std::atomic<bool> databaseWriteFails{false};
+std::atomic<bool> noWatchIsLeft{false};
 
 // Ends the process before or after its n-th change.
 class DyingFiles : public posix::PosixFileSystem {
@@ -103,8 +105,8 @@ class CrashTest : public SenderWorld {
     ::waitpid(child, &status, 0);
     return status;
   }
-  pid_t Start() const {
-    std::vector<std::string> texts{TESSEL_SENDER, "--once", "--settings", folder.Path("sender.ini")};
+  pid_t Start(const std::string& how = "--once") const {
+    std::vector<std::string> texts{TESSEL_SENDER, how, "--settings", folder.Path("sender.ini")};
     std::vector<char*> arguments;
     for (std::string& text : texts)
       arguments.push_back(text.data());
@@ -281,8 +283,45 @@ TEST_F(CrashTest, SeveralSendersShareAQueue) {
     EXPECT_EQ(EndOf(base), "Sent");
 }
 
+// No scan comes within the test: what it takes up it has seen. Then it ends, and brings a transfer to its
+// end.
+TEST_F(CrashTest, WatchesUntilItIsEnded) {
+  std::string settings = folder.Read("sender.ini");
+  folder.Write("sender.ini",
+               settings.insert(settings.find("[Queue]\n") + 8, "ScanInterval=600\n") + "StallTimeout=1\n");
+  const auto waitFor = [](const std::function<bool()>& done) {
+    for (int i = 0; i < 1200 && !done(); ++i)
+      ::poll(nullptr, 0, 50);
+    return done();
+  };
+  const std::string first = ExportOne("mail");
+  const pid_t sender = Start("--watch");
+  EXPECT_TRUE(waitFor([&] { return EndOf(first) == "Sent"; }));
+  Misbehave("hang-after");
+  const std::string second = ExportOne("mail");
+  EXPECT_TRUE(waitFor([&] { return Mails() == 2; })) << "seen at once";
+  ::kill(sender, SIGTERM);
+  EXPECT_EQ(Collect(sender), 0);
+  ExpectWhole({first, second}, 2);
+  EXPECT_EQ(EndOf(second), "Break");
+}
+
+TEST_F(CrashTest, AnExhaustedWatchLeavesTheScans) {
+  const std::string base = ExportOne("mail");
+  noWatchIsLeft = true;
+  EXPECT_EQ(Once(), 0) << err;
+  noWatchIsLeft = false;
+  EXPECT_EQ(EndOf(base), "Sent");
+}
+
 }  // namespace
 }  // namespace tessel::test
+
+extern "C" int inotify_init1(int flags) {
+  if (!tessel::test::noWatchIsLeft) return static_cast<int>(::syscall(SYS_inotify_init1, flags));
+  errno = EMFILE;
+  return -1;
+}
 
 // Stands before the system's function of this name, through which the database library writes.
 extern "C" ssize_t pwrite64(int file, const void* bytes, size_t size, off64_t at) {

@@ -142,6 +142,10 @@ TEST_F(OtherModesTest, ChecksTheSettings) {
   EXPECT_NE(out.find("ok       mail server localhost:"), std::string::npos) << out;
   EXPECT_NE(out.find("PROBLEM  outbox " + folder.Path("nowhere") + ": it is not there"), std::string::npos)
       << out;
+  folder.Write("sender.ini", "[Database]\nPath=nothing.db\n");
+  EXPECT_EQ(Sender({"--list", "--json"}), 1);
+  EXPECT_EQ(out, "");
+  EXPECT_NE(err.find("nothing.db"), std::string::npos) << "the reason stands beside the list: " << err;
   folder.Write("sender.ini",
                "[Database]\nPath=nothing.db\nUsr=x\n[Mail]\nPort=0\nSecurity=none\n[Odd]\nno equals\n");
   EXPECT_EQ(Sender({"--check"}), 2);

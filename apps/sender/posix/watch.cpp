@@ -29,14 +29,15 @@ class PosixWatch final : public Watch {
     ::sigaddset(&ending, SIGHUP);
     ::pthread_sigmask(SIG_BLOCK, &ending, nullptr);
     ends_ = FileDescriptor(::signalfd(-1, &ending, SFD_CLOEXEC | SFD_NONBLOCK));
-    if (!changes_.IsOpen() || !wakes_.IsOpen() || !ends_.IsOpen())
-      posix::ThrowErrno(errno, "watch", "the exchange path");
+    if (!wakes_.IsOpen() || !ends_.IsOpen()) posix::ThrowErrno(errno, "wait for", "signals");
   }
 
   void Add(const std::string& folder) override {
     static_cast<void>(
         ::inotify_add_watch(changes_.Get(), folder.c_str(), IN_MOVED_TO | IN_CREATE | IN_ONLYDIR));
   }
+
+  [[nodiscard]] bool SeesChanges() const override { return changes_.IsOpen(); }
 
   [[nodiscard]] Event Wait(std::chrono::milliseconds time) override {
     pollfd waits[] = {{ends_.Get(), POLLIN, 0}, {changes_.Get(), POLLIN, 0}, {wakes_.Get(), POLLIN, 0}};
