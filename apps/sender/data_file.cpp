@@ -124,4 +124,10 @@ DataFile ParseDataFile(std::string_view bytes) {
   return file;
 }
 
+bool IsNeutralFormats(std::string_view bytes) {
+  pugi::xml_document document;
+  return document.load_buffer(bytes.data(), bytes.size()) &&
+         std::strcmp(document.document_element().name(), "Neutral_Formats") == 0;
+}
+
 }  // namespace tessel::sender

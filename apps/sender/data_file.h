@@ -45,4 +45,7 @@ struct DataFile {
 // twice, a number that is none, a name that would leave the directory.
 [[nodiscard]] DataFile ParseDataFile(std::string_view bytes);
 
+// Whether the bytes are the export's list of neutral formats, and no document of its name.
+[[nodiscard]] bool IsNeutralFormats(std::string_view bytes);
+
 }  // namespace tessel::sender

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <ctime>
+#include <filesystem>
 
 #include "host/error.h"
 #include "platform/paths.h"
@@ -15,9 +16,16 @@ namespace tessel::sender {
 namespace {
 
 constexpr double kLongestPause = 3600;
+constexpr const char* kNeutralFormats = "NeutralFormats.xml";
 
 std::int64_t Now() {
   return std::time(nullptr);
+}
+
+std::string LowerCase(std::string text) {
+  for (char& c : text)
+    c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  return text;
 }
 
 WorkAnswer Left(const std::string& why) {
@@ -35,7 +43,12 @@ void ExchangeWork::Protocol(const std::string& line) {
   journal_.protocol += text;
   try {
     MakeWorkFolder(parts_.files, directory_);
-    parts_.files.AppendBytes(paths::Join(directory_.WorkFolder(), "protocol.txt"), text);
+    const std::string copy = paths::Join(directory_.WorkFolder(), "protocol.txt");
+    const std::string native = parts_.files.NativePath(copy);
+    std::error_code unknown;
+    const auto type = std::filesystem::symlink_status(native, unknown).type();
+    if (type == std::filesystem::file_type::not_found || RegularFileSize(native) >= 0)
+      parts_.files.AppendBytes(copy, text);
   } catch (const RuntimeError&) {
     // A copy for people; the record has the lines.
   }
@@ -102,9 +115,13 @@ WorkAnswer ExchangeWork::Run() {
   if (const auto answer = ReadAll()) return *answer;
   if (const auto answer = FindRecord()) return *answer;
   if (const auto answer = CheckIdentity()) return *answer;
-  // It may have told of a transfer.
-  if (journalProblem_)
+  // It may have told of a transfer, and of how many on purpose: the next mail needs an identity that none
+  // had.
+  if (journalProblem_) {
+    journal_.lost = !record_->RootDirectory().empty();
+    journal_.issue = static_cast<int>(Now() / 60);
     return Stop(Words(StatusText::kOutcomeUnknown, {ReasonText(Language(), *journalProblem_)}));
+  }
   return GoOn();
 }
 
@@ -159,8 +176,11 @@ std::optional<WorkAnswer> ExchangeWork::CheckIdentity() {
   if (record_->CurrentPhase() == Phase::kSent && !finished)
     return StopUnusable(Reason(StatusText::kObjectSent, {key}));
   // The first attempt writes the journal, then the record's path.
-  if (journal_.exchange == ObjectKey{} && journal_.stage == Stage::kQueued && !journalProblem_ &&
-      !root.empty() && record_->CurrentPhase() == Phase::kNew)
+  const bool fresh = journal_.exchange == ObjectKey{} && journal_.stage == Stage::kQueued && !journalProblem_;
+  const Phase phase = record_->CurrentPhase();
+  if (fresh && !root.empty() &&
+      (phase == Phase::kNew ||
+       (phase == Phase::kContinued && !parts_.files.FileExists(JournalPath(directory_)))))
     journalProblem_ = Reason(StatusText::kJournalMissing, {JournalPath(directory_)});
   return std::nullopt;
 }
@@ -208,6 +228,12 @@ void ExchangeWork::Requeue() {
 }
 
 WorkAnswer ExchangeWork::Attempt() {
+  // What cannot get its name afterwards is not sent first.
+  for (const Place place : {Place::kSent, Place::kStopped}) {
+    const std::string later = directory_.At(place).Path();
+    if (parts_.files.FolderExists(later))
+      return Left("its later name is taken by another exchange: " + later);
+  }
   CheckAccount();
   try {
     TakeDocuments();
@@ -231,12 +257,27 @@ WorkAnswer ExchangeWork::Attempt() {
   return Conclude(outcome);
 }
 
+// The package may not take the place of a file of the house; the other system may know no letter case.
+void ExchangeWork::CheckPackageName(const std::vector<std::string>& taken) const {
+  if (LowerCase(directory_.In(data_.subdirectory)) == LowerCase(directory_.WorkFolder()))
+    throw Reason(StatusText::kNotSendable, {directory_.WorkFolder()}, error_number::kPathFileAccess);
+  for (const std::string& name : taken) {
+    if (LowerCase(name) == LowerCase(PackageName()))
+      throw Reason(StatusText::kPackageName, {directory_.In(name)}, error_number::kPathFileAccess);
+  }
+}
+
 // The documents as they are now; none may have gone, or become shorter, since the first time.
 void ExchangeWork::TakeDocuments() {
   const std::string dataFile = DataFileIn(parts_.files, databases_, directory_);
-  std::vector<std::string> except{dataFile, "NeutralFormats.xml"};
+  CheckPackageName({dataFile, kNeutralFormats, data_.structureFileName});
+  std::vector<std::string> except{dataFile};
+  const std::string neutral = directory_.In(kNeutralFormats);
+  if (RegularFileSize(parts_.files.NativePath(neutral)) >= 0 &&
+      IsNeutralFormats(parts_.files.ReadBytes(neutral)))
+    except.emplace_back(kNeutralFormats);
   // Before the first packing, something under the package's name is a document.
-  if (journal_.attempt > 0 || !journal_.documents.empty()) except.push_back(PackageName());
+  if (journal_.attempt > 0 || !journal_.documents.empty() || journal_.lost) except.push_back(PackageName());
   if (data_.mode == SendMode::kMail) except.push_back(data_.structureFileName);
   std::vector<Document> now = ListDocuments(parts_.files, directory_, except);
   for (const Document& before : journal_.documents) {
@@ -293,7 +334,7 @@ void ExchangeWork::Pack() {
   const long long there = RegularFileSize(parts_.files.NativePath(finished));
   // That of an earlier attempt may hold what the documents were then.
   if (there >= 0) parts_.files.DeleteFile(finished);
-  const std::string made = paths::Join(directory_.WorkFolder(), data_.zipFileName);
+  const std::string made = paths::Join(directory_.WorkFolder(), "package.tmp");
   ClearWorkFolder();
   WritePackage(parts_.files, directory_, journal_.documents, data_.stamp, made);
   parts_.files.CreateFolders(directory_.In(data_.subdirectory));

@@ -29,6 +29,7 @@ class ExchangeWork {
   WorkAnswer Attempt();
   void Requeue();
   void CheckAccount();
+  void CheckPackageName(const std::vector<std::string>& taken) const;
   void TakeDocuments();
   void Claim();
   void ClearWorkFolder();

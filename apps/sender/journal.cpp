@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "platform/paths.h"
+#include "sender/system.h"
 
 namespace tessel::sender {
 
@@ -33,7 +34,13 @@ Json ToJson(const Journal& journal) {
           {"documents", documents},
           {"packageSize", journal.packageSize},
           {"recordKnown", journal.recordKnown},
+          {"lost", journal.lost},
           {"protocol", journal.protocol}};
+}
+
+// It would lead us to files that are none of the exchange's.
+bool IsLinkedFolder(const FileSystem& files, const std::string& folder) {
+  return files.FolderExists(folder) && !IsRealFolder(files.NativePath(folder));
 }
 
 Journal FromJson(const Json& json) {
@@ -52,6 +59,7 @@ Journal FromJson(const Json& json) {
     journal.documents.push_back({document.at("name"), document.at("size")});
   json.at("packageSize").get_to(journal.packageSize);
   json.at("recordKnown").get_to(journal.recordKnown);
+  journal.lost = json.value("lost", false);
   json.at("protocol").get_to(journal.protocol);
   return journal;
 }
@@ -64,6 +72,8 @@ std::string JournalPath(const ExchangeDirectory& directory) {
 
 Journal ReadJournal(const FileSystem& files, const ExchangeDirectory& directory) {
   const std::string path = JournalPath(directory);
+  if (IsLinkedFolder(files, directory.WorkFolder()))
+    throw DamagedJournal(StatusText::kNoWorkFolder, {directory.WorkFolder()});
   if (!files.FileExists(path)) return {};
   const std::string bytes = files.ReadBytes(path);
   try {
@@ -74,6 +84,8 @@ Journal ReadJournal(const FileSystem& files, const ExchangeDirectory& directory)
 }
 
 bool MakeWorkFolder(FileSystem& files, const ExchangeDirectory& directory) {
+  if (IsLinkedFolder(files, directory.WorkFolder()))
+    throw Reason(StatusText::kNoWorkFolder, {directory.WorkFolder()}, error_number::kPathFileAccess);
   if (files.FolderExists(directory.WorkFolder())) return false;
   files.CreateFolder(directory.WorkFolder());
   return true;

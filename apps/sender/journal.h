@@ -35,6 +35,7 @@ struct Journal {
   std::vector<Document> documents;
   long long packageSize = -1;  // of the finished package; -1 without one
   bool recordKnown = true;     // false: it stops although no record may be touched
+  bool lost = false;           // the one before was damaged or missing
   std::string protocol;        // lines that the record does not have yet
 };
 

@@ -69,6 +69,14 @@ const std::vector<BadDirectory>& Cases() {
          folder.Write(path + "SubDir/Kestrix.zip", "mine");
        },
        "bears the name of the package", "3"},
+      {"package in the data file's place",
+       [](SenderWorld& world, const TemporaryFolder& folder, const std::string& path) {
+         Edit("<SubExDir>SubDir", "<SubExDir>")(world, folder, path);
+         Edit("Kestrix.zip", "kestrix_Data.XML")(world, folder, path);
+       },
+       "bears the name of the package", "3"},
+      {"package in the sender's folder", Edit("<SubExDir>SubDir", "<SubExDir>KestrixServMon"),
+       "named like the folder", "3"},
   };
   return cases;
 }
@@ -181,11 +189,50 @@ TEST_F(DirectoryTest, IsNeverTakenForAFreshOneAfterATransfer) {
   EXPECT_EQ(Once(), 1) << "the stop has not reached the record yet";
   EXPECT_EQ(EndOf(base), "Break");
 
-  again("\"stopped\"", "1");
-  std::filesystem::remove(folder.Path(In(base, "KestrixServMon/journal.json")));
-  EXPECT_EQ(Once(), 1);
-  EXPECT_NE(Reason(base).find("is missing"), std::string::npos) << Reason(base);
+  for (const char* phase : {"1", "2"}) {
+    again("\"stopped\"", phase);
+    std::filesystem::remove(folder.Path(In(base, "KestrixServMon/journal.json")));
+    EXPECT_EQ(Once(), 1);
+    EXPECT_NE(Reason(base).find("is missing"), std::string::npos) << Reason(base);
+  }
   EXPECT_EQ(Mails(), 0U);
+  EXPECT_EQ(Tessel({"continue", Database(), "--user", "anna", RecordKey()}), 0) << err;
+  EXPECT_EQ(Once(), 0) << "the package of then is no document: " << err;
+  EXPECT_EQ(Mails(), 1U);
+}
+
+TEST_F(DirectoryTest, LeadsToNothingOutside) {
+  const std::string base = ExportOne("mail");
+  folder.Write("outside/protocol.txt", "theirs");
+  std::filesystem::create_directory_symlink(folder.Path("outside"), folder.Path(In(base, "KestrixServMon")));
+  EXPECT_EQ(Once(), 1);
+  EXPECT_EQ(Record("VRKX_DX_PROCESS_PHASE"), "3");
+  EXPECT_EQ(folder.Tree("outside"), std::vector<std::string>{"protocol.txt"});
+  EXPECT_EQ(folder.Read("outside/protocol.txt"), "theirs");
+}
+
+// The later exchange of a name would end in a name that is another's.
+TEST_F(DirectoryTest, WhoseLaterNameIsTakenIsNotSent) {
+  const std::string base = ExportOne("mail");
+  const std::string taken = ExchangePath() + "/" + base + "_Break";
+  folder.MakeFolder(taken);
+  EXPECT_EQ(Once(), 0);
+  EXPECT_NE(err.find("its later name is taken"), std::string::npos) << err;
+  EXPECT_EQ(Mails(), 0U);
+  std::filesystem::remove(folder.Path(taken));
+  EXPECT_EQ(Once(), 0) << err;
+  EXPECT_EQ(EndOf(base), "Sent");
+}
+
+// Whoever continued it came to no end: the record says so, the name does not.
+TEST_F(DirectoryTest, ThatWasContinuedByHalvesIsPutBack) {
+  const std::string base = ExportOne("mail");
+  Misbehave("rcpt 550");
+  EXPECT_EQ(Once(), 1);
+  SetRecord("VRKX_DX_PROCESS_PHASE = 2");
+  EXPECT_EQ(Once(), 0) << err;
+  EXPECT_EQ(EndOf(base), "Sent");
+  EXPECT_EQ(Mails(), 1U);
 }
 
 TEST_F(DirectoryTest, ThatShrankIsNotSent) {
