@@ -73,14 +73,14 @@ class PcObject {
   [[nodiscard]] virtual Value NextSequenceValue(std::string_view attribute) = 0;
 
   // Ties this object (first end) to another (second end) by a link of the class: the link, or nothing when
-  // the database refused it.
+  // the database refused it, without a code. Error: HostError for a class that is no link class.
   [[nodiscard]] virtual PcObjectPtr AddLink(PcObject& second, ClassId linkClass,
                                             const PcBehavior& behavior) = 0;
 
   // Objects linked below, above, or on either side of this one, one row an object with "OBJECT_ID",
   // "CLASS_ID" and the attributes that the list names; in the order of the links. The attribute list's "S"
   // entry names the related class; an "L" entry limits the retrieval to that link class and appends its
-  // columns.
+  // columns. An empty list when nothing is linked. Error: HostError when the database cannot be read.
   [[nodiscard]] virtual PcRecordListPtr Children(const PcAttributeList& attributes,
                                                  const PcBehavior& behavior) const = 0;
   [[nodiscard]] virtual PcRecordListPtr Parents(const PcAttributeList& attributes,
@@ -88,7 +88,7 @@ class PcObject {
   [[nodiscard]] virtual PcRecordListPtr Relations(const PcAttributeList& attributes,
                                                   const PcBehavior& behavior) const = 0;
 
-  // Writes the attribute set to a text file under a title.
+  // Writes the attribute set to a text file under a title. Error: RuntimeError with the file system's number.
   virtual void WriteToFile(const std::string& title, const std::string& path) const = 0;
 
   [[nodiscard]] ObjectKey Key() const { return {GetClassId(), GetObjectId()}; }

@@ -39,7 +39,8 @@ class PcRecordList {
   void SetValue(std::string_view column, int row, const Value& value);
   [[nodiscard]] bool HasColumn(std::string_view name) const { return FindColumn(name) >= 0; }
 
-  // "CLASS_ID" and "OBJECT_ID" of a row.
+  // "CLASS_ID" and "OBJECT_ID" of a row. Errors as GetValue and as Value has them for cells that
+  // hold no number.
   [[nodiscard]] ObjectKey KeyOfRow(int row) const;
 };
 

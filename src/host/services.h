@@ -25,12 +25,14 @@ class PcSessionUtil : public PcService {
                             const PcRecordListPtr& records, const PcRecordListPtr& parameters) = 0;
 };
 
+// What LifeCycleView::Result gives; kNone before the window was shown.
 enum class LifeCycleViewResult : std::int16_t { kNone = 0, kDone = 1, kCancelled = 2, kClosed = 7 };
 
 // The client's window for a life-cycle operation.
 class PcLifeCycleView {
  public:
   virtual ~PcLifeCycleView() = default;
+  // What the window works on and does; set before Show. The flag is the client's own option.
   virtual void SetObjects(PcObjectListPtr objects) = 0;
   virtual void SetOperation(PcLifeCycleOperationPtr operation) = 0;
   virtual void SetFlag(bool flag) = 0;
@@ -71,21 +73,25 @@ class PcCommonGUI : public PcService {
 class PcObjectDialog {
  public:
   virtual ~PcObjectDialog() = default;
+  // One object, or several to leaf through; set before the dialog is shown.
   virtual void SetObject(PcObjectPtr object) = 0;
   virtual void SetObjects(PcObjectListPtr objects) = 0;
   virtual void SetModeValue(int value) = 0;
   virtual void SetTitle(const std::string& title) = 0;
+  // Pages are numbered from 1.
   [[nodiscard]] virtual int PageCount() const = 0;
   virtual void SelectPage(int page) = 0;
   virtual void ShowModeless() = 0;
   // 1 when the user left the dialog with OK.
   [[nodiscard]] virtual std::int16_t ShowModal() = 0;
+  // The object as the user left it; nothing before one was set.
   [[nodiscard]] virtual PcObjectPtr Object() const = 0;
 };
 
 class PcActiveWindow {
  public:
   virtual ~PcActiveWindow() = default;
+  // Draws the object anew where the window shows it; the mode is the client's own.
   virtual void RefreshObject(const ObjectKey& key, int mode) = 0;
 };
 
@@ -96,6 +102,7 @@ class PcGUIServices : public PcService {
   [[nodiscard]] virtual std::shared_ptr<PcObjectDialog> NewObjectDialog(int displayMode) = 0;
   // Nothing when the client has no window open.
   [[nodiscard]] virtual std::shared_ptr<PcActiveWindow> ActiveWindow() = 0;
+  // A box of the client with a message of its catalogue, by its two numbers, and texts to fill in.
   virtual void ShowSystemMessage(int first, int second, const std::vector<std::string>& texts) = 0;
 };
 
@@ -106,6 +113,7 @@ class PcMessage {
   virtual void SetAddress(const std::string& address, int kind) = 0;
   virtual void SetSubject(const std::string& subject) = 0;
   virtual void SetText(const std::string& text) = 0;
+  // Hands the message to the host's mail. Error: HostError when it takes none.
   virtual void Submit(int sendOption) = 0;
 };
 

@@ -1,4 +1,5 @@
-// PcSession: a logged-in connection of a user, handed to every hook.
+// PcSession: a logged-in connection of a user, handed to every hook. What it returns may be nothing on a
+// client that is closing: callers that cannot go on without it say so through Required (host/error.h).
 #pragma once
 
 #include <memory>
@@ -60,16 +61,21 @@ class PcSession : public std::enable_shared_from_this<PcSession> {
  public:
   virtual ~PcSession() = default;
 
+  // Nothing before a login.
   [[nodiscard]] virtual PcUserPtr CurrentUser() const = 0;
+  // All users of the database.
   [[nodiscard]] virtual std::vector<PcUserPtr> Users() const = 0;
   [[nodiscard]] virtual std::string DatabaseAlias() const = 0;
+  // Tells this session from every other one of the database.
   [[nodiscard]] virtual std::string Identifier() const = 0;
   // Suffix of the catalogue files, for example "GER".
   [[nodiscard]] virtual std::string Language() const = 0;
   // Configuration of the client, for example "$Local\Directory Structure\ICONS_DIR"; empty when unknown.
   [[nodiscard]] virtual std::string ConfigurationValue(const std::string& key) const = 0;
+  // For this session alone.
   virtual void SetConfigurationValue(const std::string& key, const std::string& value) = 0;
 
+  // With the host's own settings.
   [[nodiscard]] virtual PcBehaviorPtr NewBehavior() = 0;
   [[nodiscard]] virtual PcGlobalData& GlobalData() = 0;
   [[nodiscard]] virtual PcMetaDataPtr MetaData() const = 0;
@@ -80,6 +86,7 @@ class PcSession : public std::enable_shared_from_this<PcSession> {
   [[nodiscard]] virtual std::shared_ptr<PcService> CreateService(std::string_view progId) = 0;
   // Nothing for a session that no engine manages.
   [[nodiscard]] virtual std::shared_ptr<PcEngine> Engine() const = 0;
+  // Ends the connection. The session's objects are not used again.
   virtual void Close() = 0;
 
   // Begins a unit of work; units do not nest. A mark that is not empty is kept with the work, so that

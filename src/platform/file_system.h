@@ -37,6 +37,7 @@ class FileSystem {
   // with one target, one gets error 58. Error 58 when the target exists, 53 or 76 when the source does not.
   // Which of the two names stands after a power failure, SyncFolder of the parent decides.
   virtual void Move(const std::string& from, const std::string& to) = 0;
+  // A link is removed, not what it leads to. Error 53 when there is no such file.
   virtual void DeleteFile(const std::string& path) = 0;
 
   // Asked after every piece of a copy, none of which takes 100 ms: bytes of the file copied so far, and all.
@@ -51,7 +52,8 @@ class FileSystem {
     (void)CopyFile(from, to, overwrite, nullptr);
   }
   // Copies everything below a folder into another, which must exist, overwriting files of the same name.
-  // Calls `between` every 50 ms or so, also inside a large file.
+  // After an error what was copied so far stays. Error 76 when one of them does not exist; a folder is not
+  // copied into itself. Calls `between` every 50 ms or so, also inside a large file.
   virtual void CopyFolderContents(const std::string& from, const std::string& to,
                                   const std::function<void()>& between) = 0;
   void CopyFolderContents(const std::string& from, const std::string& to) {
@@ -71,12 +73,14 @@ class FileSystem {
 
   // Names of the files directly in a folder, sorted. Error 76 when the folder does not exist.
   [[nodiscard]] virtual std::vector<std::string> ListFiles(const std::string& folder) const = 0;
-  // Names of the folders directly in a folder, sorted.
+  // Names of the folders directly in a folder, sorted. Error as ListFiles.
   [[nodiscard]] virtual std::vector<std::string> ListFolders(const std::string& folder) const = 0;
 
+  // Whether the owner may not write. Both throw when there is nothing of that name.
   [[nodiscard]] virtual bool IsReadOnly(const std::string& path) const = 0;
   virtual void SetReadOnly(const std::string& path, bool readOnly) = 0;
 
+  // The whole content. Error 53 when there is no such file.
   [[nodiscard]] virtual std::string ReadBytes(const std::string& path) const = 0;
   // Calls `line` with each line's bytes, without its CR LF or LF (or, in the last line, a lone CR), until it
   // returns false or the file ends.
@@ -90,7 +94,8 @@ class FileSystem {
   using ByteSink = std::function<void(std::string_view piece)>;
   virtual void WriteStream(const std::string& path,
                            const std::function<void(const ByteSink& sink)>& produce) = 0;
-  // Appends to a file, made when missing.
+  // Appends to a file, made when missing. Neither one step nor durable: after an error or a crash a part of
+  // the bytes may stand.
   virtual void AppendBytes(const std::string& path, std::string_view bytes) = 0;
 
   // When this returns, everything that was written below a folder so far is on the disk (contents, names,

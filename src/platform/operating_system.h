@@ -74,9 +74,10 @@ struct ProgramLocation {
   std::string name;       // file name without extension
 };
 
-// The operating system as the composition root hands it down.
 class FileSystem;
 class TextEncodings;
+
+// The operating system as the composition root hands it down.
 struct Platform {
   FileSystem& files;
   const TextEncodings& encodings;
