@@ -81,6 +81,8 @@ class Reader {
 
   void ReadData() {
     exchange_.dataFile = FindByRoot(source_, FileKind::kData);
+    // The package that a supplier gets holds none: it is the sender's.
+    if (exchange_.dataFile.empty() && source_.HasCheckSums()) return;
     if (exchange_.dataFile.empty()) {
       problems_.push_back({"", "there is no data file (root element DataEx_Datas)"});
       return;

@@ -108,6 +108,18 @@ TEST_F(ReceivedExchange, EverythingThatDoesNotFitIsTold) {
     EXPECT_EQ(out, "ok: " + sent + " (5 documents)\n");
     EXPECT_NE(Run({"inspect", copy}), 2);
   }
+  const std::string handled = Copy() + "_Sent";
+  fs::rename(folder.Path("copy"), handled);
+  for (const char* own : {"KestrixServMon", "SubDir"})
+    fs::create_directory(handled + "/" + own);
+  EXPECT_EQ(Run({"verify", handled}), 0) << err;
+  fs::create_directory(handled + "/more");
+  EXPECT_EQ(Run({"verify", handled}), 1);
+  fs::remove(handled + "/Kestrix_Data.xml");
+  EXPECT_EQ(Run({"verify", Pack(handled, "")}), 1) << "an archive with folders";
+  for (const char* own : {"KestrixServMon", "SubDir", "more"})
+    fs::remove(handled + "/" + own);
+  EXPECT_EQ(Run({"verify", Pack(handled, "")}), 0) << err;
   EXPECT_EQ(Run({"verify", folder.Path("nowhere")}), 1);
   EXPECT_NE(err.find("There is no "), std::string::npos) << err;
 }
