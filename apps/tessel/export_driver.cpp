@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <ostream>
+#include <utility>
 
 #include "host/error.h"
 #include "platform/caught_signals.h"
@@ -192,11 +193,20 @@ void ExportDriver::StartCopy(HeadlessToolkit& toolkit, const TreeList& list) {
   for (bool inTime = true; inTime;) {
     inTime = AwaitFreeNames(program_->services, recipients, deadline);
     const std::size_t before = problems.Kept().size();
-    if (!Did(UserActions(toolkit).Click("Command1"))) return;
+    held_.emplace();
+    bool clicked = false;
+    try {
+      clicked = Did(UserActions(toolkit).Click("Command1"));
+    } catch (...) {
+      SayHeld();
+      throw;
+    }
     const bool taken = program_->exchange.directoryName.empty() && problems.Kept().size() > before &&
                        problems.Kept().back().number == error_number::kFileAlreadyExists;
-    if (!taken || list.CheckedCount() > 0) return;
-    if (inTime) problems.ForgetBehind(before);
+    const bool again = clicked && taken && list.CheckedCount() == 0 && inTime;
+    if (!again) return SayHeld();
+    held_.reset();
+    problems.ForgetBehind(before);
   }
 }
 
@@ -380,7 +390,14 @@ void ExportDriver::ShowSystemMessage(const std::vector<std::string>& texts) {
     Say(text);
 }
 
+void ExportDriver::SayHeld() {
+  const auto texts = std::exchange(held_, std::nullopt);
+  for (const std::string& text : texts.value_or(std::vector<std::string>()))
+    Say(text);
+}
+
 void ExportDriver::Say(const std::string& text) {
+  if (held_) return held_->push_back(text);
   progress_.End();
   streams_.err << text << "\n";
 }

@@ -3,6 +3,7 @@
 
 #include <iosfwd>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -91,6 +92,8 @@ class ExportDriver : public Driver {
     std::string text;
   };
   void Say(const std::string& text);
+  // Says what was held back.
+  void SayHeld();
   // Tells why and leaves the wizard by cancelling.
   void GiveUp(const std::string& reason);
   void Leave(HeadlessToolkit& toolkit);
@@ -108,6 +111,8 @@ class ExportDriver : public Driver {
   Streams& streams_;
   CopyProgress progress_;
   bool copyStarted_ = false;
+  // What is said while a name is tried that somebody else may have been faster with.
+  std::optional<std::vector<std::string>> held_;
   bool leaving_ = false;
   bool gaveUp_ = false;
   bool rehearsalEnded_ = false;
