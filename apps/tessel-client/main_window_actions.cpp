@@ -18,6 +18,7 @@
 #include "platform/paths.h"
 #include "qt/text.h"
 #include "selection_dialog.h"
+#include "settings_dialog.h"
 #include "tell.h"
 
 namespace tessel::client {
@@ -161,6 +162,12 @@ void MainWindow::BuildMenus(const std::function<void()>& reopen) {
   QAction* refresh = file->addAction(texts::kRefresh.In(language_), this, [this] { Run([] {}); });
   refresh->setObjectName("refresh");
   refresh->setShortcut(Qt::Key_F5);
+  if (hosted_.Session()->CurrentUser()->IsAdministrator()) {
+    QAction* settings = file->addAction(texts::kSettings.In(language_), this, [this] {
+      Run([this] { EditSettings(hosted_.Session(), language_, this); });
+    });
+    settings->setObjectName("settings");
+  }
   file->addSeparator();
   file->addAction(texts::kQuit.In(language_), this, &QWidget::close)->setShortcut(QKeySequence::Quit);
 

@@ -159,6 +159,25 @@ inline constexpr BothTexts kSelectionTitle{"Selection for export", "Auswahl für
 inline constexpr BothTexts kRemove{"&Remove", "&Entfernen"};
 inline constexpr BothTexts kEmpty{"&Empty", "&Leeren"};
 
+inline constexpr BothTexts kSettings{"&Settings of the site...", "&Einstellungen der Firma..."};
+inline constexpr BothTexts kSettingsTitle{"Settings of the data exchange",
+                                          "Einstellungen des Datenaustauschs"};
+inline constexpr BothTexts kSettingsObject{"Settings object and its users",
+                                           "Einstellungsobjekt und seine Benutzer"};
+inline constexpr BothTexts kNoSettings{"No user of the database has a settings object.",
+                                       "Kein Benutzer der Datenbank hat ein Einstellungsobjekt."};
+inline constexpr BothTexts kKeyName{"Key", "Schlüssel"};
+inline constexpr BothTexts kValue{"Value", "Wert"};
+inline constexpr BothTexts kDefault{"Default", "Vorgabe"};
+inline constexpr BothTexts kMeaning{"Meaning", "Bedeutung"};
+inline constexpr BothTexts kTakeDefault{"Take the &default", "&Vorgabe nehmen"};
+inline constexpr BothTexts kProgramDirectory{"(the program's directory)", "(Verzeichnis des Programms)"};
+inline constexpr BothTexts kNotTaken{"%1 was not taken: %2", "%1 wurde nicht übernommen: %2"};
+inline constexpr BothTexts kBareLineFeeds{
+    "The text was saved with line ends that nothing is found behind; OK saves it with the right ones.",
+    "Der Text wurde mit Zeilenenden gespeichert, hinter denen nichts gefunden wird; OK speichert ihn mit den "
+    "richtigen."};
+
 inline constexpr BothTexts kHelpMenu{"&Help", "&Hilfe"};
 inline constexpr BothTexts kHelp{"&Keys and documentation", "&Tasten und Dokumentation"};
 inline constexpr BothTexts kHelpTitle{"Help - Pelicore", "Hilfe - Pelicore"};
