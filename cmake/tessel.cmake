@@ -32,9 +32,10 @@ function(tessel_layer name)
   target_link_libraries(tessel_${name} PUBLIC tessel_flags ${ARG_DEPENDS} PRIVATE ${ARG_PRIVATE})
 endfunction()
 
-# tessel_test(NAME SOURCES ... DEPENDS ...): one test program, its cases known to CTest one by one.
+# tessel_test(NAME SOURCES ... DEPENDS ... [ON_SERVER FILTER]): one test program, its cases known to CTest one
+# by one; those that fit the filter once more as "postgresql.CASE", on a server that CTest starts.
 function(tessel_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "" "ON_SERVER" "SOURCES;DEPENDS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE tessel_flags ${ARG_DEPENDS} GTest::gtest GTest::gtest_main)
@@ -44,4 +45,10 @@ function(tessel_test name)
     set(discovery PRE_TEST)
   endif()
   gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60 DISCOVERY_MODE ${discovery})
+  if(ARG_ON_SERVER AND TESSEL_TEST_CLUSTER)
+    gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60 DISCOVERY_MODE ${discovery}
+      TEST_PREFIX postgresql. TEST_LIST ${name}_on_server TEST_FILTER ${ARG_ON_SERVER}
+      PROPERTIES FIXTURES_REQUIRED postgresql
+        ENVIRONMENT "TESSEL_TEST_SERVER=postgresql:///postgres?host=${TESSEL_TEST_CLUSTER}&user=tessel")
+  endif()
 endfunction()

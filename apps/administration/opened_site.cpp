@@ -2,6 +2,7 @@
 
 #include "embedded/model/metadata.h"
 #include "embedded/store/accounts.h"
+#include "embedded/store/database_place.h"
 
 namespace tessel::administration {
 namespace {
@@ -25,8 +26,8 @@ PcSessionPtr OpenWithoutLogin(embedded::EmbeddedHost& host) {
 
 OpenedSite::OpenedSite(const std::string& database, Platform& platform)
     : host_(database, OptionsOf(platform, dialogs_)), site_{OpenWithoutLogin(host_), platform, {}, {}, {}} {
-  embedded::Database sql(platform.files.NativePath(database));
-  for (const embedded::Account& account : embedded::ReadAccounts(sql)) {
+  const auto sql = embedded::OpenDatabase(platform.files, database);
+  for (const embedded::Account& account : embedded::ReadAccounts(*sql)) {
     if (!account.language.empty()) site_.languages[account.loginName] = account.language;
   }
   if (const auto* metadata = dynamic_cast<const embedded::Metadata*>(host_.MetaData().get())) {

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QStandardPaths>
 
+#include "embedded/store/database_place.h"
 #include "embedded/store/new_database.h"
 #include "qt/dialog_parts.h"
 #include "qt/logo.h"
@@ -79,7 +80,7 @@ DatabaseChoice ChooseDatabase(const QString& last, FileSystem& files, qt::Langua
     box.setObjectName("databaseChoice");
     box.setWindowIcon(qt::LogoIcon());
     QPushButton* again = nullptr;
-    if (!last.isEmpty() && QFileInfo::exists(last)) {
+    if (!last.isEmpty() && (embedded::IsOnServer(qt::FromQt(last)) || QFileInfo::exists(last))) {
       const QString name = QFileInfo(last).fileName().replace(QLatin1Char('&'), QLatin1String("&&"));
       again = box.addButton(texts::kChoiceLast.In(language).arg(name), QMessageBox::AcceptRole);
     }

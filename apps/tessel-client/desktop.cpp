@@ -7,6 +7,7 @@
 #include <QTimer>
 
 #include "database_choice.h"
+#include "embedded/store/database_place.h"
 #include "qt/text.h"
 #include "tell.h"
 
@@ -17,6 +18,16 @@ constexpr const char* kLastDatabase = "last/database";
 constexpr const char* kLastUser = "last/user";
 constexpr const char* kSampleDatabase = "last/sample";  // the newest that this client has created
 constexpr const char* kSampleUser = "anna";
+
+// A path from everywhere, or the address of a database on a server as it is.
+QString PlaceOf(const QString& database) {
+  return embedded::IsOnServer(qt::FromQt(database)) ? database : QFileInfo(database).absoluteFilePath();
+}
+
+// The same for the next start, without the password of an address, which the server's own files may keep.
+QString PlaceToKeep(const QString& database) {
+  return qt::ToQt(embedded::ShownPlace(qt::FromQt(PlaceOf(database))));
+}
 
 // Until somebody has logged in.
 qt::Language SystemLanguage() {
@@ -55,7 +66,7 @@ bool Desktop::Open(const StartOptions& options) {
     const DatabaseChoice choice =
         ChooseDatabase(settings_.value(kLastDatabase).toString(), platform_.files, language_);
     chosen.database = choice.path;
-    if (choice.created) settings_.setValue(kSampleDatabase, QFileInfo(chosen.database).absoluteFilePath());
+    if (choice.created) settings_.setValue(kSampleDatabase, PlaceOf(chosen.database));
   }
   if (chosen.database.isEmpty()) return false;
   auto next = std::make_unique<Opened>();
@@ -70,7 +81,7 @@ bool Desktop::Open(const StartOptions& options) {
     return false;
   }
   sessionLanguage_ = options.language;
-  settings_.setValue(kLastDatabase, QFileInfo(chosen.database).absoluteFilePath());
+  settings_.setValue(kLastDatabase, PlaceToKeep(chosen.database));
   settings_.setValue(kLastUser, qt::ToQt(next->hosted->Session()->CurrentUser()->LoginName()));
   next->window->show();
   opened_ = std::move(next);
@@ -78,7 +89,7 @@ bool Desktop::Open(const StartOptions& options) {
 }
 
 bool Desktop::LogIn(Opened& next, const StartOptions& options) {
-  HostedLogin login{qt::FromQt(QFileInfo(options.database).absoluteFilePath()), qt::FromQt(options.user), "",
+  HostedLogin login{qt::FromQt(PlaceOf(options.database)), qt::FromQt(options.user), "",
                     qt::FromQt(options.language)};
   next.dialogs.SetLanguage(language_);
   const bool sample = qt::ToQt(login.database) == settings_.value(kSampleDatabase).toString();
@@ -106,8 +117,9 @@ void Desktop::ShowWindow(Opened& next, const QString& database) {
   next.toolkit.SetLanguage(language_);
   next.dialogs.SetLanguage(language_);
   if (opened_) opened_->window->SavePlace();
-  next.window = std::make_unique<MainWindow>(*next.hosted, language_, settings_,
-                                             QFileInfo(database).fileName(), [this] { Reopen(); });
+  next.window = std::make_unique<MainWindow>(
+      *next.hosted, language_, settings_,
+      QFileInfo(PlaceToKeep(database).section(QLatin1Char('?'), 0, 0)).fileName(), [this] { Reopen(); });
   MainWindow& window = *next.window;
   next.hosted->LoadedProgram().wizard.tell = [this, &next](const CopyFailure& failure) {
     next.toolkit.ShowMessage({WordsOf(failure, SpeechOf(language_)), "Kestrix", MessageIcon::kExclamation});

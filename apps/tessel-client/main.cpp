@@ -44,7 +44,8 @@ int main(int argc, char** argv) {
   parser.setApplicationDescription("Desktop client of the product data management stand-in.");
   parser.addHelpOption();
   parser.addVersionOption();
-  parser.addPositionalArgument("DB", "Database to open; without it the client asks.", "[DB]");
+  parser.addPositionalArgument(
+      "DB", "Database to open, or its address on a server; without it the client asks.", "[DB]");
   parser.addOption({"user", "Login name.", "LOGIN"});
   parser.addOption({"language", "Language of the session, GER or ENG.", "LANGUAGE"});
   parser.process(*application);

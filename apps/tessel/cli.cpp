@@ -45,7 +45,7 @@ std::string WhyNoObject(const std::string& text) {
 }
 
 void AddLogin(CLI::App& command, Login& login) {
-  command.add_option("database", login.database, "Database file")->required();
+  command.add_option("database", login.database, "Database file, or its address on a server")->required();
   command.add_option("--user", login.user, "Login name")->required();
   command.add_option("--password", login.password, "Password, when the user has one")
       ->envname("TESSEL_PASSWORD");
@@ -58,13 +58,16 @@ void AddHost(CLI::App& app, Parsed& parsed) {
   CLI::App* host = app.add_subcommand("host", "Make and inspect databases of the embedded host");
   host->require_subcommand(1);
   CLI::App* create = host->add_subcommand("create", "Make a database and its file vault from a model file");
-  create->add_option("database", parsed.hostCreate.database, "Database file, made anew")->required();
+  create
+      ->add_option("database", parsed.hostCreate.database, "Database file, made anew, or address on a server")
+      ->required();
   create->add_option("model", parsed.hostCreate.model, "Model file (JSON)")->required();
   create->callback([&parsed] {
     parsed.run = [&parsed](Streams& streams) { return RunHostCreate(parsed.hostCreate, streams); };
   });
   CLI::App* show = host->add_subcommand("show", "List what is in a database");
-  show->add_option("database", parsed.hostShow.database, "Database file")->required();
+  show->add_option("database", parsed.hostShow.database, "Database file, or its address on a server")
+      ->required();
   show->callback([&parsed] {
     parsed.run = [&parsed](Streams& streams) { return RunHostShow(parsed.hostShow, streams); };
   });
@@ -73,7 +76,8 @@ void AddHost(CLI::App& app, Parsed& parsed) {
 void AddRecover(CLI::App& app, Parsed& parsed) {
   CLI::App* recover =
       app.add_subcommand("recover", "Put in order what exports left that were cut off; needs no login");
-  recover->add_option("database", parsed.recover.database, "Database file")->required();
+  recover->add_option("database", parsed.recover.database, "Database file, or its address on a server")
+      ->required();
   recover->add_flag("--dry-run", parsed.recover.dryRun, "Change nothing, and say what would be done");
   recover->add_flag("--strays", parsed.recover.strays,
                     "Remove temporary directories without a journal as well; only while no export runs");

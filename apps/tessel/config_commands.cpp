@@ -227,7 +227,8 @@ void AddConfigCommands(CLI::App& app, CommandRun& run) {
                        int (*action)(const ConfigOptions&, Streams&), bool key, bool value) {
     auto options = std::make_shared<ConfigOptions>();
     CLI::App* command = config->add_subcommand(name, description);
-    command->add_option("database", options->database, "Database file")->required();
+    command->add_option("database", options->database, "Database file, or its address on a server")
+        ->required();
     if (key) command->add_option("key", options->key, "Key or Section.Key")->required();
     if (value) command->add_option("value", options->value, "New value")->required();
     command->add_option("--user", options->user, "Whose settings, when users have different ones");

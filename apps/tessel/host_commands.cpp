@@ -1,6 +1,7 @@
 #include <ostream>
 
 #include "dispatch/exchange_object.h"
+#include "embedded/store/database_place.h"
 #include "embedded/store/describe.h"
 #include "embedded/store/new_database.h"
 #include "host/names.h"
@@ -63,15 +64,14 @@ std::vector<std::string> WarningsOf(const PcMetaData& metaData) {
 int RunHostCreate(const HostCreate& command, Streams& streams) {
   NativePlatform system;
   const auto metaData = embedded::CreateDatabase(system.Services().files, command.database, command.model);
+  const std::string shown = embedded::ShownPlace(command.database);
   const std::vector<std::string> warnings = WarningsOf(*metaData);
   for (const std::string& warning : warnings) {
     if (!streams.quiet) streams.err << "warning: " << warning << "\n";
   }
-  if (streams.json) {
-    return WriteResult(streams, "host create", kDone,
-                       {{"database", command.database}, {"warnings", warnings}});
-  }
-  if (!streams.quiet) streams.out << "created: " << command.database << "\n";
+  if (streams.json)
+    return WriteResult(streams, "host create", kDone, {{"database", shown}, {"warnings", warnings}});
+  if (!streams.quiet) streams.out << "created: " << shown << "\n";
   return kDone;
 }
 

@@ -3,6 +3,7 @@
 #include <ostream>
 #include <sstream>
 
+#include "embedded/store/database_place.h"
 #include "embedded/store/exchange_sums.h"
 #include "host/error.h"
 #include "platform/file_system.h"
@@ -44,9 +45,7 @@ void CompareRecorded(const FileSource& source, const Exchange& exchange, embedde
 std::unique_ptr<embedded::Database> OpenDatabase(const std::string& path) {
   if (path.empty()) return nullptr;
   NativePlatform system;
-  FileSystem& files = system.Services().files;
-  if (!files.FileExists(path)) throw HostError("There is no database " + path);
-  return std::make_unique<embedded::Database>(files.NativePath(path));
+  return embedded::OpenDatabase(system.Services().files, path);
 }
 
 // The problems of one exchange, in the order in which they were found.

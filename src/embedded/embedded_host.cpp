@@ -44,11 +44,9 @@ EmbeddedHost::EmbeddedHost(const std::string& databasePath, HostOptions options)
     : core_(std::make_shared<HostCore>()) {
   core_->options = std::move(options);
   core_->databasePath = databasePath;
-  core_->vaultPath = VaultPath(databasePath);
-  if (!core_->Files().FileExists(databasePath)) {
-    throw HostError("There is no database " + databasePath, error_number::kFileNotFound);
-  }
-  core_->metadata = LoadMetadata(*core_->Connect());
+  const auto database = core_->Connect();
+  core_->metadata = LoadMetadata(*database);
+  core_->vaultPath = VaultPath(*database, databasePath);
   Start();
 }
 

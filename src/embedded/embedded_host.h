@@ -23,7 +23,8 @@ struct HostCore;
 
 class EmbeddedHost final : public HostRuntime {
  public:
-  // Opens a database file. Errors: HostError when it does not exist or is none of this host.
+  // Opens a database file, or a database on a server by its address (docs/postgresql.md). Errors: HostError
+  // when it does not exist or is none of this host.
   EmbeddedHost(const std::string& databasePath, HostOptions options);
   // A database in memory, made from a model (docs/model-file.md) given as text. All sessions share one
   // connection. Error: HostError listing what is wrong with the model.

@@ -6,6 +6,7 @@
 
 #include "embedded/client/single_select.h"
 #include "embedded/small_world.h"
+#include "embedded/sql/postgresql/server_address.h"
 #include "embedded/store/schema.h"
 #include "embedded/store/transaction.h"
 
@@ -14,14 +15,21 @@ namespace {
 
 using namespace embedded;
 
+FileSystem& Files() {
+  static Machine machine;
+  return machine.platform.files;
+}
+
 TEST(DatabaseTest, ValuesOfEveryKindSurviveTheRoundTrip) {
-  Database database(kInMemory);
+  EmptyDatabase empty(Files());
+  Database& database = *empty.database;
   database.ExecuteOnce(
       "CREATE TABLE T (K BIGINT PRIMARY KEY, A TEXT, B BIGINT, C DOUBLE PRECISION, D SMALLINT)");
   const std::vector<std::vector<Value>> rows = {
       {Value(1), Value("plain"), Value(-5), Value(1.5), Value(true)},
       {Value(2), Value(), Value(), Value(), Value()},
-      {Value(3), Value(std::string("a\0'\";--ü", 9)), Value(2147483647), Value(-1e300), Value(false)},
+      {Value(3), Value(OnServer() ? "a'\";--:x ü" : std::string("a\0'\";--ü", 9)), Value(2147483647),
+       Value(-1e300), Value(false)},
       {Value(4), Value(""), Value(5e9), Value(0.0), Value(std::int16_t{-1})}};
   for (const auto& row : rows)
     database.Execute("INSERT INTO T VALUES (:k, :a, :b, :c, :d)", row);
@@ -48,7 +56,8 @@ TEST(DatabaseTest, OneTextServesNullsAndValuesOfSeveralKinds) {
 }
 
 TEST(DatabaseTest, KeepsTheCodesOfRefusalsAndGoesOn) {
-  Database database(kInMemory);
+  EmptyDatabase empty(Files());
+  Database& database = *empty.database;
   database.ExecuteOnce("CREATE TABLE P (K BIGINT PRIMARY KEY, N VARCHAR(3) CHECK (LENGTH(N) <= 3))");
   database.ExecuteOnce("CREATE TABLE C (K BIGINT REFERENCES P (K))");
   const std::string insert = "INSERT INTO P VALUES (:k, :n)";
@@ -62,9 +71,10 @@ TEST(DatabaseTest, KeepsTheCodesOfRefusalsAndGoesOn) {
 }
 
 TEST(DatabaseTest, AnUncommittedTransactionLeavesNothingAndABusyDatabaseAnswersWithItsCode) {
-  TemporaryFolder folder;
-  Database first(folder.Path("x.db"));
-  Database second(folder.Path("x.db"), {std::chrono::milliseconds(1), {}});
+  EmptyDatabase empty(Files());
+  Database& first = *empty.database;
+  const auto other = OpenDatabase(Files(), empty.place, {std::chrono::milliseconds(1), {}});
+  Database& second = *other;
   first.ExecuteOnce("CREATE TABLE T (A BIGINT)");
   {
     WriteTransaction transaction(first);
@@ -120,6 +130,80 @@ TEST(DatabaseTest, SettlesInOneFileOrSaysThatItCannot) {
   database.Settle();
   folder.Write("moved.db", folder.Read("x.db"));
   EXPECT_EQ(Database(folder.Path("moved.db")).Query("SELECT A FROM T").rows.size(), 1u);
+}
+
+// The server ends the connection of a client whose process or network has come to a halt.
+void EndConnection(Database& database, const std::string& place) {
+  const Value process = database.Query("SELECT pg_backend_pid()").rows.at(0).at(0);
+  static_cast<void>(
+      OpenDatabase(Files(), place)->Query("SELECT pg_terminate_backend(CAST(:pid AS INT), 5000)", {process}));
+}
+
+TEST(DatabaseTest, ALostConnectionLeavesNothingHalfDoneAndIsMadeAgain) {
+  if (!OnServer()) GTEST_SKIP() << "a file has no connection";
+  EmptyDatabase empty(Files());
+  Database& database = *empty.database;
+  database.ExecuteOnce("CREATE TABLE T (A BIGINT)");
+  const std::string insert = "INSERT INTO T VALUES (:a)";
+  const std::string count = "SELECT count(*) FROM T";
+  const auto rows = [&] { return database.Query(count).rows.at(0).at(0).AsInt32(); };
+  for (const bool inStatement : {true, false}) {
+    WriteTransaction transaction(database);
+    database.Execute(insert, {Value(1)});
+    EndConnection(database, empty.place);
+    if (inStatement) {
+      EXPECT_EQ(ErrorNumberOf([&] { database.Execute(insert, {Value(2)}); }), kCodeConnectionLost);
+      EXPECT_EQ(ErrorNumberOf([&] { database.Execute(insert, {Value(2)}); }), kCodeUndone);
+    }
+    EXPECT_EQ(ErrorNumberOf([&] { transaction.Commit(); }), inStatement ? kCodeUndone : kCodeConnectionLost);
+  }
+  EXPECT_EQ(rows(), 0);
+  EndConnection(database, empty.place);
+  EXPECT_EQ(database.Execute(insert, {Value(3)}), 1) << "between two transactions";
+  {
+    const ReadSnapshot snapshot(database);
+    EXPECT_EQ(rows(), 1);
+    const std::uint64_t before = database.StateNumber();
+    EndConnection(database, empty.place);
+    EXPECT_EQ(ErrorNumberOf(rows), kCodeConnectionLost);
+    EXPECT_EQ(rows(), 1) << "another moment";
+    EXPECT_NE(database.StateNumber(), before);
+  }
+  EXPECT_EQ(rows(), 1);
+}
+
+TEST(DatabaseTest, AFailedStatementLeavesItsTransactionUsable) {
+  EmptyDatabase empty(Files());
+  Database& database = *empty.database;
+  database.ExecuteOnce("CREATE TABLE T (A BIGINT NOT NULL PRIMARY KEY)");
+  const std::string insert = "INSERT INTO T VALUES (:a)";
+  const ReadSnapshot snapshot(database);
+  EXPECT_EQ(ErrorNumberOf([&] { return database.Query("SELECT B FROM T"); }), kCodeError);
+  EXPECT_TRUE(database.Query("SELECT A FROM T").rows.empty());
+  WriteTransaction outer(database);
+  database.Execute(insert, {Value(1)});
+  EXPECT_EQ(ErrorNumberOf([&] { database.Execute(insert, {Value(1)}); }), kCodePrimaryKey);
+  EXPECT_EQ(ErrorNumberOf([&] { return database.Query("SELECT B FROM T"); }), kCodeError);
+  EXPECT_NE(ErrorNumberOf([&] { return database.QueryTables("SELECT B FROM T", [](auto) { return true; }); }),
+            0);
+  {
+    WriteTransaction inner(database);
+    database.Execute(insert, {Value(2)});
+  }
+  database.Execute(insert, {Value(3)});
+  outer.Commit();
+  EXPECT_EQ(database.Query("SELECT A FROM T ORDER BY A").rows,
+            (std::vector<std::vector<Value>>{{Value(1)}, {Value(3)}}));
+}
+
+TEST(ServerAddressTest, OursIsTakenOutAndThePasswordIsNotShown) {
+  const ServerAddress address = ParseServerAddress(
+      "postgresql://anna:se%40cret@db:5433/site?vault=/srv/a%20b&sslmode=require&password=x");
+  EXPECT_EQ(address.connection, "postgresql://anna:se%40cret@db:5433/site?sslmode=require&password=x");
+  EXPECT_EQ(address.vault, "/srv/a b");
+  EXPECT_EQ(address.shown, "postgresql://anna@db:5433/site?vault=/srv/a%20b&sslmode=require");
+  EXPECT_FALSE(IsServerAddress("/home/postgresql/site.db"));
+  EXPECT_NE(ErrorOf([] { return ParseServerAddress("postgres://db/site?vault=%zz"); }), "");
 }
 
 TEST(SqlTextTest, OnlyASingleSelectOnTheTablesOfClassesPasses) {

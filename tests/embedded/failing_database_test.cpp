@@ -31,13 +31,15 @@ class StatementWorld : public Watched, public Machine {
     folder.Write("model/m.json", SmallModel(Document("Part", 1, "a.stp") + "," + Document("Part", 2)));
   }
   void Create(const embedded::StatementWatch& watch) {
-    embedded::CreateDatabase(platform.files, folder.Path("x.db"), folder.Path("model/m.json"), watch);
+    embedded::CreateDatabase(platform.files, place, folder.Path("model/m.json"), watch);
   }
   PcSessionPtr Open(embedded::StatementWatch watch) {
     embedded::HostOptions options = HostOptionsOf(*this, user);
     options.statementWatch = std::move(watch);
-    return embedded::EmbeddedHost(folder.Path("x.db"), options).OpenSession("ben");
+    return embedded::EmbeddedHost(place, options).OpenSession("ben");
   }
+
+  std::string place = NewPlace(platform.files, folder);
 };
 
 TEST(FailingDatabaseTest, ADatabaseIsMadeWholeOrNotAtAllAtEveryStatement) {
@@ -48,11 +50,13 @@ TEST(FailingDatabaseTest, ADatabaseIsMadeWholeOrNotAtAllAtEveryStatement) {
   ASSERT_GT(statements, 20);
   std::filesystem::remove(world.folder.Path("x.db"));
   std::filesystem::remove_all(world.folder.Path("x.db.vault"));
+  world.place = NewPlace(world.platform.files, world.folder);
   for (failing.nth = 1; failing.nth <= statements; ++failing.nth) {
     failing.count = 0;
     EXPECT_NE(ErrorOf([&] { world.Create(failing.Watch()); }).find("disk I/O error"), std::string::npos)
         << failing.nth;
-    for (const char* name : {"x.db", "x.db.vault", "x.db.new", "x.db.new.db", "x.db.new.db.vault"})
+    for (const char* name : {"x.db", "x.db.vault", "x.db.new", "x.db.new.db", "x.db.new.db.vault",
+                             "x.db.vault.new", "x.db.vault.new.vault"})
       EXPECT_FALSE(std::filesystem::exists(world.folder.Path(name))) << failing.nth << " " << name;
   }
   world.Create({});

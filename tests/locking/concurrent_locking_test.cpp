@@ -70,7 +70,7 @@ struct Client {
 TEST(ConcurrentLocking, TwoSessionsLeaveOneRecordAndOneOwner) {
   Machine machine;
   MeetingPoint meeting;
-  const std::string database = machine.folder.Path("company.db");
+  const std::string database = NewPlace(machine.platform.files, machine.folder, "company");
   embedded::CreateDatabase(
       machine.platform.files, database,
       machine.folder.Write("model/company.json", CompanyModel(machine.folder, LockingCompany())));

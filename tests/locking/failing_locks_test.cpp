@@ -27,7 +27,7 @@ class FailingWorld {
  private:
   embedded::HostOptions Options() {
     embedded::CreateDatabase(
-        machine.platform.files, machine.folder.Path("company.db"),
+        machine.platform.files, place,
         machine.folder.Write("model/company.json", CompanyModel(machine.folder, LockingCompany())));
     embedded::HostOptions options = HostOptionsOf(machine, user);
     options.statementWatch = [this](std::string_view) {
@@ -40,8 +40,9 @@ class FailingWorld {
 
  public:
   Machine machine;
+  std::string place = NewPlace(machine.platform.files, machine.folder, "company");
   Onlooker user;
-  embedded::EmbeddedHost host{machine.folder.Path("company.db"), Options()};
+  embedded::EmbeddedHost host{place, Options()};
   LoadedProgram program{machine, host, user, "anna"};
   Problems& problems = program.trace.trace.problems;
 };

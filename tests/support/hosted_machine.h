@@ -1,15 +1,19 @@
-// A machine with the embedded host on it: a database in memory with a vault, and a session of anna.
+// A machine with the embedded host on it: a database in memory (or on a server) with a vault, and a session
+// of anna.
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "embedded/embedded_host.h"
+#include "embedded/store/new_database.h"
 #include "host/error.h"
 #include "support/machine.h"
 #include "support/rows.h"
+#include "support/test_database.h"
 
 namespace tessel::test {
 
@@ -40,7 +44,7 @@ class HostedMachine : public Machine {
   // The dialogs outlive the machine.
   HostedMachine(embedded::HostDialogs& dialogs, const ModelWriter& model, const std::string& password = {},
                 bool clientRuns = true)
-      : host(model(folder), folder.Path("model"), Options(dialogs, clientRuns)),
+      : host(NewHost(model(folder), Options(dialogs, clientRuns))),
         session(host.OpenSession("anna", password)) {}
 
   // Error 91 when it does not exist.
@@ -70,6 +74,15 @@ class HostedMachine : public Machine {
   PcSessionPtr session;
 
  private:
+  // In memory, or, in a run over PostgreSQL, on the server.
+  embedded::EmbeddedHost NewHost(const std::string& model, const embedded::HostOptions& options) {
+    if (!OnServer()) return {model, folder.Path("model"), options};
+    std::filesystem::remove(options.vaultPath);
+    const std::string place = NewServerPlace(platform.files) + "&vault=" + options.vaultPath;
+    embedded::CreateDatabase(platform.files, place, folder.Write("model/model.json", model));
+    return {place, options};
+  }
+
   embedded::HostOptions Options(embedded::HostDialogs& dialogs, bool clientRuns) {
     embedded::HostOptions options = HostOptionsOf(*this, dialogs);
     options.clientRuns = clientRuns;

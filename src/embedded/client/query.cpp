@@ -121,7 +121,12 @@ class Query final : public PcQuery {
   }
 
   [[nodiscard]] QueryResult FreeResult() const {
-    if (bound_) return session_->Sql().Query(bound_->sql, bound_->values);
+    if (bound_) {
+      const bool sorts =
+          !session_->Sql().Dialect().rowsInOrder && UpperCase(bound_->table) != "MESSAGE_STORE";
+      if (!sorts) return session_->Sql().Query(bound_->sql, bound_->values);
+      return session_->Sql().Query(bound_->sql + " ORDER BY OBJECT_ID", bound_->values);
+    }
     try {
       return session_->Sql().QueryTables(sql_, [this](std::string_view table) { return IsReadable(table); });
     } catch (const DatabaseError& error) {

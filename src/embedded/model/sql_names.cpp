@@ -22,7 +22,7 @@ bool IsIdentifier(std::string_view name) {
 bool IsReservedTable(std::string_view name) {
   const std::string upper = UpperCase(name);
   return upper.starts_with("TESSEL_") || upper.starts_with("SQLITE_") || upper.starts_with("PRAGMA_") ||
-         upper.starts_with("PG_") || upper == "MESSAGE_STORE";
+         upper.starts_with("PG_") || upper == "INFORMATION_SCHEMA" || upper == "MESSAGE_STORE";
 }
 
 }  // namespace tessel::embedded

@@ -7,7 +7,7 @@
 #include "embedded/model/metadata.h"
 #include "embedded/session/failures.h"
 #include "embedded/session/host_options.h"
-#include "embedded/store/database.h"
+#include "embedded/store/database_place.h"
 #include "embedded/store/memory_record_list.h"
 
 namespace tessel::embedded {
@@ -16,7 +16,7 @@ class ClientWork;
 
 struct HostCore {
   HostOptions options;
-  std::string databasePath;  // kInMemory for a database in memory
+  std::string databasePath;  // or address; kInMemory for a database in memory
   std::string vaultPath;     // empty: no vault
   MetadataPtr metadata;
   std::shared_ptr<const ClientWork> client;
@@ -27,8 +27,7 @@ struct HostCore {
   [[nodiscard]] HostDialogs& Dialogs() const { return *options.dialogs; }
   [[nodiscard]] std::shared_ptr<Database> Connect() const {
     if (memory) return memory;
-    return std::make_shared<Database>(Files().NativePath(databasePath),
-                                      DatabaseOptions{options.busyTimeout, options.statementWatch});
+    return OpenDatabase(Files(), databasePath, {options.busyTimeout, options.statementWatch});
   }
   [[nodiscard]] std::shared_ptr<MemoryRecordList> NewRecordList() const {
     return std::make_shared<MemoryRecordList>(Files());

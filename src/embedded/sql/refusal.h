@@ -15,7 +15,9 @@ inline constexpr int kCodeError = 1;
 inline constexpr int kCodeUndone = 4;  // the database has undone the transaction by itself
 inline constexpr int kCodeBusy = 5;
 inline constexpr int kCodeReadOnly = 8;
-inline constexpr int kCodeInputOutput = 10;  // of a server also: the connection was lost
+inline constexpr int kCodeInputOutput = 10;
+// The connection to a server was lost; what was being committed may stand or not. SQLite has no such code.
+inline constexpr int kCodeConnectionLost = 10 | (200 << 8);
 inline constexpr int kCodeFull = 13;
 inline constexpr int kCodeCannotOpen = 14;
 inline constexpr int kCodeMismatch = 20;

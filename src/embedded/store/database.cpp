@@ -5,8 +5,10 @@
 namespace tessel::embedded {
 
 Database::Database(const std::string& path, DatabaseOptions options)
-    : connection_(
-          std::make_unique<Connection>(OpenSqlite(path, options.busyTimeout), std::move(options.watch))) {}
+    : Database(OpenSqlite(path, options.busyTimeout), std::move(options.watch)) {}
+
+Database::Database(std::unique_ptr<SqlConnection> connection, StatementWatch watch)
+    : connection_(std::make_unique<Connection>(std::move(connection), std::move(watch))) {}
 
 Database::~Database() = default;
 

@@ -28,6 +28,7 @@ class Database {
   // Opens a database, which is made when it does not exist. `path` is a native path or kInMemory. What was
   // committed is on the disk. A file that cannot be written can be read. Error: DatabaseError.
   explicit Database(const std::string& path, DatabaseOptions options = {});
+  Database(std::unique_ptr<SqlConnection> connection, StatementWatch watch);
   ~Database();
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;

@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "embedded/store/new_database.h"
+#include "embedded/store/database_place.h"
 #include "embedded/store/schema.h"
 #include "host/error.h"
 #include "host/names.h"
@@ -66,13 +66,11 @@ void PrintTexts(const DescribedObject& object, bool link, std::ostream& out) {
 
 }  // namespace
 
-DatabaseDescription DescribeDatabase(FileSystem& files, const std::string& databasePath) {
-  if (!files.FileExists(databasePath)) {
-    throw HostError("There is no database " + databasePath, error_number::kFileNotFound);
-  }
-  Database database(files.NativePath(databasePath));
+DatabaseDescription DescribeDatabase(FileSystem& files, const std::string& place) {
+  const auto opened = OpenDatabase(files, place);
+  Database& database = *opened;
   const MetadataPtr metadata = LoadMetadata(database);
-  const std::string vault = VaultPath(databasePath);
+  const std::string vault = VaultPath(database, place);
   DatabaseDescription description{metadata->alias,
                                   metadata->language,
                                   vault,

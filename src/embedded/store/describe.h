@@ -36,7 +36,7 @@ struct DatabaseDescription {
 };
 
 // Reads only. Error: HostError when there is no such database.
-[[nodiscard]] DatabaseDescription DescribeDatabase(FileSystem& files, const std::string& databasePath);
+[[nodiscard]] DatabaseDescription DescribeDatabase(FileSystem& files, const std::string& place);
 
 void PrintDescription(const DatabaseDescription& description, std::ostream& out);
 

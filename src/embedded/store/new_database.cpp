@@ -1,9 +1,13 @@
 #include "embedded/store/new_database.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string_view>
+#include <vector>
 
+#include "embedded/sql/postgresql/server_address.h"
+#include "embedded/store/database_place.h"
 #include "embedded/store/schema.h"
 #include "embedded/store/transaction.h"
 #include "host/error.h"
@@ -82,20 +86,37 @@ std::string Folder(const std::string& path) {
   return parent.empty() ? "." : parent;
 }
 
+// What a database in the making is called, and what it will be called.
+struct Names {
+  std::string claim;
+  std::vector<std::string> files;  // of the database in the making
+  std::string newVault;
+  std::string vault;
+};
+
+Names NamesBeside(const std::string& path) {
+  const std::string made = path + ".new.db";
+  Names names{path + ".new", {}, made + ".vault", path + ".vault"};
+  for (const char* suffix : {"", "-journal", "-wal", "-shm"})
+    names.files.push_back(made + suffix);
+  return names;
+}
+
 // A database in the making: claimed for one process, built under names of its own beside the final ones, and
 // removed unless it was given those.
 class NewDatabase {
  public:
-  NewDatabase(FileSystem& files, const std::string& path)
-      : files_(files), finalPath_(path), path_(path + ".new.db"), vaultPath_(VaultPath(path_)) {
-    claim_ = files_.Hold(ClaimPath(path), true);
-    if (!claim_) throw HostError(path + " is being made by somebody else at this moment");
+  // `finished` says whether the database is there under its own name.
+  NewDatabase(FileSystem& files, const std::string& subject, Names names, std::function<bool()> finished)
+      : files_(files), names_(std::move(names)), finished_(std::move(finished)) {
+    claim_ = files_.Hold(names_.claim, true);
+    if (!claim_) throw HostError(subject + " is being made by somebody else at this moment");
     try {
       RemoveRemains();
-      for (const std::string& taken : {path, VaultPath(path)}) {
-        if (files.FileExists(taken) || files.FolderExists(taken)) throw HostError(taken + " exists already");
-      }
-      files_.CreateFolder(vaultPath_);
+      if (finished_()) throw HostError(subject + " exists already");
+      if (files.FileExists(names_.vault) || files.FolderExists(names_.vault))
+        throw HostError(names_.vault + " exists already");
+      files_.CreateFolder(names_.newVault);
     } catch (...) {
       DropClaim();
       throw;
@@ -103,7 +124,8 @@ class NewDatabase {
   }
   ~NewDatabase() {
     try {
-      RemoveRemains();
+      if (doubtful_) return;
+      if (!finishedHere_) RemoveRemains();
     } catch (const std::exception&) {
       return;  // the claim stays, and the next one to make the database removes what it tells of
     }
@@ -112,35 +134,34 @@ class NewDatabase {
   NewDatabase(const NewDatabase&) = delete;
   NewDatabase& operator=(const NewDatabase&) = delete;
 
-  [[nodiscard]] static std::string ClaimPath(const std::string& path) { return path + ".new"; }
-  [[nodiscard]] const std::string& Path() const { return path_; }
-  [[nodiscard]] const std::string& Vault() const { return vaultPath_; }
+  [[nodiscard]] const std::string& Vault() const { return names_.newVault; }
 
-  // The database gets its name last: from then on it is whole, with its vault, also after a power failure.
-  void Finish() {
+  // The database comes last: from then on it is whole, with its vault, also after a power failure. `name`
+  // makes it so.
+  void Finish(const std::function<void()>& name) {
     claim_->Append(kVaultNamed);
-    files_.MakeDurable(vaultPath_);
-    files_.Move(vaultPath_, VaultPath(finalPath_));
-    files_.SyncFolder(Folder(finalPath_));
+    files_.MakeDurable(names_.newVault);
+    files_.Move(names_.newVault, names_.vault);
+    files_.SyncFolder(Folder(names_.vault));
     try {
-      files_.Move(path_, finalPath_);
-    } catch (const RuntimeError&) {
-      files_.DeleteFolder(VaultPath(finalPath_));
+      name();
+    } catch (const RuntimeError& error) {
+      // A server that did not answer may have the database; the next one to make it can tell.
+      doubtful_ = error.Number() == kCodeConnectionLost;
+      if (!doubtful_) files_.DeleteFolder(names_.vault);
       throw;
     }
-    files_.SyncFolder(Folder(finalPath_));
+    finishedHere_ = true;
   }
 
  private:
   void RemoveRemains() {
-    for (const char* suffix : {"", "-journal", "-wal", "-shm"}) {
-      if (files_.FileExists(path_ + suffix)) files_.DeleteFile(path_ + suffix);
+    for (const std::string& file : names_.files) {
+      if (files_.FileExists(file)) files_.DeleteFile(file);
     }
-    for (const std::string& vault : {vaultPath_, VaultPath(finalPath_)}) {
-      const bool ours =
-          vault == vaultPath_ || (claim_->Read().starts_with(kVaultNamed) && !files_.FileExists(finalPath_));
-      if (ours && files_.FolderExists(vault)) files_.DeleteFolder(vault);
-    }
+    if (files_.FolderExists(names_.newVault)) files_.DeleteFolder(names_.newVault);
+    if (claim_->Read().starts_with(kVaultNamed) && !finished_() && files_.FolderExists(names_.vault))
+      files_.DeleteFolder(names_.vault);
   }
 
   void DropClaim() noexcept {
@@ -152,10 +173,11 @@ class NewDatabase {
   }
 
   FileSystem& files_;
-  std::string finalPath_;
-  std::string path_;
-  std::string vaultPath_;
+  Names names_;
+  std::function<bool()> finished_;
   std::unique_ptr<HeldFile> claim_;
+  bool finishedHere_ = false;
+  bool doubtful_ = false;
 };
 
 // The folder of a file as a path that leads there from anywhere.
@@ -167,11 +189,48 @@ std::string AbsoluteFolderOf(const FileSystem& files, const std::string& path) {
   return folder.string();
 }
 
-}  // namespace
-
-std::string VaultPath(const std::string& databasePath) {
-  return databasePath + ".vault";
+void CreateInFile(FileSystem& files, const std::string& path, const Model& model, const std::string& source,
+                  const StatementWatch& watch) {
+  const Names names = NamesBeside(path);
+  const std::string& made = names.files.front();
+  NewDatabase target(files, path, names, [&] { return files.FileExists(path) || files.FolderExists(path); });
+  FillVault(model, files, target.Vault(), source);
+  {
+    DatabaseOptions options;
+    options.watch = watch;
+    Database database(files.NativePath(made), options);
+    StoreModel(database, model, source);
+    database.Settle();
+  }
+  target.Finish([&] {
+    files.Move(made, path);
+    files.SyncFolder(Folder(path));
+  });
 }
+
+void CreateOnServer(FileSystem& files, const std::string& address, const Model& model,
+                    const std::string& source, const StatementWatch& watch) {
+  const std::string vault = ParseServerAddress(address).vault;
+  if (!paths::IsFullPath(vault)) {
+    throw HostError(
+        "The files of a database on a server need a folder that all its users share; its full path belongs "
+        "to the address (postgresql://...?vault=/srv/vault)");
+  }
+  DatabaseOptions options;
+  options.watch = watch;
+  const auto database = OpenDatabase(files, address, options);
+  NewDatabase target(files, "The database " + ShownPlace(address),
+                     {vault + ".new", {}, vault + ".new.vault", vault},
+                     [&] { return database->HasTable("TESSEL_METADATA"); });
+  FillVault(model, files, target.Vault(), source);
+  files.MakeDurable(target.Vault());
+  WriteTransaction transaction(*database);
+  StoreModel(*database, model, source);
+  StoreVault(*database, vault);
+  target.Finish([&] { transaction.Commit(); });
+}
+
+}  // namespace
 
 MetadataPtr FillDatabase(Database& database, const ModelSource& source, FileSystem& files,
                          const std::string& vaultPath) {
@@ -182,29 +241,24 @@ MetadataPtr FillDatabase(Database& database, const ModelSource& source, FileSyst
 }
 
 bool RemoveUnfinishedDatabase(FileSystem& files, const std::string& databasePath) {
-  const std::string claim = NewDatabase::ClaimPath(databasePath);
-  if (files.FileExists(databasePath) || !files.FileExists(claim)) return false;
-  const NewDatabase removedAtOnce(files, databasePath);
+  const Names names = NamesBeside(databasePath);
+  if (files.FileExists(databasePath) || !files.FileExists(names.claim)) return false;
+  const NewDatabase removedAtOnce(files, databasePath, names, [&] { return files.FileExists(databasePath); });
   return true;
 }
 
-MetadataPtr CreateDatabase(FileSystem& files, const std::string& databasePath, const std::string& modelPath,
+MetadataPtr CreateDatabase(FileSystem& files, const std::string& place, const std::string& modelPath,
                            const StatementWatch& watch) {
   ModelSource source;
   source.text = files.ReadBytes(modelPath);
   source.name = paths::FileName(modelPath);
   source.directory = AbsoluteFolderOf(files, modelPath);
   const Model model = ReadModel(source, true);
-  NewDatabase target(files, databasePath);
-  FillVault(model, files, target.Vault(), source.name);
-  {
-    DatabaseOptions options;
-    options.watch = watch;
-    Database database(files.NativePath(target.Path()), options);
-    StoreModel(database, model, source.name);
-    database.Settle();
+  if (IsServerAddress(place)) {
+    CreateOnServer(files, place, model, source.name, watch);
+  } else {
+    CreateInFile(files, place, model, source.name, watch);
   }
-  target.Finish();
   return model.metadata;
 }
 

@@ -31,7 +31,7 @@ constexpr const char* kHostTables[] = {
     "CREATE TABLE MESSAGE_STORE (ID BIGINT NOT NULL PRIMARY KEY, RECIPIENT TEXT, SENDER TEXT, SUBJECT TEXT, "
     "BODY TEXT, SEND_OPTION INTEGER, SUBMITTED_BY VARCHAR(255), SUBMITTED_AT VARCHAR(40))"};
 
-std::string ColumnType(const AttributeDefinition& attribute) {
+std::string ColumnType(const AttributeDefinition& attribute, const std::string& text) {
   switch (attribute.type) {
     case AttributeType::kInteger:
       return "INTEGER";
@@ -46,9 +46,9 @@ std::string ColumnType(const AttributeDefinition& attribute) {
     default:
       break;
   }
-  if (attribute.length == 0) return "TEXT";
+  if (attribute.length == 0) return text;
   const std::string length = std::to_string(attribute.length);
-  return "VARCHAR(" + length + ") CHECK (LENGTH(" + attribute.name + ") <= " + length + ")";
+  return text + " CHECK (LENGTH(" + attribute.name + ") <= " + length + ")";
 }
 
 bool IsKeyColumn(const std::string& name) {
@@ -63,10 +63,10 @@ std::string Joined(const std::vector<std::string>& names) {
   return text;
 }
 
-std::string TableStatement(const ClassDefinition& definition) {
+std::string TableStatement(const ClassDefinition& definition, const std::string& text) {
   std::string columns;
   for (const auto& attribute : definition.Attributes()) {
-    columns += (columns.empty() ? "" : ", ") + attribute->name + " " + ColumnType(*attribute);
+    columns += (columns.empty() ? "" : ", ") + attribute->name + " " + ColumnType(*attribute, text);
     if (IsKeyColumn(attribute->name)) columns += " NOT NULL";
     if (attribute->name == attribute::kObjectId) columns += " PRIMARY KEY";
   }
@@ -76,7 +76,7 @@ std::string TableStatement(const ClassDefinition& definition) {
 }
 
 void CreateClassTable(Database& database, const ClassDefinition& definition) {
-  database.ExecuteOnce(TableStatement(definition));
+  database.ExecuteOnce(TableStatement(definition, database.Dialect().text));
   if (!definition.linkClass) return;
   for (const char* end : {"1", "2"}) {
     database.ExecuteOnce("CREATE INDEX IX_" + definition.table + "_" + end + " ON " + definition.table +
@@ -111,6 +111,17 @@ void CreateSchema(Database& database, const Metadata& metadata, const std::strin
   for (const auto& [name, sequence] : metadata.sequences) {
     AddNumber(database, SequenceNumberName(name), sequence.start);
   }
+}
+
+void StoreVault(Database& database, const std::string& path) {
+  database.Execute("INSERT INTO TESSEL_METADATA (NAME, CONTENT) VALUES (:name, :content)",
+                   {Value("vault"), Value(path)});
+}
+
+std::string StoredVault(Database& database) {
+  const QueryResult stored =
+      database.Query("SELECT CONTENT FROM TESSEL_METADATA WHERE NAME = :name", {Value("vault")});
+  return stored.rows.empty() ? std::string() : stored.rows[0][0].AsText();
 }
 
 MetadataPtr LoadMetadata(Database& database) {

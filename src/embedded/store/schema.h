@@ -16,6 +16,10 @@ void CreateSchema(Database& database, const Metadata& metadata, const std::strin
 // The metadata stored in a database. Error: HostError when it is no database of the embedded host.
 [[nodiscard]] MetadataPtr LoadMetadata(Database& database);
 
+// The vault's path where the database keeps it; empty without.
+void StoreVault(Database& database, const std::string& path);
+[[nodiscard]] std::string StoredVault(Database& database);
+
 // Names in TESSEL_NUMBER.
 inline constexpr const char* kObjectNumber = "OBJECT_ID";
 inline constexpr const char* kSessionNumber = "SESSION";
