@@ -2,7 +2,9 @@
 // `cp -a` of the same files and with the steps of a plain script, in memory and on the disk: time, system
 // calls and memory a document. With --check the exit status is 1 beyond the targets.
 //
-//   bench_export [--check] [--memory DIR] [--disk DIR] [DOCUMENTS...]
+//   bench_export [--check] [--memory DIR] [--disk DIR] [--server ADDRESS] [DOCUMENTS...]
+//
+// ADDRESS (postgresql://...?...) names a database on a server, in which the same exports are measured, too.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -25,6 +27,7 @@ struct Settings {
   std::vector<int> sizes;
   std::string tessel;
   std::string script;
+  std::string server;
 };
 
 // One line of the table of targets.
@@ -142,6 +145,19 @@ void Print(const Row& row) {
   std::fflush(stdout);
 }
 
+// The same export from a file and from a server, in turns.
+void CompareWithServer(const Settings& settings, int documents) {
+  std::map<std::string, double> best;
+  for (const std::string& server : {std::string(), settings.server}) {
+    const Workshop workshop(settings.memory, settings.tessel, documents, server);
+    Turns turns(settings, Place::kMemory, workshop);
+    for (int turn = 0; turn < 5; ++turn)
+      best[server] = turns.Export(0);
+  }
+  std::printf("on a server, %d documents: %.3f s, from a file %.3f s\n", documents, best[settings.server],
+              best[""]);
+}
+
 void AddTargets(Place place, const std::vector<Row>& rows, std::vector<Target>& targets) {
   const std::string where = place == Place::kMemory ? "in memory, " : "on the disk, ";
   for (const Row& row : rows) {
@@ -178,6 +194,8 @@ Settings ParseArguments(int count, char** arguments) {
       settings.check = true;
     } else if (argument == "--memory" && i + 1 < count) {
       settings.memory = arguments[++i];
+    } else if (argument == "--server" && i + 1 < count) {
+      settings.server = arguments[++i];
     } else if (argument == "--disk" && i + 1 < count) {
       settings.disk = arguments[++i];
     } else {
@@ -205,6 +223,9 @@ int main(int count, char** arguments) {
       Print(rows.back());
     }
     AddTargets(place, rows, targets);
+  }
+  for (const int size : settings.sizes) {
+    if (!settings.server.empty() && size <= kTargetSize) CompareWithServer(settings, size);
   }
   bool good = true;
   for (const Target& target : targets) {

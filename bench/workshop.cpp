@@ -21,8 +21,14 @@ void WriteFile(const std::string& path, const std::string& content) {
 
 }  // namespace
 
-Workshop::Workshop(const std::string& place, std::string tessel, int documents)
-    : folder_(place + "/tessel-bench-" + std::to_string(::getpid())), tessel_(std::move(tessel)) {
+Workshop::Workshop(const std::string& place, std::string tessel, int documents, const std::string& server)
+    : folder_(place + "/tessel-bench-" + std::to_string(::getpid())),
+      tessel_(std::move(tessel)),
+      server_(server),
+      schema_("bench" + std::to_string(::getpid()) + "_" + std::to_string(documents)),
+      database_(server.empty()
+                    ? folder_ + "/bench.db"
+                    : server + "&options=-csearch_path%3D" + schema_ + "&vault=" + folder_ + "/vault") {
   std::filesystem::remove_all(folder_);
   std::filesystem::create_directories(Files());
   Clear();
@@ -31,11 +37,15 @@ Workshop::Workshop(const std::string& place, std::string tessel, int documents)
               std::string(kFileSize, static_cast<char>('a' + part % 26)));
   WriteFile(folder_ + "/model.json", Model(documents));
   ::setenv("TESSEL_DRIVES", (folder_ + "/out/drives").c_str(), 1);
-  (void)Run({tessel_, "host", "create", folder_ + "/bench.db", folder_ + "/model.json"});
+  if (!server_.empty()) (void)Run({"psql", "-q", server_, "-c", "CREATE SCHEMA " + schema_});
+  (void)Run({tessel_, "host", "create", database_, folder_ + "/model.json"});
 }
 
 Workshop::~Workshop() {
   std::filesystem::remove_all(folder_);
+  if (!server_.empty())
+    (void)Run({"psql", "-q", server_, "-c",
+               "SET client_min_messages = error; DROP SCHEMA " + schema_ + " CASCADE"});
 }
 
 void Workshop::Clear() const {
@@ -44,7 +54,7 @@ void Workshop::Clear() const {
 }
 
 std::vector<std::string> Workshop::ExportCommand(int recipients) const {
-  std::vector<std::string> command{tessel_,  "export", folder_ + "/bench.db",
+  std::vector<std::string> command{tessel_,  "export", database_,
                                    "--user", "bench",  "--select",
                                    "1202:1", "--mode", recipients == 0 ? "no-send" : "odette"};
   for (int recipient = 0; recipient < recipients; ++recipient) {

@@ -8,8 +8,9 @@ namespace tessel::bench {
 
 class Workshop {
  public:
-  // In a new folder below `place`, which goes at the end. `tessel` is the program to be measured.
-  Workshop(const std::string& place, std::string tessel, int documents);
+  // In a new folder below `place`, which goes at the end. `tessel` is the program to be measured. The
+  // database is a file there, or has a schema of its own on the PostgreSQL server of an address.
+  Workshop(const std::string& place, std::string tessel, int documents, const std::string& server = {});
   ~Workshop();
   Workshop(const Workshop&) = delete;
   Workshop& operator=(const Workshop&) = delete;
@@ -28,6 +29,9 @@ class Workshop {
 
   std::string folder_;
   std::string tessel_;
+  std::string server_;
+  std::string schema_;
+  std::string database_;
 };
 
 }  // namespace tessel::bench

@@ -4,6 +4,7 @@
 #include <ostream>
 #include <set>
 
+#include "embedded/store/database_place.h"
 #include "host/error.h"
 #include "platform/paths.h"
 #include "sender/login_file.h"
@@ -76,7 +77,7 @@ std::string TryPrivate(const FileSystem& files, const std::string& path) {
 void CheckDatabases(Checks& checks, const Settings& settings, FileSystem& files,
                     std::set<std::string>& servers) {
   for (const DatabaseLogin& login : settings.databases) {
-    checks.Try("database " + login.path, [&] {
+    checks.Try("database " + embedded::ShownPlace(login.path), [&] {
       const ExchangeDatabase database(login, files);
       checks.Try("exchange path " + database.Rules().exchangePath,
                  [&] { return TryExchangePath(files, database.Rules().exchangePath, true); });

@@ -4,6 +4,7 @@
 #include <functional>
 #include <set>
 
+#include "embedded/store/database_place.h"
 #include "host/ascii.h"
 #include "host/error.h"
 #include "host/object_key.h"
@@ -84,9 +85,9 @@ void AddExchangePaths(Settings& settings, const std::string& value, const std::s
 
 const std::vector<Row>& Rows() {
   static const std::vector<Row> rows{
-      {{"Database", "Path", "", "file of the database; required"},
+      {{"Database", "Path", "", "file of the database, or its address on a server; required"},
        OfDatabase([](DatabaseLogin& login, const std::string& value, const std::string& folder) {
-         login.path = AbsolutePath(value, folder);
+         login.path = embedded::IsOnServer(value) ? value : AbsolutePath(value, folder);
        })},
       {{"Database", "User", "sender", "account of the sender; its settings object says where exchanges lie"},
        OfDatabase(
