@@ -11,6 +11,7 @@
 #include "administration/setting_keys.h"
 #include "administration/settings_objects.h"
 #include "administration/settings_text.h"
+#include "host/error.h"
 #include "qt/dialog_parts.h"
 #include "qt/text.h"
 #include "tell.h"

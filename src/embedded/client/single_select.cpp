@@ -31,7 +31,8 @@ std::size_t SkipQuoted(std::string_view sql, std::size_t position) {
 
 void CheckWord(std::string_view word, bool first) {
   if (first && UpperCase(word) != "SELECT") Refuse("only a single select statement is allowed");
-  if (UpperCase(word) != "MESSAGE_STORE" && IsReservedTable(word)) Refuse("the host's own tables cannot be read");
+  if (UpperCase(word) != "MESSAGE_STORE" && IsReservedTable(word))
+    Refuse("the host's own tables cannot be read");
 }
 
 // Reads the parts of a statement from left to right.
