@@ -1,7 +1,5 @@
 #include "sender/worker.h"
 
-#include <ctime>
-
 #include "sender/exchange_work.h"
 #include "sender/put_back.h"
 
@@ -20,9 +18,9 @@ WorkAnswer Worker::Process(const ExchangeDirectory& directory) {
     if (stopped) {
       if (!IsContinued(parts_, databases_, directory)) return {WorkResult::kRests, 0, {}};
       PutBack(parts_, directory);
-      return {WorkResult::kLater, std::time(nullptr), {}};
     }
-    WorkAnswer done = ExchangeWork(parts_, databases_, directory, *lock).Run();
+    const ExchangeDirectory queued = stopped ? directory.At(Place::kQueued) : directory;
+    WorkAnswer done = ExchangeWork(parts_, databases_, queued, *lock).Run();
     // A database that cannot be opened may be the one that the directory belongs to.
     if (done.result == WorkResult::kLeft && !problems.empty())
       return {WorkResult::kFailed, 0, problems.front()};

@@ -10,7 +10,6 @@
 #include <QStatusBar>
 #include <QToolButton>
 #include <QTreeView>
-#include <ranges>
 
 #include "qt/logo.h"
 #include "qt/text.h"
@@ -174,7 +173,8 @@ std::vector<ExchangeRow> MainWindow::Exchanges() const {
   std::map<QString, QStringList> listed;
   // From the oldest on: an export tells its protocol to the record of its first recipient alone.
   QString work;
-  for (ExchangeRow& row : std::views::reverse(rows)) {
+  for (auto position = rows.rbegin(); position != rows.rend(); ++position) {
+    ExchangeRow& row = *position;
     if (!row.workDirectory.isEmpty()) work = row.workDirectory;
     if (!row.directory.isEmpty()) continue;
     SetDirectory(row, settings_.value(FolderKey(row.key)).toString());

@@ -157,9 +157,9 @@ ServerResult ServerLink::ExecuteGuarded(const std::string& name, const std::stri
   std::vector<ServerResult> results;
   for (std::size_t i = 0; i < statements && !IsLost(); ++i) {
     results.emplace_back(PQgetResult(connection_));
-    if (results.back()) ServerResult(PQgetResult(connection_));  // the end of this statement's results
+    if (results.back()) PQclear(PQgetResult(connection_));  // the end of this statement's results
   }
-  ServerResult(PQgetResult(connection_));  // the end of the message
+  PQclear(PQgetResult(connection_));  // the end of the message
   if (IsLost() || PQexitPipelineMode(connection_) != 1) throw ConnectionLost(Message());
   if (PQtransactionStatus(connection_) == PQTRANS_INERROR) Run("ROLLBACK TO GUARD; RELEASE GUARD");
   for (ServerResult& result : results)
