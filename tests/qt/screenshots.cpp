@@ -16,6 +16,7 @@
 #include "headless/reporting_launcher.h"
 #include "main_window.h"
 #include "qt/person.h"
+#include "settings_dialog.h"
 
 namespace tessel::test {
 namespace {
@@ -124,6 +125,7 @@ void TakeAll(const QDir& directory, const std::string& language, const Walk& tou
   photographer.Take(window, QStringLiteral("client"));
   for (const char* dialog : {"editSelection", "help", "about"})
     window.findChild<QAction*>(QLatin1String(dialog))->trigger();
+  client::EditSettings(hosted.Session(), qt::LanguageOf(language), &window);
   std::vector<client::ExchangeRow> rows = contents.Exchanges();
   const FileSystem& files = hosted.LoadedProgram().platform.files;
   for (const HandedOver& one : outcome.directories) {
