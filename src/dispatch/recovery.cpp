@@ -85,11 +85,33 @@ void SettleStrays(FileSystem& files, const std::string& exchangePath, const Reco
   }
 }
 
+// Whether a directory is complete whose record this session could neither commit nor take back: after an
+// error of the disk only the database opened anew tells whether the record stands.
+bool IsDoubtful(const ExportJournal& journal, PcSession& session) {
+  for (const ExportJournal::Entry& entry : journal.Entries()) {
+    if (entry.ready && !entry.mark.empty() && !session.WasCommitted(entry.mark)) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 void SettleExport(FileSystem& files, PcSession& session, ExportJournal& journal, bool dryRun,
                   std::vector<Recovered>& done) {
   LeftExport(files, session, dryRun, done).Settle(journal);
+}
+
+void DiscardExchangeDirectory(FileSystem& files, PcSession& session, ExchangeState& exchange) {
+  const std::unique_ptr<ExportJournal> journal = std::move(exchange.journal);
+  const std::string directory = exchange.directoryPath;
+  std::vector<Recovered> done;
+  if (journal && IsDoubtful(*journal, session)) return;
+  if (journal) {
+    SettleExport(files, session, *journal, false, done);
+  } else if (!directory.empty() && files.FolderExists(directory)) {
+    files.DeleteFolder(directory);
+  }
+  exchange.directoryPath.clear();
 }
 
 std::vector<Recovered> RecoverExports(Trace& trace, FileSystem& files, PcSession& session,

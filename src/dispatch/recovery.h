@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "exchange/exchange.h"
 #include "exchange/export_journal.h"
 #include "host/session.h"
 #include "messages/trace.h"
@@ -36,6 +37,10 @@ struct RecoveryOptions {
 // recovery.
 void SettleExport(FileSystem& files, PcSession& session, ExportJournal& journal, bool dryRun,
                   std::vector<Recovered>& done);
+
+// Clears away everything temporary that an export still has, with its record where that stands alone. Errors
+// go to the caller; what is left behind, the next start-up finds in the journal.
+void DiscardExchangeDirectory(FileSystem& files, PcSession& session, ExchangeState& exchange);
 
 // Looks at one exchange path, which need not exist. Exports whose processes live are left alone. Errors end
 // the journal in hand alone; they are traced, and the next recovery tries again.

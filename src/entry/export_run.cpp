@@ -25,9 +25,7 @@ void ShowCatalogueMessage(Program& program, const char* code, MessageIcon icon) 
 void ForgetBrokenExport(Program& program) {
   GuardedRun(program.trace, "Error while unloading the pages (StartExport/StartApplication)",
              [&] { program.wizard.DiscardPages(); });
-  program.ClearExchangeDirectoryName();
-  program.exchange.directoryPath.clear();
-  program.exchange.journal.reset();  // what it tells of is put in order as a dead export's
+  CommonXFunctions::ForgetExchangeDirectory(program.exchange);
 }
 
 void ResetFlags(Program& program) {
@@ -41,39 +39,15 @@ void ResetFlags(Program& program) {
   program.trace.problems.Clear();
 }
 
-// Whether a directory is complete whose record this session could neither commit nor take back: after an
-// error of the disk only the database opened anew tells whether the record stands.
-bool IsDoubtful(const ExportJournal& journal, PcSession& session) {
-  for (const ExportJournal::Entry& entry : journal.Entries()) {
-    if (entry.ready && !entry.mark.empty() && !session.WasCommitted(entry.mark)) return true;
-  }
-  return false;
-}
-
-// Everything temporary that the export still has. What is left behind by an error here, the next start-up
-// finds in the journal.
-void ClearExchangeDirectory(Program& program, PcSession& session) {
-  const std::unique_ptr<ExportJournal> journal = std::move(program.exchange.journal);
-  const std::string directory = program.exchange.directoryPath;
-  FileSystem& files = program.platform.files;
-  std::vector<Recovered> done;
-  if (journal && IsDoubtful(*journal, session)) return;
-  if (journal) {
-    SettleExport(files, session, *journal, false, done);
-  } else if (!directory.empty() && files.FolderExists(directory)) {
-    files.DeleteFolder(directory);
-  }
-  program.exchange.directoryPath.clear();
-}
-
 void EndExchangeDirectory(Program& program, PcSession& session) {
   if (program.wizard.state.ExportCancelled) {
     program.trace.Write("Delete exchange folder if exist");
-    ClearExchangeDirectory(program, session);
+    DiscardExchangeDirectory(program.platform.files, session, program.exchange);
   } else if (program.wizard.state.outcome.dispatch != DispatchEnd::kFinished) {
     GuardedRun(
         program.trace, "Error while clearing the exchange directory (StartExport/StartApplication)",
-        [&] { ClearExchangeDirectory(program, session); }, ProblemKind::kAside);
+        [&] { DiscardExchangeDirectory(program.platform.files, session, program.exchange); },
+        ProblemKind::kAside);
   }
   program.exchange.journal.reset();
 }

@@ -110,6 +110,12 @@ bool MakeExchangeDirectory(Services& services, ExchangeState& state) {
   return true;
 }
 
+void ForgetExchangeDirectory(ExchangeState& state) {
+  state.directoryName.clear();
+  state.directoryPath.clear();
+  state.journal.reset();
+}
+
 ExportJournal& JournalOf(Services& services, ExchangeState& state) {
   if (!state.journal) {
     state.journal = ExportJournal::Begin(services.platform.files, state.directoryPath);

@@ -52,6 +52,9 @@ bool CreateNewExDir(Services& services, const std::string& basePath, const std::
 // somebody else's directory for this export's. False after an error, which is traced.
 bool MakeExchangeDirectory(Services& services, ExchangeState& state);
 
+// Lets go of the exchange directory without touching it: what stays of it is put in order as a dead export's.
+void ForgetExchangeDirectory(ExchangeState& state);
+
 // The journal of the export; made when the exchange directory came into being without one. Error 58 when
 // another export works on that directory.
 [[nodiscard]] ExportJournal& JournalOf(Services& services, ExchangeState& state);
