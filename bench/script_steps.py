@@ -19,7 +19,7 @@ def write_structure(names, path):
     content, hierarchy, links = (etree.SubElement(top, n) for n in ('Content_List', 'Hierarchical_Structure', 'Dependency_List'))
     assembly = None
     for number, name in enumerate(names, 1):
-        text = f'Part {number - 1}'
+        text = f'Item {number - 1}'
         add(content if assembly is None else content[0], '_STOBJECT_', number, 0, text, ACCESS_AUTHORIZATION='ReadOnly',
             FIRST_DESCRIPTION=text, SECOND_DESCRIPTION='', ORIG_FILE_NAME=name, FILE_EXTENSION=name.rpartition('.')[2],
             IS_DRAXA_DOC='0', STRUCTURE_LEVEL='2', LINK_NAME='NoName', LINK_DIRECTION='-1', RENAME_FILE_NAME='',
@@ -28,7 +28,7 @@ def write_structure(names, path):
             assembly = add(hierarchy, '_H_STOBJECT_', number, 0, text)
         else:
             add(assembly, '_H_STOBJECT_', number, 0, text)
-            first = add(links, '_D_STOBJECT_', 1, number - 2, 'Part 0', LINK_NAME='Product Structure', LINK_DIRECTION='0')
+            first = add(links, '_D_STOBJECT_', 1, number - 2, 'Item 0', LINK_NAME='Product Structure', LINK_DIRECTION='0')
             add(first, '_D_STOBJECT_', number, 0, text)
     etree.ElementTree(top).write(path, encoding='iso-8859-1', xml_declaration=True)
 
